@@ -1,0 +1,139 @@
+#pragma once
+
+/// The exceptions that the library's own checks throw.
+///
+/// Each of them is caught as the standard exception that it stands for, as `IInternalException` ("a check of
+/// this library failed") or as `IException` ("anything of this family"):
+///
+///     try {
+///         IRI iri(u"http://a b/");
+///     } catch (std::logic_error const& e) {       // or foundation::core::except::IInternalException
+///         std::cerr << e.what() << '\n';          // IRI parsing failed
+///     }
+///
+/// The tree, from the thrown type up, for X one of `logic_error`, `invalid_argument`, `out_of_range`,
+/// `runtime_error`, `system_error`:
+///
+///     detail::AnonymousInternalException<std::X>
+///       Exception<IInternalException, std::X, void>
+///         IInternalException
+///           IException
+///             boost::exception_detail::clone_base, boost::exception
+///         std::X and its standard bases
+///
+/// Exceptions are values: they are copied, and read by several threads at once, like any immutable value. A
+/// copy shares the message text, so copying allocates nothing. `boost::exception_ptr` and `std::exception_ptr`
+/// carry them with their dynamic type.
+
+#include <foundation/core/Export.hpp>
+
+#include <boost/exception/exception.hpp>
+
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+namespace foundation::core::except {
+
+/// The root of the family.
+class ZVFLNETWORK_EXPORT IException : public boost::exception_detail::clone_base, public boost::exception {
+public:
+    IException(IException const&);
+    IException& operator=(IException const&);
+    ~IException() noexcept override;
+
+    /// The message: the text given at the throw; for a `std::system_error`, what that class makes of its code.
+    /// Valid as long as the object. "Unknown exception" for an object that is no standard exception.
+    virtual char const* what() const noexcept;
+
+protected:
+    IException();
+
+    /// Narrow text (UTF-8) as UTF-16; what is no UTF-8 becomes U+FFFD.
+    virtual std::u16string convert_str(std::string const& text) const;
+
+    /// UTF-16 as narrow text (UTF-8); an unpaired surrogate becomes U+FFFD.
+    virtual std::string convert_str(std::u16string const& text) const;
+};
+
+/// The branch of the family that a library's own checks throw.
+class ZVFLNETWORK_EXPORT IInternalException : public IException {
+public:
+    IInternalException();
+    IInternalException(IInternalException const&);
+    IInternalException& operator=(IInternalException const&);
+    ~IInternalException() noexcept override;
+};
+
+/// A member of the branch `Base` that is the standard exception `Std` as well. `Tag` tells apart exceptions
+/// with the same two bases; the library's own have none.
+template <class Base, class Std, class Tag>
+class ZVFLNETWORK_EXPORT Exception : public Base, public Std {
+public:
+    char const* what() const noexcept override { return Base::what(); }
+
+    /// The message as UTF-16, "Unknown exception" where the standard base holds none.
+    /// Throws `std::bad_alloc`.
+    virtual std::u16string getMessageText() const {
+        char const* const text = Std::what();
+        return this->convert_str(std::string(text != nullptr ? text : "Unknown exception"));
+    }
+
+protected:
+    explicit Exception(Std const& standard) : Base(), Std(standard) {}
+};
+
+namespace detail {
+
+/// What is thrown: the standard exception `Std` inside the family.
+template <class Std>
+class ZVFLNETWORK_EXPORT AnonymousInternalException : public Exception<IInternalException, Std, void> {
+public:
+    explicit AnonymousInternalException(Std const& standard)
+        : Exception<IInternalException, Std, void>(standard) {}
+
+    /// A copy on the heap, of this type, which the caller owns. Additional `boost::error_info` is copied, not
+    /// shared, so that the copy can go to another thread.
+    boost::exception_detail::clone_base const* clone() const override {
+        return new AnonymousInternalException(*this, CloneTag());
+    }
+
+    /// Throws a copy of this object, as this type.
+    [[noreturn]] void rethrow() const override { throw AnonymousInternalException(*this, CloneTag()); }
+
+private:
+    struct CloneTag {};
+    // From the standard base alone: copying `boost::exception` counts references without an atomic.
+    AnonymousInternalException(AnonymousInternalException const& other, CloneTag)
+        : Exception<IInternalException, Std, void>(static_cast<Std const&>(other)) {
+        boost::exception_detail::copy_boost_exception(this, &other);
+    }
+};
+
+/// The exception to throw for a plain standard one:
+/// `throw makeInternalException(std::logic_error("IRI parsing failed"));`
+template <class Std>
+AnonymousInternalException<Std> makeInternalException(Std const& standard) {
+    return AnonymousInternalException<Std>(standard);
+}
+
+} // namespace detail
+
+// The types that the library throws have their one home in it, so that a handler in any module knows them.
+extern template class Exception<IInternalException, std::logic_error, void>;
+extern template class Exception<IInternalException, std::invalid_argument, void>;
+extern template class Exception<IInternalException, std::out_of_range, void>;
+extern template class Exception<IInternalException, std::runtime_error, void>;
+extern template class Exception<IInternalException, std::system_error, void>;
+
+namespace detail {
+
+extern template class AnonymousInternalException<std::logic_error>;
+extern template class AnonymousInternalException<std::invalid_argument>;
+extern template class AnonymousInternalException<std::out_of_range>;
+extern template class AnonymousInternalException<std::runtime_error>;
+extern template class AnonymousInternalException<std::system_error>;
+
+} // namespace detail
+
+} // namespace foundation::core::except

@@ -1,0 +1,55 @@
+#include <foundation/core/except/InternalException.hpp>
+
+#include <unicode/unistr.h>
+
+namespace foundation::core::except {
+
+IException::IException() = default;
+IException::IException(IException const&) = default;
+IException& IException::operator=(IException const&) = default;
+IException::~IException() noexcept = default;
+
+char const* IException::what() const noexcept {
+    // The text lives in the standard base, beside this one in the complete object. The call is qualified:
+    // a virtual one would come back here.
+    if (auto const* logic = dynamic_cast<std::logic_error const*>(this)) {
+        return logic->std::logic_error::what();
+    }
+    if (auto const* runtime = dynamic_cast<std::runtime_error const*>(this)) {
+        return runtime->std::runtime_error::what();
+    }
+    return "Unknown exception";
+}
+
+std::u16string IException::convert_str(std::string const& text) const {
+    icu::UnicodeString const wide = icu::UnicodeString::fromUTF8(text);
+    return std::u16string(wide.getBuffer(), static_cast<std::size_t>(wide.length()));
+}
+
+std::string IException::convert_str(std::u16string const& text) const {
+    std::string narrow;
+    return icu::UnicodeString(text.data(), static_cast<int32_t>(text.size())).toUTF8String(narrow);
+}
+
+IInternalException::IInternalException() = default;
+IInternalException::IInternalException(IInternalException const&) = default;
+IInternalException& IInternalException::operator=(IInternalException const&) = default;
+IInternalException::~IInternalException() noexcept = default;
+
+template class Exception<IInternalException, std::logic_error, void>;
+template class Exception<IInternalException, std::invalid_argument, void>;
+template class Exception<IInternalException, std::out_of_range, void>;
+template class Exception<IInternalException, std::runtime_error, void>;
+template class Exception<IInternalException, std::system_error, void>;
+
+namespace detail {
+
+template class AnonymousInternalException<std::logic_error>;
+template class AnonymousInternalException<std::invalid_argument>;
+template class AnonymousInternalException<std::out_of_range>;
+template class AnonymousInternalException<std::runtime_error>;
+template class AnonymousInternalException<std::system_error>;
+
+} // namespace detail
+
+} // namespace foundation::core::except
