@@ -1,0 +1,65 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <utility>
+
+namespace foundation::network::iri::detail {
+
+/// A place for a value that is worked out on demand, at most once kept, and read by any number of threads.
+///
+/// `publish` and `get` may run at the same time on one object: a reader sees nothing or a complete value, and a
+/// published value is never replaced, so a reference to it stays valid until the object is changed by one of
+/// the operations below. Two threads may work out the value at once; the second throws its own away. Nobody
+/// ever waits.
+///
+/// Assignment, `reset`, `swap` and destruction need exclusive use of the object. A copy may be taken while
+/// others read and publish.
+template <class T>
+class PublishedOnce {
+public:
+    PublishedOnce() noexcept = default;
+    PublishedOnce(PublishedOnce const& other) : value(other.get() != nullptr ? new T(*other.get()) : nullptr) {}
+    PublishedOnce(PublishedOnce&& other) noexcept : value(other.release()) {}
+    PublishedOnce& operator=(PublishedOnce const& other) {
+        PublishedOnce(other).swap(*this);
+        return *this;
+    }
+    PublishedOnce& operator=(PublishedOnce&& other) noexcept {
+        PublishedOnce(std::move(other)).swap(*this);
+        return *this;
+    }
+    ~PublishedOnce() { delete value.load(std::memory_order_relaxed); }
+
+    /// The value, or null while there is none.
+    [[nodiscard]] T const* get() const noexcept { return value.load(std::memory_order_acquire); }
+
+    /// Makes `fresh` the value unless there is one, and gives the value that there is then.
+    T const& publish(T&& fresh) const {
+        auto own = std::make_unique<T const>(std::move(fresh));
+        T const* there = nullptr;
+        if (value.compare_exchange_strong(there, own.get(), std::memory_order_acq_rel, std::memory_order_acquire)) {
+            there = own.release();
+        }
+        return *there;
+    }
+
+    void reset() noexcept { delete release(); }
+
+    void swap(PublishedOnce& other) noexcept {
+        T const* const mine = value.load(std::memory_order_relaxed);
+        value.store(other.value.load(std::memory_order_relaxed), std::memory_order_relaxed);
+        other.value.store(mine, std::memory_order_relaxed);
+    }
+
+private:
+    T const* release() noexcept {
+        T const* const held = value.load(std::memory_order_relaxed);
+        value.store(nullptr, std::memory_order_relaxed);
+        return held;
+    }
+
+    mutable std::atomic<T const*> value{nullptr};
+};
+
+} // namespace foundation::network::iri::detail

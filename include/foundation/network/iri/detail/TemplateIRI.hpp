@@ -1,0 +1,125 @@
+#pragma once
+
+#include <foundation/core/Export.hpp>
+#include <foundation/network/iri/Encoding.hpp>
+#include <foundation/network/iri/detail/Parts.hpp>
+#include <foundation/network/iri/detail/PublishedOnce.hpp>
+#include <foundation/network/iri/detail/StringParts.hpp>
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+namespace foundation::network::iri::detail {
+
+/// The value behind `IRI`, over UTF-32 text. Its public operations are those of `IRI`, documented there.
+///
+/// A parsed value keeps its text, and its parts are slices of it; a built value keeps the parts, and assembles a
+/// text when asked for one. What a `const` operation works out (forms of parts, forms of the whole) is
+/// published once and then only read, so any number of threads may call `const` operations on one value, and
+/// copy it, at the same time. All other members are written under exclusive use alone.
+template <class String>
+class ZVFLNETWORK_EXPORT TemplateIRI {
+public:
+    using Iterator = typename String::const_iterator;
+    using Range = boost::iterator_range<Iterator>;
+
+    TemplateIRI() noexcept;
+    explicit TemplateIRI(std::u16string const& text);
+    TemplateIRI(TemplateIRI const& other);
+    TemplateIRI(TemplateIRI&& other) noexcept;
+    TemplateIRI& operator=(TemplateIRI const& other);
+    TemplateIRI& operator=(TemplateIRI&& other) noexcept;
+    virtual ~TemplateIRI();
+
+    void swap(TemplateIRI& other) noexcept;
+
+    bool isEmpty() const noexcept { return flags.empty; }
+    bool hasScheme() const noexcept { return flags.hasScheme; }
+    bool hasAuthority() const noexcept { return flags.hasAuthority; }
+    bool hasQuery() const noexcept { return flags.hasQuery; }
+    bool hasFragment() const noexcept { return flags.hasFragment; }
+    bool hasAbsolutePath() const noexcept { return flags.hasAbsolutePath; }
+    bool isAbsolute() const noexcept { return flags.isAbsolute; }
+    bool isOpaque() const noexcept { return flags.isOpaque; }
+    bool hasPort() const noexcept { return flags.hasPort; }
+    bool hasHost() const noexcept { return flags.hasHost; }
+    bool hasUserInfo() const noexcept { return flags.hasUserInfo; }
+
+    std::u16string getScheme() const;
+    std::u16string getPort() const;
+    unsigned short getPortNumber() const;
+
+    std::u16string getUserInfo(Encoding const& encoding) const;
+    std::u16string getHost(Encoding const& encoding) const;
+    std::u16string getPath(Encoding const& encoding) const;
+    std::u16string getQuery(Encoding const& encoding) const;
+    std::u16string getFragment(Encoding const& encoding) const;
+    std::u16string getAuthority(Encoding const& encoding) const;
+    std::u16string getSchemeSpecificPart(Encoding const& encoding) const;
+
+    std::u16string toString(bool strict) const;
+    std::u16string toAsciiString(bool strict) const;
+
+private:
+    using View = std::basic_string_view<typename String::value_type>;
+
+    static constexpr char32_t FULL_STOP = 46;
+    static constexpr char32_t COLON = 58;
+    static constexpr char32_t HASH_SIGN = 35;
+    static constexpr char32_t FORWARD_SLASH = 47;
+    static constexpr char32_t COMMERCIAL_AT = 64;
+    static constexpr char32_t QUESTION_MARK = 63;
+
+    /// Presence and shape of the parts, copied and swapped as one.
+    struct Flags {
+        bool empty = true;        // nothing in it at all
+        bool textCurrent = false; // the source of `parts` is the Iri form of the value
+        bool hasScheme = false;
+        bool hasQuery = false;
+        bool hasFragment = false;
+        bool hasAuthority = false;
+        bool hasAbsolutePath = false;
+        bool isAbsolute = false;
+        bool isOpaque = false;
+        bool hasPort = false;
+        bool hasHost = false;
+        bool hasUserInfo = false;
+        bool pathHasDotSegments = false;
+        bool pathIsEmpty = true;
+        bool queryIsFormEncoded = false;
+    };
+
+    void parse();
+    void setPartFlags(Parts<Iterator> const& found);
+    void setStringParts(Parts<Iterator> const& found);
+    Range schemeRange(Parts<Iterator> const& found) const { return found.scheme.value_or(Range()); }
+    Range userInfoRange(Parts<Iterator> const& found) const { return found.userInfo.value_or(Range()); }
+    Range hostRange(Parts<Iterator> const& found) const { return found.host.value_or(Range()); }
+    Range portRange(Parts<Iterator> const& found) const { return found.port.value_or(Range()); }
+    Range pathRange(Parts<Iterator> const& found) const { return found.path.value_or(Range()); }
+    Range queryRange(Parts<Iterator> const& found) const { return found.query.value_or(Range()); }
+    Range fragmentRange(Parts<Iterator> const& found) const { return found.fragment.value_or(Range()); }
+
+    String const& sourceText() const noexcept { return parts.getSource(); }
+    String nativeScheme() const;
+
+    std::u16string getPart(Part part, Encoding const& encoding) const;
+    void appendPart(String& text, Part part, Encoding const& encoding) const;
+    void appendSsp(String& text, Encoding const& encoding) const;
+    String getNativeAuthority(Encoding const& encoding) const;
+    String getNativeSsp(Encoding const& encoding) const;
+    String const& toNativeStringFromParts(Encoding const& encoding) const;
+    std::u16string toStringFromParts(Encoding const& encoding) const;
+
+    Flags flags;
+    unsigned short port = 0;      // meaningful with `hasPort`
+    std::u16string scheme;        // as written
+    std::u16string portString;    // as written
+    StringParts<String> parts;    // and the source text
+    std::array<PublishedOnce<String>, 5> nativeStrings; // the forms of the whole, by encoding
+};
+
+extern template class TemplateIRI<std::u32string>;
+
+} // namespace foundation::network::iri::detail

@@ -1,0 +1,110 @@
+// From a text to a value: match, flags, parts, port.
+
+#include <foundation/core/except/InternalException.hpp>
+#include <foundation/network/iri/detail/TemplateIRI.hpp>
+
+#include "iri/RelativePath.hpp"
+#include "iri/encoding/Transcoding.hpp"
+#include "iri/grammar/IriGrammar.hpp"
+#include "iri/grammar/PortReader.hpp"
+
+namespace foundation::network::iri::detail {
+
+using core::except::detail::makeInternalException;
+
+namespace {
+
+std::u32string_view viewOf(boost::iterator_range<std::u32string::const_iterator> const& range) {
+    return range.empty() ? std::u32string_view() : std::u32string_view(&range.front(), range.size());
+}
+
+[[noreturn]] void throwParsingFailed() { throw makeInternalException(std::logic_error("IRI parsing failed")); }
+
+} // namespace
+
+template <class String>
+TemplateIRI<String>::TemplateIRI(std::u16string const& text) {
+    parts.adoptSource(encoding::toUtf32(text));
+    parse();
+}
+
+template <class String>
+void TemplateIRI<String>::parse() {
+    flags.textCurrent = true;
+    if (sourceText().empty()) {
+        parts.setSlice(Part::path, 0, 0);
+        return;
+    }
+    flags.empty = false;
+
+    Parts<Iterator> found;
+    if (!grammar::matchIriReference(sourceText(), found)) {
+        throwParsingFailed();
+    }
+    setPartFlags(found);
+    found.update();
+    setStringParts(found);
+    if (flags.hasScheme) {
+        scheme = encoding::toUtf16(viewOf(schemeRange(found)));
+    }
+    if (flags.hasPort) {
+        auto const text = viewOf(portRange(found));
+        auto const number = grammar::readPort(text);
+        if (!number) {
+            throwParsingFailed();
+        }
+        port = *number;
+        portString = encoding::toUtf16(text);
+    }
+    flags.pathHasDotSegments = hasRelativePathSegments(viewOf(pathRange(found)));
+}
+
+// Runs on the record as the grammar left it: the flags must see what is absent.
+template <class String>
+void TemplateIRI<String>::setPartFlags(Parts<Iterator> const& found) {
+    if (flags.empty) {
+        return;
+    }
+    flags.hasScheme = found.scheme.has_value();
+    flags.hasQuery = found.query.has_value();
+    flags.hasFragment = found.fragment.has_value();
+    flags.hasHost = found.host.has_value();
+    flags.hasUserInfo = found.userInfo.has_value();
+    flags.hasAuthority = flags.hasHost;
+    flags.hasPort = found.port.has_value();
+    Range const path = pathRange(found);
+    flags.pathIsEmpty = path.empty();
+    flags.hasAbsolutePath = !path.empty() && path.front() == FORWARD_SLASH;
+    if (flags.hasScheme) {
+        flags.isAbsolute = true;
+        flags.isOpaque = !flags.hasHost && !flags.hasAbsolutePath;
+    }
+}
+
+template <class String>
+void TemplateIRI<String>::setStringParts(Parts<Iterator> const& found) {
+    auto const set = [this](Part part, Range const& range) {
+        parts.setSlice(part, static_cast<std::size_t>(range.begin() - sourceText().begin()), range.size());
+    };
+    set(Part::path, pathRange(found));
+    parts.setSchemePresent(flags.hasScheme);
+    if (flags.hasUserInfo) {
+        set(Part::userInfo, userInfoRange(found));
+    }
+    if (flags.hasHost) {
+        set(Part::host, hostRange(found));
+    }
+    if (flags.hasQuery) {
+        set(Part::query, queryRange(found));
+    }
+    if (flags.hasFragment) {
+        set(Part::fragment, fragmentRange(found));
+    }
+}
+
+template TemplateIRI<std::u32string>::TemplateIRI(std::u16string const&);
+template void TemplateIRI<std::u32string>::parse();
+template void TemplateIRI<std::u32string>::setPartFlags(Parts<Iterator> const&);
+template void TemplateIRI<std::u32string>::setStringParts(Parts<Iterator> const&);
+
+} // namespace foundation::network::iri::detail

@@ -1,0 +1,190 @@
+#include "iri/encoding/Conversions.hpp"
+
+#include "iri/encoding/PartRules.hpp"
+#include "iri/encoding/PercentEncoding.hpp"
+#include "iri/encoding/Transcoding.hpp"
+#include "iri/grammar/PercentDecoder.hpp"
+
+#include <algorithm>
+
+namespace foundation::network::iri::encoding {
+
+namespace {
+
+using grammar::percentDecodeGrammar;
+
+percentDecodeGrammar const& decoderOfAll() {
+    static percentDecodeGrammar const decoder(std::u32string{});
+    return decoder;
+}
+
+// The decoder that keeps what is special to a part; one for each, made together.
+percentDecodeGrammar const& decoderOf(Part part) {
+    struct Keeping : percentDecodeGrammar {
+        explicit Keeping(Part of)
+            : percentDecodeGrammar(std::u32string(rulesOf(of).kept.begin(), rulesOf(of).kept.end())) {}
+    };
+    static std::array<Keeping, 5> const decoders{Keeping(Part::userInfo), Keeping(Part::host), Keeping(Part::path),
+                                                 Keeping(Part::query), Keeping(Part::fragment)};
+    return decoders[static_cast<std::size_t>(part)];
+}
+
+constexpr std::array<AsciiSet, 5> escapedSets = [] {
+    std::array<AsciiSet, 5> sets;
+    std::transform(partRules.begin(), partRules.end(), sets.begin(),
+                   [](PartRules const& rules) { return AsciiSet(rules.escaped); });
+    return sets;
+}();
+constexpr AsciiSet formEncodedSet{formEncodedEscaped};
+
+bool isFormEncodedQuery(Part part, PartContext const& context) {
+    return part == Part::query && context.formEncoded;
+}
+
+bool isUnicodeScalar(char32_t c) { return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF); }
+
+// The length of the text in which a ":" would make the reference read as one with a scheme, 0 where none would.
+std::size_t colonStepLength(Part part, std::u32string_view text, PartContext const& context) {
+    bool const applies = rulesOf(part).escapesFirstColons && !context.schemePresent && !context.hasUserInfo &&
+                         !context.hasHost;
+    return applies ? std::min(text.find(U'/'), text.size()) : 0;
+}
+
+std::u32string escapeFirstColons(Part part, std::u32string text, PartContext const& context) {
+    std::size_t const length = colonStepLength(part, text, context);
+    if (std::u32string_view(text).substr(0, length).find(U':') == std::u32string_view::npos) {
+        return text;
+    }
+    std::u32string result;
+    result.reserve(text.size() + 8);
+    for (std::size_t i = 0; i != length; ++i) {
+        if (text[i] == U':') {
+            percentByte(result, ':');
+        } else {
+            result.push_back(text[i]);
+        }
+    }
+    return result.append(text, length);
+}
+
+std::u32string escapeForbidden(std::u32string text) {
+    if (std::none_of(text.begin(), text.end(), isIriForbidden)) {
+        return text;
+    }
+    std::u32string result;
+    result.reserve(text.size() + 16);
+    for (char32_t const c : text) {
+        escapeIriForbidden(c, result);
+    }
+    return result;
+}
+
+// Each character of `escaped` by its `%XX`; a space by "+" where the query is form-encoded.
+std::u32string applyEncodeTable(std::u32string text, AsciiSet const& escaped, bool spaceIsPlus) {
+    auto const isEscaped = [&escaped](char32_t c) { return escaped.contains(c); };
+    auto const first = std::find_if(text.begin(), text.end(), isEscaped);
+    if (first == text.end()) {
+        return text;
+    }
+    std::u32string result(text.begin(), first);
+    result.reserve(text.size() + 16);
+    std::for_each(first, text.end(), [&](char32_t c) {
+        if (!isEscaped(c)) {
+            result.push_back(c);
+        } else if (c == U' ' && spaceIsPlus) {
+            result.push_back(U'+');
+        } else {
+            percentByte(result, static_cast<unsigned char>(c));
+        }
+    });
+    return result;
+}
+
+// Whether no step of `iriFromRaw` changes the text.
+bool isIriAlready(Part part, std::u32string_view text, AsciiSet const& escaped, PartContext const& context) {
+    bool const privateUse = rulesOf(part).escapesPrivateUse;
+    return std::none_of(text.begin(), text.end(),
+                        [&](char32_t c) {
+                            return c == U'%' || escaped.contains(c) || isIriForbidden(c) ||
+                                   (privateUse && isIriExcluded(c));
+                        }) &&
+           text.substr(0, colonStepLength(part, text, context)).find(U':') == std::u32string_view::npos;
+}
+
+// What follows once bytes have been decoded: UTF-8 with its faulty bytes written as escapes.
+struct DecodedText {
+    bool repaired;
+    std::u32string text;
+};
+DecodedText decodeUtf8(std::string bytes) {
+    auto const repaired = repairUtf8(std::move(bytes));
+    return {repaired.repaired, fromUtf8(repaired.bytes)};
+}
+
+} // namespace
+
+Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context) {
+    if (isFormEncodedQuery(part, context)) {
+        return uriFromIri(part, text, context);
+    }
+    if (std::all_of(text.begin(), text.end(), [](char32_t c) { return c != U'%' && isUnicodeScalar(c); })) {
+        return std::nullopt;
+    }
+    // The bytes of the Uri form with its escapes resolved: nothing is gained by writing that form out.
+    std::string bytes;
+    decoderOfAll().decode(text, bytes);
+    auto decoded = decodeUtf8(std::move(bytes));
+    if (decoded.repaired) {
+        // A faulty byte ends up as the code point of its value.
+        decoderOfAll().decode(std::u32string(decoded.text), decoded.text);
+    }
+    return std::move(decoded.text);
+}
+
+Converted iriFromRaw(Part part, std::u32string_view text, PartContext const& context) {
+    bool const form = isFormEncodedQuery(part, context);
+    AsciiSet const& escaped = form ? formEncodedSet : escapedSets[static_cast<std::size_t>(part)];
+    if (isIriAlready(part, text, escaped, context)) {
+        return std::nullopt;
+    }
+    std::u32string result(text);
+    if (!form) {
+        result = protectPercentEscapes(std::move(result));
+    }
+    result = applyEncodeTable(std::move(result), escaped, form);
+    if (rulesOf(part).escapesPrivateUse) {
+        result = escapeIriExcluded(std::move(result));
+    }
+    return escapeFirstColons(part, escapeForbidden(std::move(result)), context);
+}
+
+Converted iriFromUri(Part part, std::u32string_view text, PartContext const& context) {
+    if (isFormEncodedQuery(part, context)) {
+        // Taken as it is; the decoder, which any text but an empty one passes, has no say in the result.
+        return std::nullopt;
+    }
+    std::u32string decoded;
+    decoderOf(part).decode(text, decoded);
+    std::string bytes(decoded.size(), '\0');
+    std::transform(decoded.begin(), decoded.end(), bytes.begin(), [](char32_t c) { return static_cast<char>(c); });
+
+    std::u32string result = escapeFirstColons(part, decodeUtf8(std::move(bytes)).text, context);
+    if (rulesOf(part).escapesPrivateUse) {
+        result = escapeIriExcluded(std::move(result));
+    }
+    return escapeForbidden(std::move(result));
+}
+
+Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const& /*context*/) {
+    return isUriForm(text) ? Converted() : Converted(toUriForm(text));
+}
+
+Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text, PartContext const& context) {
+    using detail::Form;
+    if (from == Form::iri) {
+        return to == Form::raw ? rawFromIri(part, text, context) : uriFromIri(part, text, context);
+    }
+    return from == Form::raw ? iriFromRaw(part, text, context) : iriFromUri(part, text, context);
+}
+
+} // namespace foundation::network::iri::encoding

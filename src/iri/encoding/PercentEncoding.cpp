@@ -1,0 +1,161 @@
+#include "iri/encoding/PercentEncoding.hpp"
+
+#include "iri/encoding/Transcoding.hpp"
+
+#include <algorithm>
+
+namespace foundation::network::iri::encoding {
+
+namespace {
+
+constexpr bool within(char32_t c, char32_t first, char32_t last) { return c >= first && c <= last; }
+
+constexpr bool isUriCharacter(char32_t c) { return within(c, 33, 126); }
+
+void percentUtf8(std::u32string& out, char32_t codePoint) {
+    encodeUtf8(codePoint, [&out](unsigned char byte) { percentByte(out, byte); });
+}
+
+constexpr bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
+// How many leading bits of a byte are 1.
+constexpr std::size_t leadingOnes(char byte) {
+    std::size_t ones = 0;
+    for (unsigned bits = static_cast<unsigned char>(byte); (bits & 0x80) != 0; bits <<= 1) {
+        ++ones;
+    }
+    return ones;
+}
+
+// Whether each sequence has the continuation bytes that its lead byte declares, read from the end.
+bool isWellFormed(std::string_view bytes) {
+    std::size_t continuations = 0;
+    for (std::size_t at = bytes.size(); at != 0; --at) {
+        if (isContinuation(bytes[at - 1])) {
+            ++continuations;
+            continue;
+        }
+        if (std::clamp<std::size_t>(leadingOnes(bytes[at - 1]), 1, 4) != continuations + 1) {
+            return false;
+        }
+        continuations = 0;
+    }
+    return continuations == 0;
+}
+
+} // namespace
+
+bool isUriForm(std::u32string_view text) { return std::all_of(text.begin(), text.end(), isUriCharacter); }
+
+std::u32string toUriForm(std::u32string_view text) {
+    std::u32string result;
+    result.reserve(text.size());
+    for (char32_t const c : text) {
+        if (isUriCharacter(c)) {
+            result.push_back(c);
+        } else {
+            percentUtf8(result, c);
+        }
+    }
+    return result;
+}
+
+std::u32string protectPercentEscapes(std::u32string text) {
+    std::size_t at = text.find(U'%');
+    if (at == std::u32string::npos) {
+        return text;
+    }
+    std::u32string result(text, 0, at);
+    result.reserve(text.size() + 8);
+    for (; at != text.size(); ++at) {
+        if (isEscapeAt(text, at)) {
+            percentByte(result, '%');
+        } else {
+            result.push_back(text[at]);
+        }
+    }
+    return result;
+}
+
+bool isIriExcluded(char32_t c) {
+    return c >= 0xE000 && (c <= 0xF8FF || within(c, 0xE0000, 0xE0FFF) || within(c, 0xF0000, 0xFFFFD) ||
+                           within(c, 0x100000, 0x10FFFD));
+}
+
+std::u32string escapeIriExcluded(std::u32string text) {
+    if (std::none_of(text.begin(), text.end(), isIriExcluded)) {
+        return text;
+    }
+    std::u32string result;
+    result.reserve(text.size() + 16);
+    for (char32_t const c : text) {
+        if (isIriExcluded(c)) {
+            percentUtf8(result, c);
+        } else {
+            result.push_back(c);
+        }
+    }
+    return result;
+}
+
+bool isIriForbidden(char32_t c) {
+    if (c < 0x80) {
+        return c < 0x20 || c == 0x7F || c == U'"' || c == U'<' || c == U'>' || c == U'\\' || c == U'^' ||
+               c == U'`' || within(c, U'{', U'}');
+    }
+    if (c < 0x200E) {
+        return c < 0xA0;
+    }
+    return c <= 0x200F || within(c, 0x202A, 0x202E) || within(c, 0xD800, 0xDFFF) || within(c, 0xFDD0, 0xFDEF) ||
+           within(c, 0xFFF0, 0xFFFF) || (c > 0x10000 && (c & 0xFFFE) == 0xFFFE);
+}
+
+void escapeIriForbidden(char32_t codePoint, std::u32string& out) {
+    if (isIriForbidden(codePoint)) {
+        percentUtf8(out, codePoint);
+    } else {
+        out.push_back(codePoint);
+    }
+}
+
+RepairedUtf8 repairUtf8(std::string bytes) {
+    if (isWellFormed(bytes)) {
+        return {false, std::move(bytes)};
+    }
+    RepairedUtf8 result{false, {}};
+    result.bytes.reserve(bytes.size() + 16);
+    for (std::size_t at = 0; at != bytes.size();) {
+        std::size_t const ones = leadingOnes(bytes[at]);
+        // 0xxxxxxx stands alone, 10xxxxxx and 1111111x begin nothing.
+        std::size_t const length = ones == 0 ? 1 : ones == 1 || ones > 6 ? 0 : ones;
+        bool const whole = length != 0 && length <= bytes.size() - at &&
+                           std::all_of(bytes.begin() + static_cast<std::ptrdiff_t>(at) + 1,
+                                       bytes.begin() + static_cast<std::ptrdiff_t>(at + length), isContinuation);
+        if (whole) {
+            result.bytes.append(bytes, at, length);
+            at += length;
+        } else {
+            percentByte(result.bytes, static_cast<unsigned char>(bytes[at++]));
+            result.repaired = true;
+        }
+    }
+    return result;
+}
+
+std::u32string escapeStrayPercent(std::u32string_view text, bool escapeBrackets) {
+    std::u32string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at != text.size(); ++at) {
+        char32_t const c = text[at];
+        bool const stray = c == U'%' && !isEscapeAt(text, at);
+        bool const bracket = escapeBrackets && (c == U'[' || c == U']');
+        if (stray || bracket) {
+            percentByte(result, static_cast<unsigned char>(c));
+        } else {
+            result.push_back(c);
+        }
+    }
+    return result;
+}
+
+} // namespace foundation::network::iri::encoding

@@ -1,0 +1,181 @@
+#include "iri/encoding/Transcoding.hpp"
+
+#include <foundation/core/except/InternalException.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace foundation::network::iri::encoding {
+
+namespace {
+
+using core::except::detail::makeInternalException;
+
+// Units are converted in strides of a constant length, which compilers turn into vector code, into a buffer on
+// the stack: a text of ordinary length is built from it with one allocation of the right size.
+constexpr std::size_t STRIDE = 16;
+constexpr std::size_t BUFFER = 512;
+
+constexpr bool isSurrogate(char32_t c) { return (c & 0xFFFFF800) == 0xD800; }
+constexpr bool isLead(char16_t c) { return (c & 0xFC00) == 0xD800; }
+constexpr bool isTrail(char16_t c) { return (c & 0xFC00) == 0xDC00; }
+
+// "0x" and lower-case digits; zero alone has no prefix.
+std::string hexadecimal(char32_t value) {
+    std::array<char, 16> digits{};
+    auto const length = std::snprintf(digits.data(), digits.size(), "%#x", static_cast<unsigned>(value));
+    return {digits.data(), static_cast<std::size_t>(length)};
+}
+
+[[noreturn]] void throwMisplacedSurrogate(char16_t unit) {
+    throw makeInternalException(std::out_of_range("Misplaced UTF-16 surrogate U+" + hexadecimal(unit) +
+                                                  " encountered while trying to encode UTF-32 sequence"));
+}
+
+[[noreturn]] void throwInvalidUtf8() {
+    throw makeInternalException(
+        std::out_of_range("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character"));
+}
+
+// One code point, from one or two units.
+char32_t decode(char16_t const*& at, char16_t const* end) {
+    char16_t const unit = *at++;
+    if (!isSurrogate(unit)) {
+        return unit;
+    }
+    if (!isLead(unit)) {
+        throwMisplacedSurrogate(unit);
+    }
+    char16_t const next = at == end ? char16_t(0) : *at;
+    if (!isTrail(next)) {
+        throwMisplacedSurrogate(next);
+    }
+    ++at;
+    return 0x10000 + ((static_cast<char32_t>(unit) & 0x3FF) << 10) + (static_cast<char32_t>(next) & 0x3FF);
+}
+
+// Converts up to STRIDE units, or one more where a pair begins at the last; returns the end of the output.
+char32_t* convertStride(char16_t const*& at, char16_t const* end, char32_t* out) {
+    if (static_cast<std::size_t>(end - at) >= STRIDE) {
+        unsigned surrogates = 0;
+        for (std::size_t i = 0; i != STRIDE; ++i) {
+            surrogates |= static_cast<unsigned>(isSurrogate(at[i]));
+        }
+        if (surrogates == 0) {
+            for (std::size_t i = 0; i != STRIDE; ++i) {
+                out[i] = at[i];
+            }
+            at += STRIDE;
+            return out + STRIDE;
+        }
+    }
+    auto const* const stop = at + std::min(STRIDE, static_cast<std::size_t>(end - at));
+    while (at < stop) {
+        *out++ = decode(at, end);
+    }
+    return out;
+}
+
+// Converts up to STRIDE code points into at most twice as many units; returns the end of the output.
+char16_t* convertStride(char32_t const*& at, char32_t const* end, char16_t* out) {
+    if (static_cast<std::size_t>(end - at) >= STRIDE) {
+        unsigned others = 0;
+        for (std::size_t i = 0; i != STRIDE; ++i) {
+            others |= static_cast<unsigned>(at[i] > 0xFFFF) | static_cast<unsigned>(isSurrogate(at[i]));
+        }
+        if (others == 0) {
+            for (std::size_t i = 0; i != STRIDE; ++i) {
+                out[i] = static_cast<char16_t>(at[i]);
+            }
+            at += STRIDE;
+            return out + STRIDE;
+        }
+    }
+    for (auto const* const stop = at + std::min(STRIDE, static_cast<std::size_t>(end - at)); at != stop; ++at) {
+        if (*at > 0x10FFFF || isSurrogate(*at)) {
+            throwInvalidCodePoint(*at);
+        }
+        if (*at < 0x10000) {
+            *out++ = static_cast<char16_t>(*at);
+        } else {
+            *out++ = static_cast<char16_t>(0xD7C0 + (*at >> 10));
+            *out++ = static_cast<char16_t>(0xDC00 + (*at & 0x3FF));
+        }
+    }
+    return out;
+}
+
+// The longest result of a stride, in units.
+template <class Out>
+constexpr std::size_t STRIDE_RESULT = sizeof(Out) == 2 ? 2 * STRIDE : STRIDE;
+
+template <class Out, class In>
+std::basic_string<Out> convert(std::basic_string_view<In> text) {
+    std::array<Out, BUFFER> buffer; // left as it is: each element is written before it is read
+    std::basic_string<Out> result;
+    auto const* at = text.data();
+    auto const* const end = at + text.size();
+    do {
+        Out* out = buffer.data();
+        while (at != end && out <= buffer.data() + (BUFFER - STRIDE_RESULT<Out>)) {
+            out = convertStride(at, end, out);
+        }
+        if (at == end && result.empty()) {
+            return {buffer.data(), out};
+        }
+        if (result.empty()) {
+            result.reserve(text.size());
+        }
+        result.append(buffer.data(), out);
+    } while (at != end);
+    return result;
+}
+
+} // namespace
+
+void throwInvalidCodePoint(char32_t codePoint) {
+    throw makeInternalException(std::out_of_range("Invalid UTF-32 code point U+" + hexadecimal(codePoint) +
+                                                  " encountered while trying to encode UTF-16 sequence"));
+}
+
+std::u32string toUtf32(std::u16string_view text) { return convert<char32_t>(text); }
+
+std::u16string toUtf16(std::u32string_view text) { return convert<char16_t>(text); }
+
+std::u32string fromUtf8(std::string_view bytes) {
+    std::u32string result;
+    result.reserve(bytes.size());
+    auto const* at = reinterpret_cast<unsigned char const*>(bytes.data());
+    auto const* const end = at + bytes.size();
+    while (at != end) {
+        char32_t codePoint = *at++;
+        if (codePoint >= 0x80) {
+            // Lead bytes C2 to F4; the smallest value of each length shuts out overlong forms.
+            int const continuations = codePoint < 0xC2   ? -1
+                                      : codePoint < 0xE0 ? 1
+                                      : codePoint < 0xF0 ? 2
+                                      : codePoint < 0xF5 ? 3
+                                                         : -1;
+            if (continuations < 0 || end - at < continuations) {
+                throwInvalidUtf8();
+            }
+            constexpr std::array<char32_t, 4> smallest{0, 0x80, 0x800, 0x10000};
+            codePoint &= 0x3Fu >> continuations;
+            for (int i = 0; i != continuations; ++i) {
+                if ((*at & 0xC0) != 0x80) {
+                    throwInvalidUtf8();
+                }
+                codePoint = codePoint << 6 | (*at++ & 0x3Fu);
+            }
+            if (codePoint < smallest[static_cast<std::size_t>(continuations)] || isSurrogate(codePoint) ||
+                codePoint > 0x10FFFF) {
+                throwInvalidUtf8();
+            }
+        }
+        result.push_back(codePoint);
+    }
+    return result;
+}
+
+} // namespace foundation::network::iri::encoding

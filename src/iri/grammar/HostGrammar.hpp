@@ -1,0 +1,23 @@
+#pragma once
+
+#include "iri/grammar/Primitives.hpp"
+
+namespace foundation::network::iri::grammar {
+
+/// `ihost` of RFC 3987: an IP literal in brackets, an IPv4 address or a registered name, as the range that it
+/// covers. It never fails: where no host stands, the range is empty.
+struct HostGrammar : qi::grammar<Iterator, Range()> {
+    HostGrammar();
+
+private:
+    qi::rule<Iterator, Range()> ihost;
+    qi::rule<Iterator> ipLiteral;
+    qi::rule<Iterator> ipv6Address;
+    qi::rule<Iterator> ipv4Address;
+    qi::rule<Iterator> h16;
+    qi::rule<Iterator> ls32;
+    qi::rule<Iterator> group;         // G of the table in the source
+    qi::rule<Iterator> optionalGroup; // P of the table in the source
+};
+
+} // namespace foundation::network::iri::grammar
