@@ -112,7 +112,10 @@ struct IriGrammar : qi::grammar<Iterator, Parts()> {
         auto const ipathNoscheme = qi::copy(qi::raw[qi::omit[run<ISEGMENT_NZ_NC, 1>] >> -(&cp<U'/'> >> qi::omit[run<PATH>])]);
         auto const ipathEmpty = qi::copy(qi::raw[qi::eps]);
 
-        auto const authorityForm = qi::copy(cp<U'/'> >> cp<U'/'> >> -(iuserinfo >> cp<U'@'>) >> host >>
+        // The look ahead keeps the field absent where no "@" follows: Qi writes a range, which it takes for a
+        // container, straight into the optional field.
+        auto const userInfoAhead = qi::copy(&(qi::omit[iuserinfo] >> cp<U'@'>));
+        auto const authorityForm = qi::copy(cp<U'/'> >> cp<U'/'> >> -(userInfoAhead >> iuserinfo >> cp<U'@'>) >> host >>
                                             -(cp<U':'> >> iport) >> ipathAbempty);
         ihierPart = authorityForm |
                     absent >> absent >> absent >> (ipathAbsolute | ipathRootless | ipathEmpty);
