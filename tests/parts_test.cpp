@@ -1,0 +1,349 @@
+#include <foundation/network/iri/detail/StringParts.hpp>
+
+#include "support/Generator.hpp"
+#include "support/PlainConversions.hpp"
+#include "support/Show.hpp"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using foundation::network::iri::Encoding;
+using StringParts = foundation::network::iri::detail::StringParts<std::u32string>;
+namespace plain = support::plain;
+using plain::Text;
+
+constexpr int userInfo = 0, host = 1, path = 2, query = 3, fragment = 4, formEncodedQuery = 5;
+
+void set(StringParts& parts, int part, Text text, Encoding encoding) {
+    switch (part) {
+    case userInfo:
+        return parts.setUserInfo(std::move(text), encoding);
+    case host:
+        return parts.setHost(std::move(text), encoding);
+    case path:
+        return parts.setPath(std::move(text), encoding);
+    case fragment:
+        return parts.setFragment(std::move(text), encoding);
+    default:
+        return parts.setQuery(std::move(text), encoding, part == formEncodedQuery);
+    }
+}
+
+Text const& get(StringParts const& parts, int part, Encoding encoding) {
+    switch (part) {
+    case userInfo:
+        return parts.getUserInfo(encoding);
+    case host:
+        return parts.getHost(encoding);
+    case path:
+        return parts.getPath(encoding);
+    case fragment:
+        return parts.getFragment(encoding);
+    default:
+        return parts.getQuery(encoding);
+    }
+}
+
+// A text, or "! " and the words of what was thrown instead.
+template <class Operation>
+Text outcome(Operation operation) {
+    try {
+        return operation();
+    } catch (std::exception const& e) {
+        std::string const words = std::string("! ") + e.what();
+        return Text(words.begin(), words.end());
+    }
+}
+
+Text converted(int part, Encoding from, Encoding to, Text const& text, bool schemePresent = false) {
+    return outcome([&] {
+        StringParts parts;
+        set(parts, part, text, from);
+        parts.setSchemePresent(schemePresent);
+        return get(parts, part, to);
+    });
+}
+
+Text expected(int part, Encoding from, Encoding to, Text const& text, bool bare = true) {
+    return outcome([&] {
+        auto const toIri = [&](Text const& source) {
+            return from == Encoding::Raw   ? plain::iriFromRaw(part, source, bare)
+                   : from == Encoding::Uri ? plain::iriFromUri(part, source, bare)
+                                           : source;
+        };
+        Text const iri = toIri(text);
+        return to == Encoding::Raw ? plain::rawFromIri(part, iri) : to == Encoding::Uri ? plain::toUriForm(iri) : iri;
+    });
+}
+
+constexpr std::pair<Encoding, Encoding> conversions[] = {{Encoding::Raw, Encoding::Iri}, {Encoding::Raw, Encoding::Uri},
+                                                         {Encoding::Iri, Encoding::Raw}, {Encoding::Iri, Encoding::Uri},
+                                                         {Encoding::Uri, Encoding::Iri}, {Encoding::Uri, Encoding::Raw}};
+
+void agreesEverywhere(Text const& text) {
+    for (int part = userInfo; part <= formEncodedQuery; ++part) {
+        for (auto const& [from, to] : conversions) {
+            ASSERT_EQ(converted(part, from, to, text), expected(part, from, to, text))
+                << "part " << part << ", from " << int(from) << " to " << int(to) << ": " << support::show(text);
+        }
+    }
+}
+
+TEST(Conversions, AgreeWithThePlainOnesForEveryCodePoint) {
+    // ASCII a character at a time, all else in runs: a conversion looks at one character at a time.
+    for (char32_t c = 0; c < 0x100; ++c) {
+        agreesEverywhere(Text(1, c));
+        agreesEverywhere({U'a', c, U':', U'/', c, U':'});
+    }
+    int runs = 0;
+    for (char32_t first = 0x100; first < 0x110000; first += 0x100, ++runs) {
+        Text text;
+        for (char32_t c = first; c != first + 0x100; ++c) {
+            text += c;
+        }
+        agreesEverywhere(text);
+    }
+    EXPECT_EQ(runs, 0x110000 / 0x100 - 1);
+    agreesEverywhere({0x110000});
+    agreesEverywhere({});
+}
+
+TEST(Conversions, AgreeWithThePlainOnesForEscapedBytes) {
+    for (unsigned lead = 0; lead < 0x100; ++lead) {
+        agreesEverywhere(plain::percent(lead));
+        agreesEverywhere(U"x" + plain::percent(lead) + U"%");
+        // Sequences that are whole, cut short, too long, and followed by what is none.
+        for (Text const tail : {U"%80", U"%bF%BF", U"%9f%80%80", U"%8F%BF%BF%BF", U"%80%80%80%80%80", U"%4", U"%25%34%31%FF"}) {
+            agreesEverywhere(plain::percent(lead) + tail);
+        }
+    }
+}
+
+TEST(Conversions, AgreeWithThePlainOnesForGeneratedTexts) {
+    support::Generator generator(3);
+    for (int round = 0; round < 20000; ++round) {
+        Text text = generator.pieces(6);
+        std::erase_if(text, [](char32_t c) { return c > 0x110000; }); // the plain ones know the words for one value
+        agreesEverywhere(text);
+        ASSERT_EQ(converted(path, Encoding::Raw, Encoding::Iri, text, true), expected(path, Encoding::Raw, Encoding::Iri, text, false));
+    }
+}
+
+TEST(Conversions, GiveWhatIsDocumented) {
+    struct Row {
+        int part;
+        Encoding from, to;
+        Text text;
+        Text result;
+    };
+    constexpr auto Raw = Encoding::Raw, Iri = Encoding::Iri, Uri = Encoding::Uri;
+    Text const noUtf8 = U"! Invalid UTF-8 sequence encountered while trying to encode UTF-32 character";
+    Row const rows[] = {
+        {path, Raw, Iri, U"a b", U"a%20b"},
+        {path, Uri, Raw, U"%C3%A9", U"\u00E9"},
+        {path, Uri, Iri, U"%41%2F%20", U"A/%20"},
+        {path, Uri, Iri, U"%ff", U"%FF"},
+        {path, Iri, Raw, U"%FF", U"\u00FF"},
+        {path, Raw, Iri, U"%41", U"%2541"},
+        {path, Raw, Iri, U"100%", U"100%"},
+        {path, Raw, Iri, U"a:b/c:d", U"a%3Ab/c:d"},
+        {path, Raw, Iri, U"/a:b", U"/a:b"},
+        {host, Raw, Iri, U"a%41", U"a%252541"},
+        {host, Raw, Iri, U"%", U"%25"},
+        {path, Raw, Iri, U"\uE000", U"%EE%80%80"},
+        {query, Raw, Iri, U"\uE000", U"\uE000"},
+        {fragment, Raw, Iri, U"\u202E", U"%E2%80%AE"},
+        {formEncodedQuery, Raw, Iri, U"a b&c=d%20e", U"a+b&c=d%20e"},
+        {formEncodedQuery, Iri, Raw, U"a+b%20c", U"a+b%20c"},
+        {path, Iri, Raw, U"%25%34%31%FF", U"A\u00FF"},
+        {path, Iri, Raw, U"%C0%AF", noUtf8},             // overlong
+        {path, Iri, Raw, U"%ED%A0%80", noUtf8},          // a surrogate
+        {path, Iri, Raw, U"%F4%90%80%80", noUtf8},       // above U+10FFFF
+        {path, Iri, Raw, U"%F8%88%80%80%80", noUtf8},    // five bytes
+        {path, Iri, Raw, U"%FC%84%80%80%80%80", noUtf8}, // six bytes
+        {path, Uri, Iri, U"%C0%AF", noUtf8},
+        {path, Iri, Raw, U"%E4%B8", U"\u00E4\u00B8"}, // cut short
+    };
+    for (auto const& row : rows) {
+        EXPECT_EQ(converted(row.part, row.from, row.to, row.text), row.result) << support::show(row.text);
+    }
+}
+
+TEST(Conversions, RawToIriAndBackLosesNothing) {
+    support::Generator generator(4);
+    for (int round = 0; round < 20000; ++round) {
+        Text text = generator.pieces(6);
+        std::erase_if(text, [](char32_t c) { return c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF); });
+        bool const looksEscaped = plain::decoded(text, U"") != text;
+        for (int const part : {userInfo, host, path, query, fragment}) {
+            if (part == host && looksEscaped) {
+                continue; // a host's "%" is escaped whatever follows it, and one before digits twice
+            }
+            StringParts parts;
+            set(parts, part, text, Encoding::Raw);
+            StringParts back;
+            set(back, part, get(parts, part, Encoding::Iri), Encoding::Iri);
+            ASSERT_EQ(get(back, part, Encoding::Raw), text) << support::show(text);
+        }
+    }
+}
+
+TEST(StringParts, AnAbsentPartIsNamed) {
+    StringParts const none;
+    Text const names[] = {U"UserInfo", U"Host", U"Path", U"Query", U"Fragment"};
+    for (int part = userInfo; part <= fragment; ++part) {
+        EXPECT_EQ(outcome([&] { return get(none, part, Encoding::Iri); }), U"! Item not set: " + names[part]);
+    }
+    EXPECT_EQ(outcome([&] { return none.getAuthority(Encoding::Raw); }), U"! Item not set: Host: Host (in getAuthority)");
+    EXPECT_EQ(outcome([&] { return none.storedUserInfo().first; }), U"! Item not set");
+    EXPECT_EQ(outcome([&] { return none.storedHost().first; }), U"! Item not set");
+    EXPECT_EQ(outcome([&] { return none.storedPath().first; }), U"! Item not set");
+    EXPECT_EQ(outcome([&] { return none.storedQuery().first; }), U"! Item not set");
+    EXPECT_EQ(outcome([&] { return none.storedFragment().first; }), U"! Item not set");
+    EXPECT_THROW((void)none.storedHost(), std::runtime_error);
+}
+
+TEST(StringParts, EmptyMeansNothingButAnEmptyPath) {
+    StringParts parts;
+    EXPECT_TRUE(parts.isEmpty());
+    parts.setPath(U"", Encoding::Iri);
+    EXPECT_TRUE(parts.isEmpty());
+    EXPECT_TRUE(parts == StringParts());
+    parts.setQuery(U"", Encoding::Iri, false);
+    EXPECT_FALSE(parts.isEmpty());
+    EXPECT_TRUE(parts != StringParts());
+    parts.reset();
+    EXPECT_TRUE(parts.isEmpty());
+    EXPECT_EQ(outcome([&] { return parts.getQuery(Encoding::Iri); }), U"! Item not set: Query");
+    parts.setPath(U"/", Encoding::Raw);
+    EXPECT_FALSE(parts.isEmpty());
+}
+
+TEST(StringParts, FormsThatAreAlikeAreOneText) {
+    for (Encoding const source : {Encoding::Raw, Encoding::Iri, Encoding::Uri}) {
+        StringParts parts;
+        parts.setPath(U"/plain", source);
+        auto const* const text = &parts.getPath(source);
+        StringParts const copy(parts);
+        for (Encoding const form : {Encoding::Uri, Encoding::Raw, Encoding::Iri, Encoding::IriStrict, Encoding::UriStrict}) {
+            EXPECT_EQ(&parts.getPath(form), text);
+        }
+        parts.reset();
+        EXPECT_EQ(copy.getPath(Encoding::Raw), U"/plain"); // a copy points at nothing of its source's
+        EXPECT_EQ(&copy.getPath(Encoding::Raw), &copy.getPath(Encoding::Uri));
+    }
+    StringParts parts;
+    parts.setPath(U"/\u00E9", Encoding::Uri); // the Iri form is another text, which the Raw form shares
+    parts.setPath(U"/%C3%A9", Encoding::Uri);
+    EXPECT_EQ(&parts.getPath(Encoding::Raw), &parts.getPath(Encoding::Iri));
+    EXPECT_NE(&parts.getPath(Encoding::Uri), &parts.getPath(Encoding::Iri));
+}
+
+TEST(StringParts, AChangedContextFormsTheOtherFormsAnew) {
+    StringParts parts;
+    parts.setPath(U"a:b", Encoding::Raw);
+    EXPECT_EQ(parts.getPath(Encoding::Iri), U"a%3Ab");
+    parts.setSchemePresent(true);
+    EXPECT_EQ(parts.getPath(Encoding::Iri), U"a:b");
+    parts.setSchemePresent(false);
+    EXPECT_EQ(parts.getPath(Encoding::Uri), U"a%3Ab");
+    parts.setUserInfo(U"u", Encoding::Raw);
+    EXPECT_EQ(parts.getPath(Encoding::Uri), U"a:b");
+    parts.setPath(U"c:d", Encoding::Raw); // the new path knows what stands before it, but not the scheme
+    EXPECT_EQ(parts.getPath(Encoding::Iri), U"c:d");
+}
+
+TEST(StringParts, AStoredTextCarriesItsEncoding) {
+    for (Encoding const source : {Encoding::Raw, Encoding::Iri, Encoding::Uri}) {
+        StringParts parts;
+        parts.setHost(U"a b", source);
+        (void)outcome([&] { return parts.getHost(Encoding::Uri); });
+        auto const& [text, encoding] = parts.storedHost();
+        EXPECT_EQ(&text, &parts.getHost(source));
+        EXPECT_EQ(encoding, source);
+    }
+}
+
+TEST(StringParts, ComparesInTheLeftOnesForm) {
+    StringParts raw;
+    raw.setPath(U"/b c", Encoding::Raw);
+    StringParts iri;
+    iri.setPath(U"/b%20c", Encoding::Iri);
+    EXPECT_TRUE(raw == iri);
+    EXPECT_TRUE(iri == raw);
+    StringParts lower;
+    lower.setPath(U"/%c3%a9", Encoding::Iri);
+    StringParts upper;
+    upper.setPath(U"/\u00E9", Encoding::Raw);
+    EXPECT_TRUE(upper == lower); // both read /é
+    EXPECT_TRUE(lower != upper); // one is written /%c3%a9, the other /é
+    iri.setFragment(U"", Encoding::Iri);
+    EXPECT_TRUE(raw != iri);
+}
+
+TEST(StringParts, AFailedFormLeavesTheOthers) {
+    StringParts parts;
+    parts.setPath(U"/%C0%AF", Encoding::Iri);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_THROW((void)parts.getPath(Encoding::Raw), std::out_of_range);
+        EXPECT_EQ(parts.getPath(Encoding::Uri), U"/%C0%AF");
+    }
+}
+
+TEST(StringParts, CopiesMovesAndSwapsKeepEveryForm) {
+    StringParts parts;
+    parts.setHost(U"h%20", Encoding::Iri);
+    parts.setPath(U"/a b", Encoding::Raw);
+    (void)parts.getPath(Encoding::Uri);
+    StringParts copy;
+    copy = parts;
+    StringParts moved(std::move(parts));
+    EXPECT_TRUE(parts.isEmpty());
+    EXPECT_EQ(outcome([&] { return parts.getPath(Encoding::Raw); }), U"! Item not set: Path");
+    EXPECT_TRUE(copy == moved);
+    StringParts other;
+    other.setFragment(U"f", Encoding::Raw);
+    other.swap(copy);
+    EXPECT_EQ(copy.getFragment(Encoding::Uri), U"f");
+    EXPECT_EQ(outcome([&] { return copy.getPath(Encoding::Raw); }), U"! Item not set: Path");
+    EXPECT_TRUE(other == moved);
+    other = std::move(copy);
+    EXPECT_EQ(other.getFragment(Encoding::Uri), U"f");
+}
+
+TEST(StringParts, ManyReadersGetOneAnswerWhileCopiesAreTaken) {
+    for (int round = 0; round < 50; ++round) {
+        StringParts shared;
+        shared.setHost(U"h\u00E9", Encoding::Raw);
+        shared.setPath(U"/a b/%C3%A9", Encoding::Iri);
+        shared.setQuery(U"%41", Encoding::Uri, false);
+        std::vector<std::thread> threads;
+        std::atomic<int> wrong{0};
+        for (unsigned i = 0; i < 16; ++i) {
+            threads.emplace_back([&shared, &wrong, i] {
+                support::Generator order(i);
+                for (int step = 0; step < 30; ++step) {
+                    StringParts const copy(shared);
+                    auto const& from = order.chance(50) ? shared : copy;
+                    auto const encoding = static_cast<Encoding>(order.below(5));
+                    bool const raw = encoding == Encoding::Raw;
+                    bool const uri = encoding == Encoding::Uri || encoding == Encoding::UriStrict;
+                    wrong += from.getHost(encoding) != (uri ? U"h%C3%A9" : U"h\u00E9");
+                    wrong += from.getPath(encoding) != (raw ? U"/a b/\u00E9" : uri ? U"/a%20b/%C3%A9" : U"/a b/%C3%A9");
+                    wrong += from.getQuery(encoding) != (uri ? U"%41" : U"A");
+                }
+            });
+        }
+        for (auto& thread : threads) {
+            thread.join();
+        }
+        ASSERT_EQ(wrong, 0);
+    }
+}
+
+} // namespace

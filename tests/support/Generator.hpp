@@ -1,0 +1,120 @@
+#pragma once
+
+// Texts that look like IRIs, and texts that nearly do: the one source of generated input of all tests.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace support {
+
+class Generator {
+public:
+    explicit Generator(std::uint64_t seed) : state(seed) {}
+
+    /// A number below `limit`. The same on every platform, unlike the standard distributions.
+    std::size_t below(std::size_t limit) {
+        state += 0x9E3779B97F4A7C15; // splitmix64
+        std::uint64_t z = state;
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EB;
+        return static_cast<std::size_t>((z ^ (z >> 31)) % limit);
+    }
+    bool chance(std::size_t percent) { return below(100) < percent; }
+    template <class Table>
+    auto const& pick(Table const& table) {
+        return table[below(std::size(table))];
+    }
+
+    /// A text in the shape of an IRI reference, with or without faults.
+    std::u32string reference() {
+        std::u32string text;
+        if (chance(60)) {
+            text.append(pick(schemes)).append(U":");
+        }
+        if (chance(60)) {
+            text.append(U"//");
+            if (chance(30)) {
+                text.append(pieces(3)).append(U"@");
+            }
+            text.append(chance(70) ? std::u32string(pick(hosts)) : pieces(3));
+            if (chance(30)) {
+                text.append(U":").append(pick(ports));
+            }
+        }
+        text.append(path());
+        if (chance(40)) {
+            text.append(U"?").append(pieces(4));
+        }
+        if (chance(30)) {
+            text.append(U"#").append(pieces(3));
+        }
+        return text;
+    }
+
+    /// A reference with some characters dropped, doubled or replaced.
+    std::u32string mutated() {
+        std::u32string text = reference();
+        for (std::size_t changes = 1 + below(3); changes != 0 && !text.empty(); --changes) {
+            std::size_t const at = below(text.size());
+            switch (below(3)) {
+            case 0:
+                text.erase(at, 1);
+                break;
+            case 1:
+                text.insert(at, pick(fragments));
+                break;
+            default:
+                text[at] = pick(fragments)[0];
+            }
+        }
+        return text;
+    }
+
+    std::u32string path() {
+        std::u32string text;
+        for (std::size_t segments = below(5); segments != 0; --segments) {
+            if (!text.empty() || chance(70)) {
+                text.append(U"/");
+            }
+            text.append(chance(30) ? std::u32string(pick(dots)) : pieces(3));
+        }
+        return text;
+    }
+
+    /// Up to `limit` fragments, mostly harmless ones.
+    std::u32string pieces(std::size_t limit) {
+        std::u32string text;
+        for (std::size_t count = below(limit + 1); count != 0; --count) {
+            text.append(chance(85) ? std::u32string_view(pick(plain)) : pick(fragments));
+        }
+        return text;
+    }
+
+private:
+    using Text = std::u32string_view;
+    static constexpr char32_t surrogate = 0xD800;
+    static constexpr char32_t beyond = 0x110000;
+    static constexpr char32_t farBeyond = 0xFFFFFF3A; // ":" in its lowest eight bits
+    static constexpr std::array<Text, 9> schemes{U"http", U"x", U"a1+.-", U"\u00E9", U"1a", U"+", U"", U"\u0660x", U"x\u0660"};
+    static constexpr std::array<Text, 30> hosts{
+        U"h", U"", U"example.org", U"b\u00FCcher.example", U"1.2.3.4", U"1.2.3.4.5", U"1.2.3.256", U"01.2.3.4", U"0.0.0.0",
+        U"255.255.255.255", U"1.2.3", U"1.2.3.4a", U"1.2.3.4%41", U"[::]", U"[::1]", U"[1:2:3:4:5:6:7:8]", U"[1:2:3:4:5:6:7]",
+        U"[1:2:3:4:5:6:1.2.3.4]", U"[::ffff:1.2.3.4]", U"[1::2:3:4]", U"[1:2::7:8]", U"[1:2:3:4:5:6:7::]", U"[1:::2]",
+        U"[12345::]", U"[v1.a:b]", U"[V1.a]", U"[vF.]", U"[]", U"[\uFF21::\uFF10]", U"[::1"};
+    static constexpr std::array<Text, 9> ports{U"80", U"", U"0", U"00080", U"65535", U"65536", U"\u0661", U"8a", U"99999999999"};
+    static constexpr std::array<Text, 6> dots{U".", U"..", U"...", U"", U".a", U"%2e"};
+    static constexpr std::array<Text, 16> plain{U"a", U"b", U"Z", U"0", U"9", U"-", U"_~", U"\u00E9", U"\u4E2D", U"\U0001F600",
+                                                U"%41", U"%C3%A9", U"=", U"&", U"+;", U"abc"};
+    static constexpr std::array<Text, 44> fragments{
+        U"/", U"//", U"?", U"#", U"[", U"]", U"@", U":", U"%", U"%4", U"%zz", U"%FF", U"%2F", U"%2f", U"%25", U"%E4%B8",
+        U"%ED%A0%80", U"%C0%AF", U"%F8%88%80%80%80", U"%\uFF14\uFF11", U" ", U"\"", U"<", U">", U"\\", U"^", U"`", U"{|}", U"!$'()*,",
+        Text(U"\0", 1), U"\x7F", U"\u0080", U"\u00A0", U"\uE000", U"\U000E0000", U"\U000E1000", U"\U0010FFFD", U"\U0010FFFF", U"\uFDD0",
+        U"\uFFFD", U"\u202E", Text(&surrogate, 1), Text(&beyond, 1), Text(&farBeyond, 1)};
+
+    std::uint64_t state;
+};
+
+} // namespace support

@@ -1,0 +1,219 @@
+#pragma once
+
+// The conversions between the forms of a part, step by step over whole texts and by tables alone. No test for
+// texts that stay as they are, no shared steps between them.
+
+#include <array>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace support::plain {
+
+using Text = std::u32string;
+
+struct Rules {
+    std::u32string_view escaped;
+    std::u32string_view kept;
+    bool privateUse;
+};
+// User information, host, path, query, fragment; the last row is a form-encoded query.
+inline constexpr std::array<Rules, 6> rules{{{U" \"#/<;=>?@[\\]^`{|}", U" \"#/<;=>?@[\\]^`{|}%", true},
+                                             {U" #%/:?@[\\]", U" #%/:?@[\\]", true},
+                                             {U" \"#<>?[]`{}", U" \"#%<>?[]`{}", true},
+                                             {U" \"#<>`", U" \"#<>`%", false},
+                                             {U" \"<>`", U" \"<>`%", true},
+                                             {U" #[]", U"", false}}};
+inline constexpr int path = 2;
+inline constexpr int formEncoded = 5;
+
+inline int hex(char32_t c) {
+    auto const at = std::u32string_view(U"0123456789ABCDEFabcdef").find(c);
+    return at == std::u32string_view::npos ? -1 : static_cast<int>(at < 16 ? at : at - 6);
+}
+inline Text percent(unsigned byte) {
+    constexpr std::u32string_view digits = U"0123456789ABCDEF";
+    return {U'%', digits[byte / 16], digits[byte % 16]};
+}
+inline std::string utf8(char32_t c) {
+    auto const tail = [c](unsigned shift) { return static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
+    if (c > 0x10FFFF) {
+        throw std::out_of_range("Invalid UTF-32 code point U+0x110000 encountered while trying to encode UTF-16 sequence");
+    }
+    return c < 0x80      ? std::string{static_cast<char>(c)}
+           : c < 0x800   ? std::string{static_cast<char>(0xC0 | (c >> 6)), tail(0)}
+           : c < 0x10000 ? std::string{static_cast<char>(0xE0 | (c >> 12)), tail(6), tail(0)}
+                         : std::string{static_cast<char>(0xF0 | (c >> 18)), tail(12), tail(6), tail(0)};
+}
+inline Text fromUtf8(std::string const& bytes) {
+    Text text;
+    for (std::size_t at = 0; at < bytes.size();) {
+        auto const lead = static_cast<unsigned char>(bytes[at]);
+        std::size_t const length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        char32_t c = length == 1 ? lead : lead & (0xFFu >> (length + 1));
+        for (std::size_t i = 1; i < length && at + i < bytes.size(); ++i) {
+            c = c * 64 + (static_cast<unsigned char>(bytes[at + i]) & 0x3F);
+        }
+        // Whatever does not come out the same when written again was no UTF-8.
+        if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF) || bytes.compare(at, length, utf8(c)) != 0) {
+            throw std::out_of_range("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
+        }
+        text += c;
+        at += length;
+    }
+    return text;
+}
+inline Text percentAll(char32_t c) {
+    Text text;
+    for (char const byte : utf8(c)) {
+        text += percent(static_cast<unsigned char>(byte));
+    }
+    return text;
+}
+template <class Replace>
+Text mapped(Text const& text, Replace replace) {
+    Text result;
+    for (char32_t const c : text) {
+        result += replace(c);
+    }
+    return result;
+}
+
+inline Text toUriForm(Text const& text) {
+    return mapped(text, [](char32_t c) { return c >= 33 && c <= 126 ? Text(1, c) : percentAll(c); });
+}
+inline Text decoded(Text const& text, std::u32string_view kept) {
+    Text result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == U'%' && i + 2 < text.size() && hex(text[i + 1]) >= 0 && hex(text[i + 2]) >= 0) {
+            auto const value = static_cast<char32_t>(hex(text[i + 1]) * 16 + hex(text[i + 2]));
+            if (kept.find(value) == kept.npos) {
+                result += value;
+                i += 2;
+                continue;
+            }
+        }
+        result += text[i];
+    }
+    return result;
+}
+inline std::size_t lengthByLead(unsigned char lead, bool capped) {
+    std::size_t ones = 0;
+    while (ones < 8 && (lead & (0x80u >> ones)) != 0) {
+        ++ones;
+    }
+    if (capped) {
+        return ones == 0 ? 1 : ones > 4 ? 4 : ones;
+    }
+    return ones == 0 ? 1 : ones == 1 || ones > 6 ? 0 : ones;
+}
+inline bool continuation(std::string const& bytes, std::size_t at) {
+    return at < bytes.size() && (static_cast<unsigned char>(bytes[at]) & 0xC0) == 0x80;
+}
+inline bool repaired(std::string& bytes) {
+    bool sound = true;
+    for (std::size_t end = bytes.size(); end != 0;) {
+        std::size_t lead = end - 1;
+        while (lead != 0 && continuation(bytes, lead)) {
+            --lead;
+        }
+        sound = sound && !continuation(bytes, lead) &&
+                end - lead == lengthByLead(static_cast<unsigned char>(bytes[lead]), true);
+        end = lead;
+    }
+    if (sound) {
+        return false;
+    }
+    std::string result;
+    bool changed = false;
+    for (std::size_t at = 0; at < bytes.size();) {
+        std::size_t const length = lengthByLead(static_cast<unsigned char>(bytes[at]), false);
+        std::size_t whole = length == 0 ? 0 : 1;
+        while (whole != 0 && whole < length && continuation(bytes, at + whole)) {
+            ++whole;
+        }
+        if (whole != 0 && whole == length) {
+            result += bytes.substr(at, length);
+            at += length;
+        } else {
+            for (char32_t const c : percent(static_cast<unsigned char>(bytes[at]))) {
+                result += static_cast<char>(c);
+            }
+            changed = true;
+            ++at;
+        }
+    }
+    bytes = result;
+    return changed;
+}
+inline std::string lowBytes(Text const& text) {
+    std::string bytes;
+    for (char32_t const c : text) {
+        bytes += static_cast<char>(c & 0xFF);
+    }
+    return bytes;
+}
+inline bool isPrivate(char32_t c) {
+    return (c >= 0xE000 && c <= 0xF8FF) || (c >= 0xE0000 && c <= 0xE0FFF) || (c >= 0xF0000 && c <= 0xFFFFD) ||
+           (c >= 0x100000 && c <= 0x10FFFD);
+}
+inline bool isForbidden(char32_t c) {
+    return c <= 0x1F || std::u32string_view(U"\"<>\\^`{|}").find(c) != std::u32string_view::npos ||
+           (c >= 0x7F && c <= 0x9F) || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
+           (c >= 0xD800 && c <= 0xDFFF) || (c >= 0xFDD0 && c <= 0xFDEF) || (c >= 0xFFF0 && c <= 0xFFFF) ||
+           (c >= 0x10001 && (c % 0x10000 == 0xFFFE || c % 0x10000 == 0xFFFF));
+}
+inline Text escapePrivate(Text const& text) {
+    return mapped(text, [](char32_t c) { return isPrivate(c) ? percentAll(c) : Text(1, c); });
+}
+inline Text escapeForbidden(Text const& text) {
+    return mapped(text, [](char32_t c) { return isForbidden(c) ? percentAll(c) : Text(1, c); });
+}
+inline Text escapeColons(Text const& text) {
+    std::size_t const end = text.find(U'/');
+    Text result = mapped(text.substr(0, end), [](char32_t c) { return c == U':' ? percent(':') : Text(1, c); });
+    return end == Text::npos ? result : result + text.substr(end);
+}
+
+/// `bare`: a path with neither scheme nor authority before it.
+inline Text iriFromRaw(int part, Text text, bool bare) {
+    if (part != formEncoded) {
+        Text guarded;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            bool const escape = text[i] == U'%' && i + 2 < text.size() && hex(text[i + 1]) >= 0 && hex(text[i + 2]) >= 0;
+            guarded += escape ? Text(U"%25") : Text(1, text[i]);
+        }
+        text = guarded;
+    }
+    auto const& row = rules[static_cast<std::size_t>(part)];
+    text = mapped(text, [&](char32_t c) {
+        return row.escaped.find(c) == row.escaped.npos  ? Text(1, c)
+               : part == formEncoded && c == U' ' ? Text(U"+")
+                                                        : percent(static_cast<unsigned>(c));
+    });
+    text = escapeForbidden(row.privateUse ? escapePrivate(text) : text);
+    return part == path && bare ? escapeColons(text) : text;
+}
+inline Text rawFromIri(int part, Text const& text) {
+    if (part == formEncoded) {
+        return toUriForm(text);
+    }
+    std::string bytes = lowBytes(decoded(toUriForm(text), U""));
+    bool const again = repaired(bytes);
+    Text const result = fromUtf8(bytes);
+    return again ? decoded(result, U"") : result;
+}
+inline Text iriFromUri(int part, Text const& text, bool bare) {
+    if (part == formEncoded) {
+        return text;
+    }
+    auto const& row = rules[static_cast<std::size_t>(part)];
+    std::string bytes = lowBytes(decoded(text, row.kept));
+    repaired(bytes);
+    Text result = fromUtf8(bytes);
+    result = part == path && bare ? escapeColons(result) : result;
+    return escapeForbidden(row.privateUse ? escapePrivate(result) : result);
+}
+
+} // namespace support::plain
