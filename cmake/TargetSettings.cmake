@@ -6,6 +6,10 @@ function(zvflnetwork_settings target)
   if(ZVFLNETWORK_DEVELOPER)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wsign-conversion -Wshadow -Wpedantic
                                              -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+      # GCC bug 105329: a false alarm for concatenated strings.
+      target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
   endif()
   if(ZVFLNETWORK_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ZVFLNETWORK_SANITIZE} -fno-sanitize-recover=all
@@ -14,6 +18,8 @@ function(zvflnetwork_settings target)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
       # Tracking variables through the grammars' templates takes gigabytes and half of the time.
       target_compile_options(${target} PRIVATE -fno-var-tracking -fno-var-tracking-assignments)
+      # The sanitizers' own code makes GCC see uninitialised reads of optional values.
+      target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
     endif()
   endif()
   if(ZVFLNETWORK_COVERAGE)

@@ -61,7 +61,6 @@ void EncodedPart<String>::set(String text, Form form) {
 
 template <class String>
 void EncodedPart<String>::setSlice(std::size_t at, std::size_t size) noexcept {
-    clear();
     begin = at;
     length = size;
     states[index(Form::iri)].store(slice, std::memory_order_relaxed);
@@ -78,7 +77,7 @@ void EncodedPart<String>::setContext(PartContext const& changed) noexcept {
 template <class String>
 void EncodedPart<String>::dropDerived() noexcept {
     for (Form const form : {Form::raw, Form::iri, Form::uri}) {
-        if (form != source) {
+        if (form != source && state(form) != absent) {
             states[index(form)].store(absent, std::memory_order_relaxed);
             texts[index(form)].reset();
         }

@@ -62,21 +62,21 @@ void StringParts<String>::reset() noexcept {
     StringParts().swap(*this);
 }
 
+// The path's conversions depend on what stands before it.
 template <class String>
-void StringParts<String>::adjustPathContext() noexcept {
-    auto& path = at(Part::path);
-    PartContext context = path.getContext();
+void StringParts<String>::adjustPathContext(bool schemePresent) noexcept {
+    PartContext context;
+    context.schemePresent = schemePresent;
     context.hasUserInfo = has(Part::userInfo);
     context.hasHost = has(Part::host);
-    path.setContext(context);
+    at(Part::path).setContext(context);
 }
 
 template <class String>
 void StringParts<String>::setSchemePresent(bool schemePresent) {
-    auto& path = at(Part::path);
-    PartContext context = path.getContext();
-    context.schemePresent = schemePresent;
-    path.setContext(context);
+    if (has(Part::path)) {
+        adjustPathContext(schemePresent);
+    }
 }
 
 template <class String>
@@ -89,27 +89,24 @@ template <class String>
 void StringParts<String>::setSlice(Part part, std::size_t begin, std::size_t size) noexcept {
     empty = empty && part == Part::path && size == 0;
     at(part).setSlice(begin, size);
-    if (part <= Part::path) {
-        adjustPathContext();
-    }
 }
 
 template <class String>
 void StringParts<String>::setUserInfo(String text, Encoding const& encoding) {
     set(Part::userInfo, std::move(text), encoding);
-    adjustPathContext();
+    setSchemePresent(at(Part::path).getContext().schemePresent);
 }
 
 template <class String>
 void StringParts<String>::setHost(String text, Encoding const& encoding) {
     set(Part::host, std::move(text), encoding);
-    adjustPathContext();
+    setSchemePresent(at(Part::path).getContext().schemePresent);
 }
 
 template <class String>
 void StringParts<String>::setPath(String text, Encoding const& encoding) {
     set(Part::path, std::move(text), encoding);
-    adjustPathContext();
+    adjustPathContext(false);
 }
 
 template <class String>

@@ -87,7 +87,6 @@ void TemplateIRI<String>::setStringParts(Parts<Iterator> const& found) {
         parts.setSlice(part, static_cast<std::size_t>(range.begin() - sourceText().begin()), range.size());
     };
     set(Part::path, pathRange(found));
-    parts.setSchemePresent(flags.hasScheme);
     if (flags.hasUserInfo) {
         set(Part::userInfo, userInfoRange(found));
     }
@@ -100,6 +99,7 @@ void TemplateIRI<String>::setStringParts(Parts<Iterator> const& found) {
     if (flags.hasFragment) {
         set(Part::fragment, fragmentRange(found));
     }
+    parts.setSchemePresent(flags.hasScheme);
 }
 
 template TemplateIRI<std::u32string>::TemplateIRI(std::u16string const&);

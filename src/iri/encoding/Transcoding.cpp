@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace foundation::network::iri::encoding {
 
@@ -38,70 +40,74 @@ std::string hexadecimal(char32_t value) {
         std::out_of_range("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character"));
 }
 
-// One code point, from one or two units.
-char32_t decode(char16_t const*& at, char16_t const* end) {
+// The bits of all elements of a stride together, in machine words: compilers do not make vectors of it by themselves.
+template <class Unit>
+std::uint64_t bitsOf(Unit const* units) {
+    constexpr std::size_t words = STRIDE * sizeof(Unit) / sizeof(std::uint64_t);
+    std::array<std::uint64_t, words> loaded;
+    std::memcpy(loaded.data(), units, sizeof loaded);
+    std::uint64_t bits = 0;
+    for (std::uint64_t const word : loaded) {
+        bits |= word;
+    }
+    return bits;
+}
+
+// Whether each element of a stride has one unit in both encodings. The bits of all together nearly always tell; where
+// one of them might be a surrogate or lie above U+FFFF, each is looked at.
+bool isPlain(char16_t const* units) {
+    return (bitsOf(units) & 0x8000800080008000) == 0 || std::none_of(units, units + STRIDE, isSurrogate);
+}
+bool isPlain(char32_t const* codePoints) {
+    return (bitsOf(codePoints) & 0xFFFF8000FFFF8000) == 0 ||
+           std::none_of(codePoints, codePoints + STRIDE, [](char32_t c) { return c > 0xFFFF || isSurrogate(c); });
+}
+
+// The road of one code point that may take two units; returns the end of the output.
+char32_t* convertOne(char16_t const*& at, char16_t const* end, char32_t* out) {
     char16_t const unit = *at++;
-    if (!isSurrogate(unit)) {
-        return unit;
+    char32_t codePoint = unit;
+    if (isSurrogate(unit)) {
+        if (!isLead(unit)) {
+            throwMisplacedSurrogate(unit);
+        }
+        char16_t const next = at == end ? char16_t(0) : *at;
+        if (!isTrail(next)) {
+            throwMisplacedSurrogate(next);
+        }
+        ++at;
+        codePoint = 0x10000 + ((codePoint & 0x3FF) << 10) + (next & 0x3FF);
     }
-    if (!isLead(unit)) {
-        throwMisplacedSurrogate(unit);
+    *out = codePoint;
+    return out + 1;
+}
+char16_t* convertOne(char32_t const*& at, char32_t const* /*end*/, char16_t* out) {
+    char32_t const codePoint = *at++;
+    if (codePoint > 0x10FFFF || isSurrogate(codePoint)) {
+        throwInvalidCodePoint(codePoint);
     }
-    char16_t const next = at == end ? char16_t(0) : *at;
-    if (!isTrail(next)) {
-        throwMisplacedSurrogate(next);
+    if (codePoint < 0x10000) {
+        *out = static_cast<char16_t>(codePoint);
+        return out + 1;
     }
-    ++at;
-    return 0x10000 + ((static_cast<char32_t>(unit) & 0x3FF) << 10) + (static_cast<char32_t>(next) & 0x3FF);
+    out[0] = static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+    out[1] = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+    return out + 2;
 }
 
-// Converts up to STRIDE units, or one more where a pair begins at the last; returns the end of the output.
-char32_t* convertStride(char16_t const*& at, char16_t const* end, char32_t* out) {
-    if (static_cast<std::size_t>(end - at) >= STRIDE) {
-        unsigned surrogates = 0;
+// Converts a stride, or what is left; where a pair begins at its end, one unit more. Returns the end of the output.
+template <class In, class Out>
+Out* convertStride(In const*& at, In const* end, Out* out) {
+    auto const left = static_cast<std::size_t>(end - at);
+    if (left >= STRIDE && isPlain(at)) {
         for (std::size_t i = 0; i != STRIDE; ++i) {
-            surrogates |= static_cast<unsigned>(isSurrogate(at[i]));
+            out[i] = static_cast<Out>(at[i]);
         }
-        if (surrogates == 0) {
-            for (std::size_t i = 0; i != STRIDE; ++i) {
-                out[i] = at[i];
-            }
-            at += STRIDE;
-            return out + STRIDE;
-        }
+        at += STRIDE;
+        return out + STRIDE;
     }
-    auto const* const stop = at + std::min(STRIDE, static_cast<std::size_t>(end - at));
-    while (at < stop) {
-        *out++ = decode(at, end);
-    }
-    return out;
-}
-
-// Converts up to STRIDE code points into at most twice as many units; returns the end of the output.
-char16_t* convertStride(char32_t const*& at, char32_t const* end, char16_t* out) {
-    if (static_cast<std::size_t>(end - at) >= STRIDE) {
-        unsigned others = 0;
-        for (std::size_t i = 0; i != STRIDE; ++i) {
-            others |= static_cast<unsigned>(at[i] > 0xFFFF) | static_cast<unsigned>(isSurrogate(at[i]));
-        }
-        if (others == 0) {
-            for (std::size_t i = 0; i != STRIDE; ++i) {
-                out[i] = static_cast<char16_t>(at[i]);
-            }
-            at += STRIDE;
-            return out + STRIDE;
-        }
-    }
-    for (auto const* const stop = at + std::min(STRIDE, static_cast<std::size_t>(end - at)); at != stop; ++at) {
-        if (*at > 0x10FFFF || isSurrogate(*at)) {
-            throwInvalidCodePoint(*at);
-        }
-        if (*at < 0x10000) {
-            *out++ = static_cast<char16_t>(*at);
-        } else {
-            *out++ = static_cast<char16_t>(0xD7C0 + (*at >> 10));
-            *out++ = static_cast<char16_t>(0xDC00 + (*at & 0x3FF));
-        }
+    for (auto const* const stop = at + std::min(STRIDE, left); at < stop;) {
+        out = convertOne(at, end, out);
     }
     return out;
 }

@@ -80,7 +80,8 @@ public:
     void adoptSource(String text) noexcept;
     /// The adopted text, empty where there is none.
     String const& getSource() const noexcept { return owner; }
-    /// Makes a part a slice of the adopted text, in the Iri form.
+    /// Makes an absent part a slice of the adopted text, in the Iri form. `setSchemePresent`, called behind the last
+    /// of them, tells the path what stands before it.
     void setSlice(Part part, std::size_t at, std::size_t size) noexcept;
     /// As the getter of `part`, without the need for a string.
     View view(Part part, Encoding const& encoding) const;
@@ -97,7 +98,7 @@ private:
     Slot& at(Part part) noexcept { return parts[static_cast<std::size_t>(part)]; }
     Slot const& at(Part part) const noexcept { return parts[static_cast<std::size_t>(part)]; }
     void set(Part part, String text, Encoding const& encoding);
-    void adjustPathContext() noexcept;
+    void adjustPathContext(bool schemePresent) noexcept;
     String const& text(Part part, Encoding const& encoding) const;
     std::pair<String const&, Encoding> stored(Part part) const;
 
