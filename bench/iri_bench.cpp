@@ -2,11 +2,11 @@
 //
 //   iri_bench [google-benchmark options] [FILE]...
 //
-// Each FILE (UTF-8, an IRI a line; by default the lists of examples/data) makes a set of rows "operation/library/
-// file". A row's time is that of one item; bytes are those of the text as the library is given
-// it: UTF-16 for this library and QUrl, UTF-8 for uriparser and GUri, which do not take UTF-16 and are spared
-// the conversion. GUri keeps the text's UTF-8; uriparser keeps pointers into it and owns nothing. A library
-// refuses what its grammar refuses; "refused" is how many in a hundred.
+// Each FILE (UTF-8, an IRI a line; by default the lists of examples/data) makes a set of rows
+// "operation/library/ file". A row's time is that of one item; bytes are those of the text as the library is
+// given it: UTF-16 for this library and QUrl, UTF-8 for uriparser and GUri, which do not take UTF-16 and are
+// spared the conversion. GUri keeps the text's UTF-8; uriparser keeps pointers into it and owns nothing. A
+// library refuses what its grammar refuses; "refused" is how many in a hundred.
 
 #include <foundation/network/IRI.hpp>
 
@@ -54,22 +54,25 @@ Corpus read(std::string const& path) {
     return corpus;
 }
 
-// An iteration is one item, the next of the list each time. `operation` gives false for an item that it refuses.
+// An iteration is one item, the next of the list each time. `operation` gives false for an item that it
+// refuses.
 template <class Items, class Operation>
 void measure(std::string const& row, Corpus const& corpus, Items const& items, Operation operation) {
-    benchmark::RegisterBenchmark((row + "/" + corpus.name).c_str(), [&items, operation](benchmark::State& state) {
-        std::size_t at = 0;
-        std::size_t bytes = 0;
-        std::size_t refused = 0;
-        for (auto _ : state) {
-            auto const& item = items[at];
-            refused += operation(item) ? 0 : 1;
-            bytes += item.size() * sizeof(item[0]);
-            at = at + 1 == items.size() ? 0 : at + 1;
-        }
-        state.SetBytesProcessed(static_cast<std::int64_t>(bytes));
-        state.counters["refused"] = benchmark::Counter(100.0 * static_cast<double>(refused), benchmark::Counter::kAvgIterations);
-    });
+    benchmark::RegisterBenchmark(
+        (row + "/" + corpus.name).c_str(), [&items, operation](benchmark::State& state) {
+            std::size_t at = 0;
+            std::size_t bytes = 0;
+            std::size_t refused = 0;
+            for (auto _ : state) {
+                auto const& item = items[at];
+                refused += operation(item) ? 0 : 1;
+                bytes += item.size() * sizeof(item[0]);
+                at = at + 1 == items.size() ? 0 : at + 1;
+            }
+            state.SetBytesProcessed(static_cast<std::int64_t>(bytes));
+            state.counters["refused"] =
+                benchmark::Counter(100.0 * static_cast<double>(refused), benchmark::Counter::kAvgIterations);
+        });
 }
 
 template <class Operation>
@@ -96,7 +99,8 @@ void parseRows(Corpus const& corpus) {
 #ifdef BENCH_URIPARSER
     measure("parse/uriparser", corpus, corpus.utf8, [](std::string const& text) {
         UriUriA uri;
-        bool const taken = uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), nullptr) == URI_SUCCESS;
+        bool const taken =
+            uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), nullptr) == URI_SUCCESS;
         if (taken) {
             uriFreeUriMembersA(&uri);
         }

@@ -15,7 +15,8 @@
 namespace console {
 
 inline std::u16string toUtf16(std::string_view utf8) {
-    auto const text = icu::UnicodeString::fromUTF8(icu::StringPiece(utf8.data(), static_cast<int>(utf8.size())));
+    auto const text =
+        icu::UnicodeString::fromUTF8(icu::StringPiece(utf8.data(), static_cast<int>(utf8.size())));
     return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
@@ -26,12 +27,14 @@ inline std::string toUtf8(std::u16string_view utf16) {
 
 /// How many columns of a terminal a text takes: two for wide characters, none for marks and controls.
 inline std::size_t columns(std::string_view utf8) {
-    auto const text = icu::UnicodeString::fromUTF8(icu::StringPiece(utf8.data(), static_cast<int>(utf8.size())));
+    auto const text =
+        icu::UnicodeString::fromUTF8(icu::StringPiece(utf8.data(), static_cast<int>(utf8.size())));
     std::size_t width = 0;
     for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
         UChar32 const c = text.char32At(i);
         auto const type = u_charType(c);
-        if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR || type == U_CONTROL_CHAR) {
+        if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR ||
+            type == U_CONTROL_CHAR) {
             continue;
         }
         int const eastAsian = u_getIntPropertyValue(c, UCHAR_EAST_ASIAN_WIDTH);
@@ -77,7 +80,8 @@ public:
 
 private:
     [[nodiscard]] std::string in(char const* code, std::string_view text) const {
-        return enabled ? "\x1b[" + std::string(code) + "m" + std::string(text) + "\x1b[0m" : std::string(text);
+        return enabled ? "\x1b[" + std::string(code) + "m" + std::string(text) + "\x1b[0m"
+                       : std::string(text);
     }
     bool enabled;
 };

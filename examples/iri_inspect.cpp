@@ -92,7 +92,8 @@ std::vector<Component> encodedParts(IRI const& iri, Encoding encoding) {
 std::vector<Component> components(IRI const& iri) {
     auto parts = encodedParts(iri, Encoding::Iri);
     if (iri.hasPort()) {
-        auto const path = std::find_if(parts.begin(), parts.end(), [](auto const& part) { return part.name == "path"; });
+        auto const path =
+            std::find_if(parts.begin(), parts.end(), [](auto const& part) { return part.name == "path"; });
         parts.insert(path, {"port", console::toUtf8(iri.getPort())});
     }
     if (iri.hasScheme()) {
@@ -147,7 +148,8 @@ void printJson(IRI const& iri, std::string const& line, bool forms) {
             std::cout << (encoding == Encoding::Raw ? "" : ",") << console::json(name) << ":{";
             char const* separator = "";
             for (auto const& part : encodedParts(iri, encoding)) {
-                std::cout << std::exchange(separator, ",") << console::json(part.name) << ':' << console::json(part.text);
+                std::cout << std::exchange(separator, ",") << console::json(part.name) << ':'
+                          << console::json(part.text);
             }
             std::cout << '}';
         }
@@ -157,8 +159,8 @@ void printJson(IRI const& iri, std::string const& line, bool forms) {
 }
 
 // `where` stands before the reason of a refusal: a file and a line, or the text itself.
-void inspect(std::string const& line, std::string const& where, Options const& options, console::Style const& style,
-             Counts& counts) {
+void inspect(std::string const& line, std::string const& where, Options const& options,
+             console::Style const& style, Counts& counts) {
     try {
         IRI const iri(console::toUtf16(line));
         ++counts.taken;
@@ -178,7 +180,8 @@ void inspect(std::string const& line, std::string const& where, Options const& o
     }
 }
 
-bool inspectFile(std::string const& name, Options const& options, console::Style const& style, Counts& counts) {
+bool inspectFile(std::string const& name, Options const& options, console::Style const& style,
+                 Counts& counts) {
     using Clock = std::chrono::steady_clock;
     std::ifstream file;
     bool const standardInput = name == "-";
@@ -206,8 +209,9 @@ bool inspectFile(std::string const& name, Options const& options, console::Style
     }
     std::chrono::duration<double> const seconds = Clock::now() - begin;
     std::size_t const all = here.taken + here.refused;
-    std::cerr << (progress ? "\r" : "") << shown << ": " << here.taken << " taken, " << here.refused << " refused, "
-              << static_cast<long>(static_cast<double>(all) / std::max(seconds.count(), 1e-9)) << " a second\n";
+    std::cerr << (progress ? "\r" : "") << shown << ": " << here.taken << " taken, " << here.refused
+              << " refused, " << static_cast<long>(static_cast<double>(all) / std::max(seconds.count(), 1e-9))
+              << " a second\n";
     counts.taken += here.taken;
     counts.refused += here.refused;
     return true;
@@ -234,7 +238,8 @@ int readOptions(int argc, char** argv, Options& options) {
         } else if ((argument == "-f" || argument == "--file") && i + 1 < argc) {
             options.files.emplace_back(argv[++i]);
         } else {
-            std::cerr << "iri_inspect: unknown or incomplete option " << argument << "\nTry iri_inspect --help\n";
+            std::cerr << "iri_inspect: unknown or incomplete option " << argument
+                      << "\nTry iri_inspect --help\n";
             return 2;
         }
     }

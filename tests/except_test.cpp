@@ -93,7 +93,9 @@ struct Probe : except::IException {
     void rethrow() const override { throw *this; }
 };
 
-TEST(FamilyText, WithoutAStandardBaseTheTextIsUnknown) { EXPECT_STREQ(Probe().what(), "Unknown exception"); }
+TEST(FamilyText, WithoutAStandardBaseTheTextIsUnknown) {
+    EXPECT_STREQ(Probe().what(), "Unknown exception");
+}
 
 TEST(FamilyText, NarrowsUnpairedSurrogatesToTheReplacementCharacter) {
     EXPECT_EQ(Probe().convert_str(u"\u00E9\U0001F600"), "\xC3\xA9\xF0\x9F\x98\x80");

@@ -47,7 +47,8 @@ TEST(CharacterClasses, HaveTheMembersOfTheTablesOfUnicode) {
 
 TEST(CharacterClasses, AgreeWithTheRulesForEveryCodePoint) {
     for (char32_t c = 0; c <= 0x110100; ++c) {
-        ASSERT_EQ(is<grammar::ALNUM>(c), ReferenceMatcher::alpha(c) || ReferenceMatcher::digit(c)) << std::hex << unsigned(c);
+        ASSERT_EQ(is<grammar::ALNUM>(c), ReferenceMatcher::alpha(c) || ReferenceMatcher::digit(c))
+            << std::hex << unsigned(c);
         ASSERT_EQ(is<grammar::IUNRESERVED>(c), ReferenceMatcher::iunreserved(c)) << std::hex << unsigned(c);
         ASSERT_EQ(is<grammar::XDIGIT>(c), ReferenceMatcher::xdigit(c)) << std::hex << unsigned(c);
         ASSERT_EQ(is<grammar::SUB_DELIMS>(c), ReferenceMatcher::subDelims(c)) << std::hex << unsigned(c);

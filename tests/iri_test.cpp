@@ -20,7 +20,8 @@ using foundation::network::IRI;
 using Text = std::u16string;
 using support::show;
 
-constexpr Encoding encodings[] = {Encoding::Raw, Encoding::Iri, Encoding::IriStrict, Encoding::Uri, Encoding::UriStrict};
+constexpr Encoding encodings[] = {Encoding::Raw, Encoding::Iri, Encoding::IriStrict, Encoding::Uri,
+                                  Encoding::UriStrict};
 
 // The words of an exception of the family that is an Std.
 template <class Std, class Operation>
@@ -106,12 +107,49 @@ TEST(IriParse, TakesApart) {
 }
 
 TEST(IriParse, RefusesWhatIsNoReference) {
-    Text const rows[] = {
-        u"a b", u"1a:b", u"a:b c", u"//a%4/", u"//%/", u"//u%zz@h", u"//a@b@c", u"//h:8a", u"a:#x#y", u"a:[", u"/]", u"?[",
-        u"//h:", u"http://a:65536/", u"http://a:99999999999/", u"//h:\u0661", u"//[1:2:3:4:5:6:7]", u"//[1:2:3:4:5:6:7:8:9]",
-        u"//[:::]", u"//[1:::2]", u"//[12345::]", u"//[::256.1.1.1]", u"//[]", u"//[v.a]", u"//[v1.]", u"//[V1.a]",
-        u"//[fe80::1%25en0]", u"/\uE000", u"#\uE000", u"//\uE000", u"/\uFDD0", u"/\uFFFE", u"/\u0080", u"/\U0001FFFE", u"/\"",
-        u"<", u"/\\", u"^", u"`", u"{", u"|", u"\x7F", Text(u"/\0", 2)};
+    Text const rows[] = {u"a b",
+                         u"1a:b",
+                         u"a:b c",
+                         u"//a%4/",
+                         u"//%/",
+                         u"//u%zz@h",
+                         u"//a@b@c",
+                         u"//h:8a",
+                         u"a:#x#y",
+                         u"a:[",
+                         u"/]",
+                         u"?[",
+                         u"//h:",
+                         u"http://a:65536/",
+                         u"http://a:99999999999/",
+                         u"//h:\u0661",
+                         u"//[1:2:3:4:5:6:7]",
+                         u"//[1:2:3:4:5:6:7:8:9]",
+                         u"//[:::]",
+                         u"//[1:::2]",
+                         u"//[12345::]",
+                         u"//[::256.1.1.1]",
+                         u"//[]",
+                         u"//[v.a]",
+                         u"//[v1.]",
+                         u"//[V1.a]",
+                         u"//[fe80::1%25en0]",
+                         u"/\uE000",
+                         u"#\uE000",
+                         u"//\uE000",
+                         u"/\uFDD0",
+                         u"/\uFFFE",
+                         u"/\u0080",
+                         u"/\U0001FFFE",
+                         u"/\"",
+                         u"<",
+                         u"/\\",
+                         u"^",
+                         u"`",
+                         u"{",
+                         u"|",
+                         u"\x7F",
+                         Text(u"/\0", 2)};
     for (auto const& text : rows) {
         EXPECT_EQ(thrown<std::logic_error>([&] { IRI iri(text); }), "IRI parsing failed") << show(text);
     }
@@ -119,7 +157,8 @@ TEST(IriParse, RefusesWhatIsNoReference) {
 
 TEST(IriParse, RefusesWhatIsNoUtf16) {
     auto const words = [](std::string const& value) {
-        return "Misplaced UTF-16 surrogate U+" + value + " encountered while trying to encode UTF-32 sequence";
+        return "Misplaced UTF-16 surrogate U+" + value +
+               " encountered while trying to encode UTF-32 sequence";
     };
     auto const refusal = [](Text const& text) { return thrown<std::out_of_range>([&] { IRI iri(text); }); };
     EXPECT_EQ(refusal({u'a', char16_t(0xDC00)}), words("0xdc00"));
@@ -141,9 +180,10 @@ TEST(IriParse, KnowsItsShape) {
         std::string traits; // the letters of the predicates that hold, in the order below
     };
     Row const rows[] = {
-        {u"", "e"},        {u"mailto:a@b", "saO"}, {u"file:/a", "sap"}, {u"a:", "saO"},      {u"b/c", ""},
-        {u"//h", "Ah"},    {u"//@h", "Ahu"},       {u"a:b?", "saqO"},   {u"a:#", "safO"},    {u"/a", "p"},
-        {u"?", "q"},       {u"#", "f"},            {u"x://h/", "sAahp"}, {u"x://h:1", "sAaoh"}, {u"x:a/b", "saO"},
+        {u"", "e"},           {u"mailto:a@b", "saO"}, {u"file:/a", "sap"}, {u"a:", "saO"},
+        {u"b/c", ""},         {u"//h", "Ah"},         {u"//@h", "Ahu"},    {u"a:b?", "saqO"},
+        {u"a:#", "safO"},     {u"/a", "p"},           {u"?", "q"},         {u"#", "f"},
+        {u"x://h/", "sAahp"}, {u"x://h:1", "sAaoh"},  {u"x:a/b", "saO"},
     };
     for (auto const& row : rows) {
         IRI const iri(row.text);
@@ -172,7 +212,8 @@ TEST(IriParse, AnAbsentPartIsNamed) {
     EXPECT_EQ(thrown<std::runtime_error>([&] { none.getPath(Encoding::Iri); }), "Item not set: Path");
     EXPECT_EQ(thrown<std::runtime_error>([&] { none.getAuthority(Encoding::UriStrict); }),
               "Item not set: Host: Host (in getAuthority)");
-    EXPECT_EQ(thrown<std::runtime_error>([&] { none.getSchemeSpecificPart(Encoding::Raw); }), "Item not set: Path");
+    EXPECT_EQ(thrown<std::runtime_error>([&] { none.getSchemeSpecificPart(Encoding::Raw); }),
+              "Item not set: Path");
     EXPECT_EQ(IRI(u"").getPath(Encoding::Iri), u"");
     EXPECT_EQ(thrown<std::out_of_range>([] { IRI(u"/%C0%AF").getPath(Encoding::Raw); }),
               "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
@@ -182,9 +223,10 @@ TEST(IriParse, AnAbsentPartIsNamed) {
 
 TEST(IriText, WholeAndAuthorityInEveryForm) {
     IRI const iri(u"http://u%41@h\u00E9:08/a%20%/\u00E9?\uE000%4#%zz");
-    Text const expected[] = {u"//uA@h\u00E9:08/a %/\u00E9?\uE000%4", u"//u%41@h\u00E9:08/a%20%/\u00E9?\uE000%4",
-                             u"//u%41@h\u00E9:08/a%20%25/\u00E9?\uE000%254", u"//u%41@h%C3%A9:08/a%20%/%C3%A9?%EE%80%80%4",
-                             u"//u%41@h%C3%A9:08/a%20%25/%C3%A9?%EE%80%80%254"};
+    Text const expected[] = {
+        u"//uA@h\u00E9:08/a %/\u00E9?\uE000%4", u"//u%41@h\u00E9:08/a%20%/\u00E9?\uE000%4",
+        u"//u%41@h\u00E9:08/a%20%25/\u00E9?\uE000%254", u"//u%41@h%C3%A9:08/a%20%/%C3%A9?%EE%80%80%4",
+        u"//u%41@h%C3%A9:08/a%20%25/%C3%A9?%EE%80%80%254"};
     for (std::size_t i = 0; i != std::size(encodings); ++i) {
         EXPECT_EQ(iri.getSchemeSpecificPart(encodings[i]), expected[i]);
         EXPECT_EQ(iri.getAuthority(encodings[i]), expected[i].substr(2, expected[i].find(u'/', 2) - 2));
@@ -207,8 +249,8 @@ TEST(IriText, StreamsAsciiAndNothingThatLooksLikeIt) {
     EXPECT_EQ(stream.str(), "x://h%C3%A9/|    /a|\x1A\x1A\x1A:b");
 }
 
-// What the grammar takes by Unicode's classes and ASCII has no way to write: full-width digits in an escape of an
-// authority, and what is not ASCII between the brackets of a host.
+// What the grammar takes by Unicode's classes and ASCII has no way to write: full-width digits in an escape
+// of an authority, and what is not ASCII between the brackets of a host.
 bool hasAuthorityBeyondAscii(IRI const& iri) {
     if (!iri.hasHost()) {
         return false;

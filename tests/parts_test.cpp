@@ -77,19 +77,22 @@ Text expected(int part, Encoding from, Encoding to, Text const& text, bool bare 
                                            : source;
         };
         Text const iri = toIri(text);
-        return to == Encoding::Raw ? plain::rawFromIri(part, iri) : to == Encoding::Uri ? plain::toUriForm(iri) : iri;
+        return to == Encoding::Raw   ? plain::rawFromIri(part, iri)
+               : to == Encoding::Uri ? plain::toUriForm(iri)
+                                     : iri;
     });
 }
 
-constexpr std::pair<Encoding, Encoding> conversions[] = {{Encoding::Raw, Encoding::Iri}, {Encoding::Raw, Encoding::Uri},
-                                                         {Encoding::Iri, Encoding::Raw}, {Encoding::Iri, Encoding::Uri},
-                                                         {Encoding::Uri, Encoding::Iri}, {Encoding::Uri, Encoding::Raw}};
+constexpr std::pair<Encoding, Encoding> conversions[] = {
+    {Encoding::Raw, Encoding::Iri}, {Encoding::Raw, Encoding::Uri}, {Encoding::Iri, Encoding::Raw},
+    {Encoding::Iri, Encoding::Uri}, {Encoding::Uri, Encoding::Iri}, {Encoding::Uri, Encoding::Raw}};
 
 void agreesEverywhere(Text const& text) {
     for (int part = userInfo; part <= formEncodedQuery; ++part) {
         for (auto const& [from, to] : conversions) {
             ASSERT_EQ(converted(part, from, to, text), expected(part, from, to, text))
-                << "part " << part << ", from " << int(from) << " to " << int(to) << ": " << support::show(text);
+                << "part " << part << ", from " << int(from) << " to " << int(to) << ": "
+                << support::show(text);
         }
     }
 }
@@ -118,7 +121,8 @@ TEST(Conversions, AgreeWithThePlainOnesForEscapedBytes) {
         agreesEverywhere(plain::percent(lead));
         agreesEverywhere(U"x" + plain::percent(lead) + U"%");
         // Sequences that are whole, cut short, too long, and followed by what is none.
-        for (Text const tail : {U"%80", U"%bF%BF", U"%9f%80%80", U"%8F%BF%BF%BF", U"%80%80%80%80%80", U"%4", U"%25%34%31%FF"}) {
+        for (Text const tail :
+             {U"%80", U"%bF%BF", U"%9f%80%80", U"%8F%BF%BF%BF", U"%80%80%80%80%80", U"%4", U"%25%34%31%FF"}) {
             agreesEverywhere(plain::percent(lead) + tail);
         }
     }
@@ -128,9 +132,11 @@ TEST(Conversions, AgreeWithThePlainOnesForGeneratedTexts) {
     support::Generator generator(3);
     for (int round = 0; round < 20000; ++round) {
         Text text = generator.pieces(6);
-        std::erase_if(text, [](char32_t c) { return c > 0x110000; }); // the plain ones know the words for one value
+        std::erase_if(text,
+                      [](char32_t c) { return c > 0x110000; }); // the plain ones know the words for one value
         agreesEverywhere(text);
-        ASSERT_EQ(converted(path, Encoding::Raw, Encoding::Iri, text, true), expected(path, Encoding::Raw, Encoding::Iri, text, false));
+        ASSERT_EQ(converted(path, Encoding::Raw, Encoding::Iri, text, true),
+                  expected(path, Encoding::Raw, Encoding::Iri, text, false));
     }
 }
 
@@ -199,7 +205,8 @@ TEST(StringParts, AnAbsentPartIsNamed) {
     for (int part = userInfo; part <= fragment; ++part) {
         EXPECT_EQ(outcome([&] { return get(none, part, Encoding::Iri); }), U"! Item not set: " + names[part]);
     }
-    EXPECT_EQ(outcome([&] { return none.getAuthority(Encoding::Raw); }), U"! Item not set: Host: Host (in getAuthority)");
+    EXPECT_EQ(outcome([&] { return none.getAuthority(Encoding::Raw); }),
+              U"! Item not set: Host: Host (in getAuthority)");
     EXPECT_EQ(outcome([&] { return none.storedUserInfo().first; }), U"! Item not set");
     EXPECT_EQ(outcome([&] { return none.storedHost().first; }), U"! Item not set");
     EXPECT_EQ(outcome([&] { return none.storedPath().first; }), U"! Item not set");
@@ -230,7 +237,8 @@ TEST(StringParts, FormsThatAreAlikeAreOneText) {
         parts.setPath(U"/plain", source);
         auto const* const text = &parts.getPath(source);
         StringParts const copy(parts);
-        for (Encoding const form : {Encoding::Uri, Encoding::Raw, Encoding::Iri, Encoding::IriStrict, Encoding::UriStrict}) {
+        for (Encoding const form :
+             {Encoding::Uri, Encoding::Raw, Encoding::Iri, Encoding::IriStrict, Encoding::UriStrict}) {
             EXPECT_EQ(&parts.getPath(form), text);
         }
         parts.reset();
@@ -334,7 +342,9 @@ TEST(StringParts, ManyReadersGetOneAnswerWhileCopiesAreTaken) {
                     bool const raw = encoding == Encoding::Raw;
                     bool const uri = encoding == Encoding::Uri || encoding == Encoding::UriStrict;
                     wrong += from.getHost(encoding) != (uri ? U"h%C3%A9" : U"h\u00E9");
-                    wrong += from.getPath(encoding) != (raw ? U"/a b/\u00E9" : uri ? U"/a%20b/%C3%A9" : U"/a b/%C3%A9");
+                    wrong += from.getPath(encoding) != (raw   ? U"/a b/\u00E9"
+                                                        : uri ? U"/a%20b/%C3%A9"
+                                                              : U"/a b/%C3%A9");
                     wrong += from.getQuery(encoding) != (uri ? U"%41" : U"A");
                 }
             });

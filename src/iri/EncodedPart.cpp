@@ -6,7 +6,11 @@ namespace foundation::network::iri::detail {
 
 template <class String>
 EncodedPart<String>::EncodedPart(EncodedPart const& other)
-    : begin(other.begin), length(other.length), source(other.source), present(other.present), context(other.context) {
+    : begin(other.begin),
+      length(other.length),
+      source(other.source),
+      present(other.present),
+      context(other.context) {
     constexpr std::array forms{Form::raw, Form::iri, Form::uri};
     for (Form const form : forms) {
         State const there = other.state(form);
@@ -116,7 +120,8 @@ typename EncodedPart<String>::View EncodedPart<String>::held(Form form, String c
 }
 
 template <class String>
-typename EncodedPart<String>::View EncodedPart<String>::view(Form form, Part part, String const& whole) const {
+typename EncodedPart<String>::View EncodedPart<String>::view(Form form, Part part,
+                                                             String const& whole) const {
     return held(state(form) == absent ? fill(form, part, whole) : holder(form), whole);
 }
 

@@ -14,9 +14,13 @@ constexpr Encoding encodingOf(Form form) {
     return form == Form::raw ? Encoding::Raw : form == Form::iri ? Encoding::Iri : Encoding::Uri;
 }
 
-[[noreturn]] void throwNotSet(std::string const& suffix) { throw std::runtime_error("Item not set" + suffix); }
+[[noreturn]] void throwNotSet(std::string const& suffix) {
+    throw std::runtime_error("Item not set" + suffix);
+}
 
-[[noreturn]] void throwNotSet(Part part) { throwNotSet(": " + std::string(encoding::rulesOf(part).name)); }
+[[noreturn]] void throwNotSet(Part part) {
+    throwNotSet(": " + std::string(encoding::rulesOf(part).name));
+}
 
 } // namespace
 

@@ -18,7 +18,9 @@ std::u32string_view viewOf(boost::iterator_range<std::u32string::const_iterator>
     return range.empty() ? std::u32string_view() : std::u32string_view(&range.front(), range.size());
 }
 
-[[noreturn]] void throwParsingFailed() { throw makeInternalException(std::logic_error("IRI parsing failed")); }
+[[noreturn]] void throwParsingFailed() {
+    throw makeInternalException(std::logic_error("IRI parsing failed"));
+}
 
 } // namespace
 

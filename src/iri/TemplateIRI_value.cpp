@@ -85,8 +85,8 @@ String TemplateIRI<String>::nativeScheme() const {
     return encoding::toUtf32(scheme);
 }
 
-// The members that are defined here, and the class's virtual table; the others are instantiated where they are
-// defined.
+// The members that are defined here, and the class's virtual table; the others are instantiated where they
+// are defined.
 template class TemplateIRI<std::u32string>;
 
 } // namespace foundation::network::iri::detail

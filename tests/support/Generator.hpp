@@ -98,21 +98,88 @@ private:
     static constexpr char32_t surrogate = 0xD800;
     static constexpr char32_t beyond = 0x110000;
     static constexpr char32_t farBeyond = 0xFFFFFF3A; // ":" in its lowest eight bits
-    static constexpr std::array<Text, 9> schemes{U"http", U"x", U"a1+.-", U"\u00E9", U"1a", U"+", U"", U"\u0660x", U"x\u0660"};
-    static constexpr std::array<Text, 30> hosts{
-        U"h", U"", U"example.org", U"b\u00FCcher.example", U"1.2.3.4", U"1.2.3.4.5", U"1.2.3.256", U"01.2.3.4", U"0.0.0.0",
-        U"255.255.255.255", U"1.2.3", U"1.2.3.4a", U"1.2.3.4%41", U"[::]", U"[::1]", U"[1:2:3:4:5:6:7:8]", U"[1:2:3:4:5:6:7]",
-        U"[1:2:3:4:5:6:1.2.3.4]", U"[::ffff:1.2.3.4]", U"[1::2:3:4]", U"[1:2::7:8]", U"[1:2:3:4:5:6:7::]", U"[1:::2]",
-        U"[12345::]", U"[v1.a:b]", U"[V1.a]", U"[vF.]", U"[]", U"[\uFF21::\uFF10]", U"[::1"};
-    static constexpr std::array<Text, 9> ports{U"80", U"", U"0", U"00080", U"65535", U"65536", U"\u0661", U"8a", U"99999999999"};
+    static constexpr std::array<Text, 9> schemes{U"http", U"x", U"a1+.-",   U"\u00E9", U"1a",
+                                                 U"+",    U"",  U"\u0660x", U"x\u0660"};
+    static constexpr std::array<Text, 30> hosts{U"h",
+                                                U"",
+                                                U"example.org",
+                                                U"b\u00FCcher.example",
+                                                U"1.2.3.4",
+                                                U"1.2.3.4.5",
+                                                U"1.2.3.256",
+                                                U"01.2.3.4",
+                                                U"0.0.0.0",
+                                                U"255.255.255.255",
+                                                U"1.2.3",
+                                                U"1.2.3.4a",
+                                                U"1.2.3.4%41",
+                                                U"[::]",
+                                                U"[::1]",
+                                                U"[1:2:3:4:5:6:7:8]",
+                                                U"[1:2:3:4:5:6:7]",
+                                                U"[1:2:3:4:5:6:1.2.3.4]",
+                                                U"[::ffff:1.2.3.4]",
+                                                U"[1::2:3:4]",
+                                                U"[1:2::7:8]",
+                                                U"[1:2:3:4:5:6:7::]",
+                                                U"[1:::2]",
+                                                U"[12345::]",
+                                                U"[v1.a:b]",
+                                                U"[V1.a]",
+                                                U"[vF.]",
+                                                U"[]",
+                                                U"[\uFF21::\uFF10]",
+                                                U"[::1"};
+    static constexpr std::array<Text, 9> ports{U"80",    U"",       U"0",  U"00080",      U"65535",
+                                               U"65536", U"\u0661", U"8a", U"99999999999"};
     static constexpr std::array<Text, 6> dots{U".", U"..", U"...", U"", U".a", U"%2e"};
-    static constexpr std::array<Text, 16> plain{U"a", U"b", U"Z", U"0", U"9", U"-", U"_~", U"\u00E9", U"\u4E2D", U"\U0001F600",
-                                                U"%41", U"%C3%A9", U"=", U"&", U"+;", U"abc"};
-    static constexpr std::array<Text, 44> fragments{
-        U"/", U"//", U"?", U"#", U"[", U"]", U"@", U":", U"%", U"%4", U"%zz", U"%FF", U"%2F", U"%2f", U"%25", U"%E4%B8",
-        U"%ED%A0%80", U"%C0%AF", U"%F8%88%80%80%80", U"%\uFF14\uFF11", U" ", U"\"", U"<", U">", U"\\", U"^", U"`", U"{|}", U"!$'()*,",
-        Text(U"\0", 1), U"\x7F", U"\u0080", U"\u00A0", U"\uE000", U"\U000E0000", U"\U000E1000", U"\U0010FFFD", U"\U0010FFFF", U"\uFDD0",
-        U"\uFFFD", U"\u202E", Text(&surrogate, 1), Text(&beyond, 1), Text(&farBeyond, 1)};
+    static constexpr std::array<Text, 16> plain{U"a",  U"b",      U"Z",      U"0",          U"9",   U"-",
+                                                U"_~", U"\u00E9", U"\u4E2D", U"\U0001F600", U"%41", U"%C3%A9",
+                                                U"=",  U"&",      U"+;",     U"abc"};
+    static constexpr std::array<Text, 44> fragments{U"/",
+                                                    U"//",
+                                                    U"?",
+                                                    U"#",
+                                                    U"[",
+                                                    U"]",
+                                                    U"@",
+                                                    U":",
+                                                    U"%",
+                                                    U"%4",
+                                                    U"%zz",
+                                                    U"%FF",
+                                                    U"%2F",
+                                                    U"%2f",
+                                                    U"%25",
+                                                    U"%E4%B8",
+                                                    U"%ED%A0%80",
+                                                    U"%C0%AF",
+                                                    U"%F8%88%80%80%80",
+                                                    U"%\uFF14\uFF11",
+                                                    U" ",
+                                                    U"\"",
+                                                    U"<",
+                                                    U">",
+                                                    U"\\",
+                                                    U"^",
+                                                    U"`",
+                                                    U"{|}",
+                                                    U"!$'()*,",
+                                                    Text(U"\0", 1),
+                                                    U"\x7F",
+                                                    U"\u0080",
+                                                    U"\u00A0",
+                                                    U"\uE000",
+                                                    U"\U000E0000",
+                                                    U"\U000E1000",
+                                                    U"\U0010FFFD",
+                                                    U"\U0010FFFF",
+                                                    U"\uFDD0",
+                                                    U"\uFFFD",
+                                                    U"\u202E",
+                                                    Text(&surrogate, 1),
+                                                    Text(&beyond, 1),
+                                                    Text(&farBeyond, 1)};
 
     std::uint64_t state;
 };

@@ -39,7 +39,8 @@ inline Text percent(unsigned byte) {
 inline std::string utf8(char32_t c) {
     auto const tail = [c](unsigned shift) { return static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
     if (c > 0x10FFFF) {
-        throw std::out_of_range("Invalid UTF-32 code point U+0x110000 encountered while trying to encode UTF-16 sequence");
+        throw std::out_of_range(
+            "Invalid UTF-32 code point U+0x110000 encountered while trying to encode UTF-16 sequence");
     }
     return c < 0x80      ? std::string{static_cast<char>(c)}
            : c < 0x800   ? std::string{static_cast<char>(0xC0 | (c >> 6)), tail(0)}
@@ -57,7 +58,8 @@ inline Text fromUtf8(std::string const& bytes) {
         }
         // Whatever does not come out the same when written again was no UTF-8.
         if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF) || bytes.compare(at, length, utf8(c)) != 0) {
-            throw std::out_of_range("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
+            throw std::out_of_range(
+                "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
         }
         text += c;
         at += length;
@@ -172,7 +174,8 @@ inline Text escapeForbidden(Text const& text) {
 }
 inline Text escapeColons(Text const& text) {
     std::size_t const end = text.find(U'/');
-    Text result = mapped(text.substr(0, end), [](char32_t c) { return c == U':' ? percent(':') : Text(1, c); });
+    Text result =
+        mapped(text.substr(0, end), [](char32_t c) { return c == U':' ? percent(':') : Text(1, c); });
     return end == Text::npos ? result : result + text.substr(end);
 }
 
@@ -181,16 +184,17 @@ inline Text iriFromRaw(int part, Text text, bool bare) {
     if (part != formEncoded) {
         Text guarded;
         for (std::size_t i = 0; i < text.size(); ++i) {
-            bool const escape = text[i] == U'%' && i + 2 < text.size() && hex(text[i + 1]) >= 0 && hex(text[i + 2]) >= 0;
+            bool const escape =
+                text[i] == U'%' && i + 2 < text.size() && hex(text[i + 1]) >= 0 && hex(text[i + 2]) >= 0;
             guarded += escape ? Text(U"%25") : Text(1, text[i]);
         }
         text = guarded;
     }
     auto const& row = rules[static_cast<std::size_t>(part)];
     text = mapped(text, [&](char32_t c) {
-        return row.escaped.find(c) == row.escaped.npos  ? Text(1, c)
-               : part == formEncoded && c == U' ' ? Text(U"+")
-                                                        : percent(static_cast<unsigned>(c));
+        return row.escaped.find(c) == row.escaped.npos ? Text(1, c)
+               : part == formEncoded && c == U' '      ? Text(U"+")
+                                                       : percent(static_cast<unsigned>(c));
     });
     text = escapeForbidden(row.privateUse ? escapePrivate(text) : text);
     return part == path && bare ? escapeColons(text) : text;

@@ -1,7 +1,7 @@
 #pragma once
 
-// A slow, plain matcher of IRI references: each rule of the grammar as a function that takes a place in a text
-// and gives the place behind what it matched, or nothing. No tables, no looks ahead, no runs.
+// A slow, plain matcher of IRI references: each rule of the grammar as a function that takes a place in a
+// text and gives the place behind what it matched, or nothing. No tables, no looks ahead, no runs.
 
 #include <boost/spirit/home/support/char_encoding/unicode.hpp>
 
@@ -28,18 +28,20 @@ public:
     static bool alpha(char32_t c) { return c <= 0x10FFFF && Unicode::isalpha(c) != 0; }
     static bool digit(char32_t c) { return c <= 0x10FFFF && Unicode::isdigit(c) != 0; }
     static bool xdigit(char32_t c) {
-        return in(c, U'0', U'9') || in(c, U'A', U'F') || in(c, U'a', U'f') || in(c, 0xFF10, 0xFF19) || in(c, 0xFF21, 0xFF26) ||
-               in(c, 0xFF41, 0xFF46);
+        return in(c, U'0', U'9') || in(c, U'A', U'F') || in(c, U'a', U'f') || in(c, 0xFF10, 0xFF19) ||
+               in(c, 0xFF21, 0xFF26) || in(c, 0xFF41, 0xFF46);
     }
     static bool ucschar(char32_t c) {
-        bool found = in(c, 0xA0, 0xD7FF) || in(c, 0xF900, 0xFDCF) || in(c, 0xFDF0, 0xFFEF) || in(c, 0xE1000, 0xEFFFD);
+        bool found =
+            in(c, 0xA0, 0xD7FF) || in(c, 0xF900, 0xFDCF) || in(c, 0xFDF0, 0xFFEF) || in(c, 0xE1000, 0xEFFFD);
         for (char32_t plane = 0x10000; plane <= 0xD0000; plane += 0x10000) {
             found = found || in(c, plane, plane + 0xFFFD);
         }
         return found;
     }
     static bool iprivate(char32_t c) {
-        return in(c, 0xE000, 0xF8FF) || in(c, 0xE0000, 0xE0FFF) || in(c, 0xF0000, 0xFFFFD) || in(c, 0x100000, 0x10FFFD);
+        return in(c, 0xE000, 0xF8FF) || in(c, 0xE0000, 0xE0FFF) || in(c, 0xF0000, 0xFFFFD) ||
+               in(c, 0x100000, 0x10FFFD);
     }
     static bool iunreserved(char32_t c) { return alpha(c) || digit(c) || oneOf(c, U"-._~") || ucschar(c); }
     static bool subDelims(char32_t c) { return oneOf(c, U"!$&'()*+,;="); }
@@ -150,7 +152,9 @@ private:
             }
         }
         for (int before = 0; before <= 6; ++before) {
-            Rule const last = before <= 4 ? &ReferenceMatcher::ls32 : before == 5 ? &ReferenceMatcher::h16 : nullptr;
+            Rule const last = before <= 4   ? &ReferenceMatcher::ls32
+                              : before == 5 ? &ReferenceMatcher::h16
+                                            : nullptr;
             Match const found = compressed(at, before, before < 4 ? 4 - before : 0, last);
             if (found) {
                 return found;
@@ -223,7 +227,8 @@ private:
     At reference() {
         At at = 0;
         if (Match const first = one(0, alpha)) {
-            At const end = many(*first, [](char32_t c) { return alpha(c) || digit(c) || oneOf(c, U"+.-"); }, false);
+            At const end = many(
+                *first, [](char32_t c) { return alpha(c) || digit(c) || oneOf(c, U"+.-"); }, false);
             if (Match const colon = literal(end, U":")) {
                 parts.scheme = cut(0, end);
                 at = *colon;
@@ -231,11 +236,13 @@ private:
         }
         at = hierarchical(at, !parts.scheme);
         if (Match const mark = literal(at, U"?")) {
-            at = many(*mark, [](char32_t c) { return ipcharCharacter(c) || oneOf(c, U"/?") || iprivate(c); }, true);
+            at = many(
+                *mark, [](char32_t c) { return ipcharCharacter(c) || oneOf(c, U"/?") || iprivate(c); }, true);
             parts.query = cut(*mark, at);
         }
         if (Match const hash = literal(at, U"#")) {
-            at = many(*hash, [](char32_t c) { return ipcharCharacter(c) || oneOf(c, U"/?"); }, true);
+            at = many(
+                *hash, [](char32_t c) { return ipcharCharacter(c) || oneOf(c, U"/?"); }, true);
             parts.fragment = cut(*hash, at);
         }
         return at;

@@ -20,7 +20,11 @@ std::string show(std::basic_string_view<Char> text) {
     }
     return shown;
 }
-inline std::string show(std::u16string const& text) { return show(std::u16string_view(text)); }
-inline std::string show(std::u32string const& text) { return show(std::u32string_view(text)); }
+inline std::string show(std::u16string const& text) {
+    return show(std::u16string_view(text));
+}
+inline std::string show(std::u32string const& text) {
+    return show(std::u32string_view(text));
+}
 
 } // namespace support

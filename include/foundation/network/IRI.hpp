@@ -37,8 +37,8 @@ using iri::Encoding;
 /// Nothing is normalised: texts come back as they went in, letters keep their case and escapes their digits.
 /// What is not asked for is not worked out, and what has been worked out is kept.
 ///
-/// Any number of threads may call `const` operations on one value, and copy it, at the same time. Assignment and
-/// `swap` need exclusive use of the value. A value that was moved from is as `IRI()`.
+/// Any number of threads may call `const` operations on one value, and copy it, at the same time. Assignment
+/// and `swap` need exclusive use of the value. A value that was moved from is as `IRI()`.
 class ZVFLNETWORK_EXPORT IRI {
 public:
     /// An IRI with nothing in it. It has no path either: `getPath` throws.
@@ -46,14 +46,14 @@ public:
 
     /// Parses all of `text`; an empty text gives an empty IRI with an empty path.
     ///
-    /// Throws the `std::logic_error` of the family with "IRI parsing failed" for a text that is no IRI reference,
-    /// also for a port that is empty or above 65535; the `std::out_of_range` of the family with "Misplaced UTF-16
-    /// surrogate U+0xdc00 encountered while trying to encode UTF-32 sequence", and the value that it met, for a
-    /// text that is no UTF-16; `std::bad_alloc`.
-    /// Linear in the length of the text, constant stack, any length.
-    /// RFC 3987, section 2.2, with these differences: a "%" without two hexadecimal digits behind it is taken in
-    /// paths, queries and fragments; a scheme takes letters and digits of any script; "v" in an IP literal is
-    /// lower-case; U+E0000 to U+E0FFF are private-use characters.
+    /// Throws the `std::logic_error` of the family with "IRI parsing failed" for a text that is no IRI
+    /// reference, also for a port that is empty or above 65535; the `std::out_of_range` of the family with
+    /// "Misplaced UTF-16 surrogate U+0xdc00 encountered while trying to encode UTF-32 sequence", and the
+    /// value that it met, for a text that is no UTF-16; `std::bad_alloc`. Linear in the length of the text,
+    /// constant stack, any length. RFC 3987, section 2.2, with these differences: a "%" without two
+    /// hexadecimal digits behind it is taken in paths, queries and fragments; a scheme takes letters and
+    /// digits of any script; "v" in an IP literal is lower-case; U+E0000 to U+E0FFF are private-use
+    /// characters.
     explicit IRI(std::u16string const& text);
 
     /// A copy has the forms that its source has worked out, and shares nothing with it. Linear.
@@ -82,12 +82,12 @@ public:
     bool hasHost() const noexcept { return value.hasHost(); }
     bool hasUserInfo() const noexcept { return value.hasUserInfo(); }
 
-    /// The scheme as written, without the ":". Throws the `std::runtime_error` of the family with "No scheme" where
-    /// there is none.
+    /// The scheme as written, without the ":". Throws the `std::runtime_error` of the family with "No scheme"
+    /// where there is none.
     std::u16string getScheme() const { return value.getScheme(); }
 
-    /// The port as written, with its leading zeros. Throws the `std::runtime_error` of the family with "No port"
-    /// where there is none.
+    /// The port as written, with its leading zeros. Throws the `std::runtime_error` of the family with "No
+    /// port" where there is none.
     std::u16string getPort() const { return value.getPort(); }
 
     /// The port's number. Throws as `getPort`.
@@ -96,12 +96,12 @@ public:
     /// The text of a part in a form, without the delimiters around it.
     ///
     /// Each throws the `std::runtime_error` of the family with "Item not set: UserInfo" (": Host", ": Path",
-    /// ": Query", ": Fragment") where there is none, and, for `Encoding::Raw`, the `std::out_of_range` of the family
-    /// with "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character" where escapes decode to an
-    /// overlong form, a surrogate or a value above U+10FFFF. Other bytes that are no UTF-8 become the characters of
-    /// their values: `%FF` reads "ÿ".
-    /// The first call for a form is linear in the length of the part, later ones copy.
-    /// `getUserInfo` gives the same for the strict encodings as for the others.
+    /// ": Query", ": Fragment") where there is none, and, for `Encoding::Raw`, the `std::out_of_range` of the
+    /// family with "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character" where escapes
+    /// decode to an overlong form, a surrogate or a value above U+10FFFF. Other bytes that are no UTF-8
+    /// become the characters of their values: `%FF` reads "ÿ". The first call for a form is linear in the
+    /// length of the part, later ones copy. `getUserInfo` gives the same for the strict encodings as for the
+    /// others.
     std::u16string getUserInfo(Encoding const& encoding) const { return value.getUserInfo(encoding); }
     std::u16string getHost(Encoding const& encoding) const { return value.getHost(encoding); }
     std::u16string getPath(Encoding const& encoding) const { return value.getPath(encoding); }
@@ -112,28 +112,30 @@ public:
     /// above; without a host with "Item not set: Host: Host (in getAuthority)".
     std::u16string getAuthority(Encoding const& encoding) const { return value.getAuthority(encoding); }
 
-    /// All between the scheme's ":" and the fragment's "#": "//jo@bücher.example:8080/a%20b/é?q=%C3%A9". Throws as
-    /// the getters above.
+    /// All between the scheme's ":" and the fragment's "#": "//jo@bücher.example:8080/a%20b/é?q=%C3%A9".
+    /// Throws as the getters above.
     std::u16string getSchemeSpecificPart(Encoding const& encoding) const {
         return value.getSchemeSpecificPart(encoding);
     }
 
-    /// The whole in `Encoding::Iri`, or in `Encoding::IriStrict` if `strict`. Of a parsed value the former is the
-    /// text that went in. Throws what the getters throw for a form that a part does not have.
+    /// The whole in `Encoding::Iri`, or in `Encoding::IriStrict` if `strict`. Of a parsed value the former is
+    /// the text that went in. Throws what the getters throw for a form that a part does not have.
     std::u16string toString(bool strict) const { return value.toString(strict); }
 
-    /// The whole in `Encoding::Uri`, or in `Encoding::UriStrict` if `strict`: ASCII, but for a scheme that is not.
-    /// The host is percent-encoded like any other part; `IdnConverter` gives the form for a name server.
+    /// The whole in `Encoding::Uri`, or in `Encoding::UriStrict` if `strict`: ASCII, but for a scheme that is
+    /// not. The host is percent-encoded like any other part; `IdnConverter` gives the form for a name server.
     std::u16string toAsciiString(bool strict) const { return value.toAsciiString(strict); }
 
 private:
     iri::detail::TemplateIRI<std::u32string> value;
 };
 
-inline void swap(IRI& left, IRI& right) noexcept { left.swap(right); }
+inline void swap(IRI& left, IRI& right) noexcept {
+    left.swap(right);
+}
 
-/// Writes `toAsciiString(false)` with the stream's formatting. What is not ASCII in a scheme is written as the
-/// substitute character U+001A, one for each UTF-16 unit.
+/// Writes `toAsciiString(false)` with the stream's formatting. What is not ASCII in a scheme is written as
+/// the substitute character U+001A, one for each UTF-16 unit.
 ZVFLNETWORK_EXPORT std::ostream& operator<<(std::ostream& stream, IRI const& iri);
 
 } // namespace foundation::network

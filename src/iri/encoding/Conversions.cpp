@@ -24,8 +24,9 @@ percentDecodeGrammar const& decoderOf(Part part) {
         explicit Keeping(Part of)
             : percentDecodeGrammar(std::u32string(rulesOf(of).kept.begin(), rulesOf(of).kept.end())) {}
     };
-    static std::array<Keeping, 5> const decoders{Keeping(Part::userInfo), Keeping(Part::host), Keeping(Part::path),
-                                                 Keeping(Part::query), Keeping(Part::fragment)};
+    static std::array<Keeping, 5> const decoders{Keeping(Part::userInfo), Keeping(Part::host),
+                                                 Keeping(Part::path), Keeping(Part::query),
+                                                 Keeping(Part::fragment)};
     return decoders[static_cast<std::size_t>(part)];
 }
 
@@ -41,9 +42,12 @@ bool isFormEncodedQuery(Part part, PartContext const& context) {
     return part == Part::query && context.formEncoded;
 }
 
-bool isUnicodeScalar(char32_t c) { return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF); }
+bool isUnicodeScalar(char32_t c) {
+    return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF);
+}
 
-// The length of the text in which a ":" would make the reference read as one with a scheme, 0 where none would.
+// The length of the text in which a ":" would make the reference read as one with a scheme, 0 where none
+// would.
 std::size_t colonStepLength(Part part, std::u32string_view text, PartContext const& context) {
     bool const applies = rulesOf(part).escapesFirstColons && !context.schemePresent && !context.hasUserInfo &&
                          !context.hasHost;
@@ -166,7 +170,8 @@ Converted iriFromUri(Part part, std::u32string_view text, PartContext const& con
     std::u32string decoded;
     decoderOf(part).decode(text, decoded);
     std::string bytes(decoded.size(), '\0');
-    std::transform(decoded.begin(), decoded.end(), bytes.begin(), [](char32_t c) { return static_cast<char>(c); });
+    std::transform(decoded.begin(), decoded.end(), bytes.begin(),
+                   [](char32_t c) { return static_cast<char>(c); });
 
     std::u32string result = escapeFirstColons(part, decodeUtf8(std::move(bytes)).text, context);
     if (rulesOf(part).escapesPrivateUse) {
@@ -179,7 +184,8 @@ Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const&
     return isUriForm(text) ? Converted() : Converted(toUriForm(text));
 }
 
-Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text, PartContext const& context) {
+Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,
+                  PartContext const& context) {
     using detail::Form;
     if (from == Form::iri) {
         return to == Form::raw ? rawFromIri(part, text, context) : uriFromIri(part, text, context);

@@ -8,9 +8,9 @@
 
 /// What the text of a part becomes in another form.
 ///
-/// Each conversion gives nothing where the text is the same in both forms and that could be told without making
-/// it; a result may still equal the text. The path looks at `schemePresent`, `hasUserInfo` and `hasHost` of the
-/// context, the query at `formEncoded`. Linear; any number of threads may convert at once.
+/// Each conversion gives nothing where the text is the same in both forms and that could be told without
+/// making it; a result may still equal the text. The path looks at `schemePresent`, `hasUserInfo` and
+/// `hasHost` of the context, the query at `formEncoded`. Linear; any number of threads may convert at once.
 namespace foundation::network::iri::encoding {
 
 using detail::Part;
@@ -18,8 +18,8 @@ using detail::PartContext;
 using Converted = std::optional<std::u32string>;
 
 /// Decodes escapes. Throws "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character" where
-/// they decode to an overlong form, a surrogate or a value above U+10FFFF; other bytes that are no UTF-8 become
-/// the code points of their values.
+/// they decode to an overlong form, a surrogate or a value above U+10FFFF; other bytes that are no UTF-8
+/// become the code points of their values.
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context);
 
 /// Escapes what an IRI, or this part of one, may not hold as itself, and protects what looks like an escape.
@@ -31,7 +31,9 @@ Converted iriFromUri(Part part, std::u32string_view text, PartContext const& con
 /// Escapes what is not ASCII.
 Converted uriFromIri(Part part, std::u32string_view text, PartContext const& context);
 
-/// The conversion between two forms one of which is Iri. Raw and Uri are converted into each other by way of Iri.
-Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text, PartContext const& context);
+/// The conversion between two forms one of which is Iri. Raw and Uri are converted into each other by way of
+/// Iri.
+Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,
+                  PartContext const& context);
 
 } // namespace foundation::network::iri::encoding

@@ -48,20 +48,24 @@ struct PartRules {
     StrictBrackets strictBrackets;
 };
 
-/// The table of all characters that are special to a part, a row a part. Nothing about them stands elsewhere;
-/// the documentation and the tests read from it.
+/// The table of all characters that are special to a part, a row a part. Nothing about them stands elsewhere.
+// clang-format off
 inline constexpr std::array<PartRules, 5> partRules{{
-    // name       escaped                   kept                       private  colons  strict
-    {"UserInfo", " \"#/<;=>?@[\\]^`{|}", " \"#/<;=>?@[\\]^`{|}%", true, false, false, StrictBrackets::asTheyStand},
-    {"Host", " #%/:?@[\\]", " #%/:?@[\\]", true, false, true, StrictBrackets::asTheyStand},
-    {"Path", " \"#<>?[]`{}", " \"#%<>?[]`{}", true, true, true, StrictBrackets::escaped},
-    {"Query", " \"#<>`", " \"#<>`%", false, false, true, StrictBrackets::escaped},
-    {"Fragment", " \"<>`", " \"<>`%", true, false, true, StrictBrackets::escaped},
+    //                                                              private colons strict
+    // name       escaped                 kept                      use            getter
+    {"UserInfo", " \"#/<;=>?@[\\]^`{|}", " \"#/<;=>?@[\\]^`{|}%", true,   false, false, StrictBrackets::asTheyStand},
+    {"Host",     " #%/:?@[\\]",          " #%/:?@[\\]",           true,   false, true,  StrictBrackets::asTheyStand},
+    {"Path",     " \"#<>?[]`{}",         " \"#%<>?[]`{}",         true,   true,  true,  StrictBrackets::escaped},
+    {"Query",    " \"#<>`",              " \"#<>`%",              false,  false, true,  StrictBrackets::escaped},
+    {"Fragment", " \"<>`",               " \"<>`%",               true,   false, true,  StrictBrackets::escaped},
 }};
+// clang-format on
 
 /// What a form-encoded query escapes instead; its spaces become "+".
 inline constexpr std::string_view formEncodedEscaped = " #[]";
 
-[[nodiscard]] constexpr PartRules const& rulesOf(Part part) { return partRules[static_cast<std::size_t>(part)]; }
+[[nodiscard]] constexpr PartRules const& rulesOf(Part part) {
+    return partRules[static_cast<std::size_t>(part)];
+}
 
 } // namespace foundation::network::iri::encoding

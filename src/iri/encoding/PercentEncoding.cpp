@@ -1,6 +1,7 @@
 #include "iri/encoding/PercentEncoding.hpp"
 
 #include "iri/encoding/Transcoding.hpp"
+#include "iri/grammar/CharacterClasses.hpp"
 
 #include <algorithm>
 
@@ -8,15 +9,21 @@ namespace foundation::network::iri::encoding {
 
 namespace {
 
-constexpr bool within(char32_t c, char32_t first, char32_t last) { return c >= first && c <= last; }
+constexpr bool within(char32_t c, char32_t first, char32_t last) {
+    return c >= first && c <= last;
+}
 
-constexpr bool isUriCharacter(char32_t c) { return within(c, 33, 126); }
+constexpr bool isUriCharacter(char32_t c) {
+    return within(c, 33, 126);
+}
 
 void percentUtf8(std::u32string& out, char32_t codePoint) {
     encodeUtf8(codePoint, [&out](unsigned char byte) { percentByte(out, byte); });
 }
 
-constexpr bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+constexpr bool isContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
 
 // How many leading bits of a byte are 1.
 constexpr std::size_t leadingOnes(char byte) {
@@ -45,7 +52,9 @@ bool isWellFormed(std::string_view bytes) {
 
 } // namespace
 
-bool isUriForm(std::u32string_view text) { return std::all_of(text.begin(), text.end(), isUriCharacter); }
+bool isUriForm(std::u32string_view text) {
+    return std::all_of(text.begin(), text.end(), isUriCharacter);
+}
 
 std::u32string toUriForm(std::u32string_view text) {
     std::u32string result;
@@ -77,9 +86,8 @@ std::u32string protectPercentEscapes(std::u32string text) {
     return result;
 }
 
-bool isIriExcluded(char32_t c) {
-    return c >= 0xE000 && (c <= 0xF8FF || within(c, 0xE0000, 0xE0FFF) || within(c, 0xF0000, 0xFFFFD) ||
-                           within(c, 0x100000, 0x10FFFD));
+bool isIriExcluded(char32_t codePoint) {
+    return grammar::is<grammar::IPRIVATE>(codePoint);
 }
 
 std::u32string escapeIriExcluded(std::u32string text) {
@@ -106,8 +114,8 @@ bool isIriForbidden(char32_t c) {
     if (c < 0x200E) {
         return c < 0xA0;
     }
-    return c <= 0x200F || within(c, 0x202A, 0x202E) || within(c, 0xD800, 0xDFFF) || within(c, 0xFDD0, 0xFDEF) ||
-           within(c, 0xFFF0, 0xFFFF) || (c > 0x10000 && (c & 0xFFFE) == 0xFFFE);
+    return c <= 0x200F || within(c, 0x202A, 0x202E) || within(c, 0xD800, 0xDFFF) ||
+           within(c, 0xFDD0, 0xFDEF) || within(c, 0xFFF0, 0xFFFF) || (c > 0x10000 && (c & 0xFFFE) == 0xFFFE);
 }
 
 void escapeIriForbidden(char32_t codePoint, std::u32string& out) {
@@ -128,9 +136,10 @@ RepairedUtf8 repairUtf8(std::string bytes) {
         std::size_t const ones = leadingOnes(bytes[at]);
         // 0xxxxxxx stands alone, 10xxxxxx and 1111111x begin nothing.
         std::size_t const length = ones == 0 ? 1 : ones == 1 || ones > 6 ? 0 : ones;
-        bool const whole = length != 0 && length <= bytes.size() - at &&
-                           std::all_of(bytes.begin() + static_cast<std::ptrdiff_t>(at) + 1,
-                                       bytes.begin() + static_cast<std::ptrdiff_t>(at + length), isContinuation);
+        bool const whole =
+            length != 0 && length <= bytes.size() - at &&
+            std::all_of(bytes.begin() + static_cast<std::ptrdiff_t>(at) + 1,
+                        bytes.begin() + static_cast<std::ptrdiff_t>(at + length), isContinuation);
         if (whole) {
             result.bytes.append(bytes, at, length);
             at += length;

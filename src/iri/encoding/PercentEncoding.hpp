@@ -16,7 +16,8 @@ namespace foundation::network::iri::encoding {
 
 /// Whether a "%" and two ASCII hexadecimal digits stand at `at` in `text`.
 [[nodiscard]] constexpr bool isEscapeAt(std::u32string_view text, std::size_t at) {
-    return text.size() - at > 2 && text[at] == U'%' && hexValue(text[at + 1]) >= 0 && hexValue(text[at + 2]) >= 0;
+    return text.size() - at > 2 && text[at] == U'%' && hexValue(text[at + 1]) >= 0 &&
+           hexValue(text[at + 2]) >= 0;
 }
 
 /// Appends "%" and the two upper-case hexadecimal digits of `byte`.
@@ -24,7 +25,8 @@ template <class String>
 void percentByte(String& out, unsigned char byte) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     using Char = typename String::value_type;
-    Char const escape[] = {Char('%'), static_cast<Char>(digits[byte >> 4]), static_cast<Char>(digits[byte & 15])};
+    Char const escape[] = {Char('%'), static_cast<Char>(digits[byte >> 4]),
+                           static_cast<Char>(digits[byte & 15])};
     out.append(escape, 3);
 }
 
@@ -35,18 +37,19 @@ void percentByte(String& out, unsigned char byte) {
 /// "Invalid UTF-32 code point U+..." for a value above U+10FFFF.
 [[nodiscard]] std::u32string toUriForm(std::u32string_view text);
 
-/// Each "%" that two hexadecimal digits follow as "%25", so that a text that only looks like an escape survives
-/// the way back.
+/// Each "%" that two hexadecimal digits follow as "%25", so that a text that only looks like an escape
+/// survives the way back.
 [[nodiscard]] std::u32string protectPercentEscapes(std::u32string text);
 
-/// Each private-use character as the `%XX` of its UTF-8 form (they are `iprivate`, which a query alone may hold).
+/// Each private-use character as the `%XX` of its UTF-8 form (they are `iprivate`, which a query alone may
+/// hold).
 [[nodiscard]] std::u32string escapeIriExcluded(std::u32string text);
 
 /// Whether `escapeIriExcluded` replaces `codePoint`.
 [[nodiscard]] bool isIriExcluded(char32_t codePoint);
 
-/// Appends `codePoint`, or the `%XX` of its UTF-8 form where no part of an IRI may hold it: controls, `"<>\^{|}`
-/// and the backtick, formatting of direction, surrogates, noncharacters and specials.
+/// Appends `codePoint`, or the `%XX` of its UTF-8 form where no part of an IRI may hold it: controls,
+/// `"<>\^{|}` and the backtick, formatting of direction, surrogates, noncharacters and specials.
 void escapeIriForbidden(char32_t codePoint, std::u32string& out);
 
 /// Whether `escapeIriForbidden` replaces `codePoint`.

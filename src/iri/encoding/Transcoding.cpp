@@ -14,14 +14,20 @@ namespace {
 
 using core::except::detail::makeInternalException;
 
-// Units are converted in strides of a constant length, which compilers turn into vector code, into a buffer on
-// the stack: a text of ordinary length is built from it with one allocation of the right size.
+// Units are converted in strides of a constant length, which compilers turn into vector code, into a buffer
+// on the stack: a text of ordinary length is built from it with one allocation of the right size.
 constexpr std::size_t STRIDE = 16;
 constexpr std::size_t BUFFER = 512;
 
-constexpr bool isSurrogate(char32_t c) { return (c & 0xFFFFF800) == 0xD800; }
-constexpr bool isLead(char16_t c) { return (c & 0xFC00) == 0xD800; }
-constexpr bool isTrail(char16_t c) { return (c & 0xFC00) == 0xDC00; }
+constexpr bool isSurrogate(char32_t c) {
+    return (c & 0xFFFFF800) == 0xD800;
+}
+constexpr bool isLead(char16_t c) {
+    return (c & 0xFC00) == 0xD800;
+}
+constexpr bool isTrail(char16_t c) {
+    return (c & 0xFC00) == 0xDC00;
+}
 
 // "0x" and lower-case digits; zero alone has no prefix.
 std::string hexadecimal(char32_t value) {
@@ -40,7 +46,8 @@ std::string hexadecimal(char32_t value) {
         std::out_of_range("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character"));
 }
 
-// The bits of all elements of a stride together, in machine words: compilers do not make vectors of it by themselves.
+// The bits of all elements of a stride together, in machine words: compilers do not make vectors of it by
+// themselves.
 template <class Unit>
 std::uint64_t bitsOf(Unit const* units) {
     constexpr std::size_t words = STRIDE * sizeof(Unit) / sizeof(std::uint64_t);
@@ -53,14 +60,15 @@ std::uint64_t bitsOf(Unit const* units) {
     return bits;
 }
 
-// Whether each element of a stride has one unit in both encodings. The bits of all together nearly always tell; where
-// one of them might be a surrogate or lie above U+FFFF, each is looked at.
+// Whether each element of a stride has one unit in both encodings. The bits of all together nearly always
+// tell; where one of them might be a surrogate or lie above U+FFFF, each is looked at.
 bool isPlain(char16_t const* units) {
     return (bitsOf(units) & 0x8000800080008000) == 0 || std::none_of(units, units + STRIDE, isSurrogate);
 }
 bool isPlain(char32_t const* codePoints) {
     return (bitsOf(codePoints) & 0xFFFF8000FFFF8000) == 0 ||
-           std::none_of(codePoints, codePoints + STRIDE, [](char32_t c) { return c > 0xFFFF || isSurrogate(c); });
+           std::none_of(codePoints, codePoints + STRIDE,
+                        [](char32_t c) { return c > 0xFFFF || isSurrogate(c); });
 }
 
 // The road of one code point that may take two units; returns the end of the output.
@@ -95,7 +103,8 @@ char16_t* convertOne(char32_t const*& at, char32_t const* /*end*/, char16_t* out
     return out + 2;
 }
 
-// Converts a stride, or what is left; where a pair begins at its end, one unit more. Returns the end of the output.
+// Converts a stride, or what is left; where a pair begins at its end, one unit more. Returns the end of the
+// output.
 template <class In, class Out>
 Out* convertStride(In const*& at, In const* end, Out* out) {
     auto const left = static_cast<std::size_t>(end - at);
@@ -145,9 +154,13 @@ void throwInvalidCodePoint(char32_t codePoint) {
                                                   " encountered while trying to encode UTF-16 sequence"));
 }
 
-std::u32string toUtf32(std::u16string_view text) { return convert<char32_t>(text); }
+std::u32string toUtf32(std::u16string_view text) {
+    return convert<char32_t>(text);
+}
 
-std::u16string toUtf16(std::u32string_view text) { return convert<char16_t>(text); }
+std::u16string toUtf16(std::u32string_view text) {
+    return convert<char16_t>(text);
+}
 
 std::u32string fromUtf8(std::string_view bytes) {
     std::u32string result;

@@ -5,13 +5,13 @@
 
 /// Text between UTF-8, UTF-16 and UTF-32, whole strings at a time.
 ///
-/// Every failure is an `AnonymousInternalException<std::out_of_range>` whose message names the value; no partial
-/// result is ever returned. Pure functions, linear; a result takes one allocation.
+/// Every failure is an `AnonymousInternalException<std::out_of_range>` whose message names the value; no
+/// partial result is ever returned. Pure functions, linear; a result takes one allocation.
 namespace foundation::network::iri::encoding {
 
 /// UTF-16 to UTF-32. Throws "Misplaced UTF-16 surrogate U+0xdc00 encountered while trying to encode UTF-32
-/// sequence" with the unit that stands alone, or the one behind a lead surrogate that has no trail (0 where the
-/// text ends there).
+/// sequence" with the unit that stands alone, or the one behind a lead surrogate that has no trail (0 where
+/// the text ends there).
 std::u32string toUtf32(std::u16string_view text);
 
 /// UTF-32 to UTF-16. Throws "Invalid UTF-32 code point U+0x110000 encountered while trying to encode UTF-16

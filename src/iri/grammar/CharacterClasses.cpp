@@ -11,14 +11,17 @@ using Unicode = boost::spirit::char_encoding::unicode;
 
 constexpr char32_t LAST_CODE_POINT = 0x10FFFF;
 
-bool within(char32_t c, char32_t first, char32_t last) { return c >= first && c <= last; }
+bool within(char32_t c, char32_t first, char32_t last) {
+    return c >= first && c <= last;
+}
 
 // RFC 3987's ucschar: seventeen ranges.
 bool isUcschar(char32_t c) {
     if (c < 0x10000) {
         return within(c, 0xA0, 0xD7FF) || within(c, 0xF900, 0xFDCF) || within(c, 0xFDF0, 0xFFEF);
     }
-    // In planes 1 to 13 all but the two noncharacters at the end; of plane 14 what follows the private stretch.
+    // In planes 1 to 13 all but the two noncharacters at the end; of plane 14 what follows the private
+    // stretch.
     return (c < 0xE0000 && (c & 0xFFFF) <= 0xFFFD) || within(c, 0xE1000, 0xEFFFD);
 }
 
@@ -41,7 +44,8 @@ bool isBeyondAscii(char32_t c, ClassMask mask) noexcept {
     }
     return ((mask & UCSCHAR) != 0 && isUcschar(c)) || ((mask & IPRIVATE) != 0 && isIprivate(c)) ||
            ((mask & XDIGIT) != 0 && isFullWidthHexDigit(c)) ||
-           ((mask & ALPHA) != 0 && Unicode::isalpha(c) != 0) || ((mask & DIGIT) != 0 && Unicode::isdigit(c) != 0);
+           ((mask & ALPHA) != 0 && Unicode::isalpha(c) != 0) ||
+           ((mask & DIGIT) != 0 && Unicode::isdigit(c) != 0);
 }
 
 } // namespace foundation::network::iri::grammar::detail

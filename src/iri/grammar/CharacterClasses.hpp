@@ -12,11 +12,11 @@ using ClassMask = std::uint16_t;
 
 /// One bit a class; a rule's set is the union of some.
 enum CharacterClass : ClassMask {
-    ALPHA = 1 << 0,          // Unicode's Alphabetic: letters of a scheme
-    DIGIT = 1 << 1,          // Unicode's Nd: digits of a scheme and of a port
-    XDIGIT = 1 << 2,         // Unicode's Hex_Digit, with the full-width forms
+    ALPHA = 1 << 0,           // Unicode's Alphabetic: letters of a scheme
+    DIGIT = 1 << 1,           // Unicode's Nd: digits of a scheme and of a port
+    XDIGIT = 1 << 2,          // Unicode's Hex_Digit, with the full-width forms
     UNRESERVED_MARK = 1 << 3, // -._~
-    SUB_DELIMS = 1 << 4,     // !$&'()*+,;=
+    SUB_DELIMS = 1 << 4,      // !$&'()*+,;=
     COLON = 1 << 5,
     AT = 1 << 6,
     SLASH = 1 << 7,

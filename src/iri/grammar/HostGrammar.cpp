@@ -36,7 +36,8 @@ HostGrammar::HostGrammar() : HostGrammar::base_type(ihost) {
     auto const octetValue = qi::uint_parser<unsigned char, 10, 1, 3>();
     auto const decOctet = qi::copy(!(cp<U'0'> >> one<DIGIT>) >> qi::omit[octetValue]);
     auto const pctEncoded = qi::copy(cp<U'%'> >> one<XDIGIT> >> one<XDIGIT>);
-    auto const ipvFuture = qi::copy(cp<U'v'> >> qi::omit[run<XDIGIT, 1>] >> cp<U'.'> >> qi::omit[run<IUSERINFO, 1>]);
+    auto const ipvFuture =
+        qi::copy(cp<U'v'> >> qi::omit[run<XDIGIT, 1>] >> cp<U'.'> >> qi::omit[run<IUSERINFO, 1>]);
     auto const iregName = qi::copy(run<IREG_NAME, 0, Escapes::percent>);
 
     ipv4Address = decOctet >> qi::repeat(3)[cp<U'.'> >> decOctet];
@@ -45,14 +46,14 @@ HostGrammar::HostGrammar() : HostGrammar::base_type(ihost) {
     group = h16 >> cp<U':'>;
     optionalGroup = -(h16 >> cp<U':'> >> !cp<U':'>);
 
-    ipv6Address = qi::repeat(6)[group] >> ls32                                            //
-                  | colons >> qi::repeat(5)[group] >> ls32                                //
-                  | -h16 >> colons >> qi::repeat(4)[group] >> ls32                        //
-                  | optionalGroup >> -h16 >> colons >> qi::repeat(3)[group] >> ls32       //
+    ipv6Address = qi::repeat(6)[group] >> ls32                                                     //
+                  | colons >> qi::repeat(5)[group] >> ls32                                         //
+                  | -h16 >> colons >> qi::repeat(4)[group] >> ls32                                 //
+                  | optionalGroup >> -h16 >> colons >> qi::repeat(3)[group] >> ls32                //
                   | qi::repeat(2)[optionalGroup] >> -h16 >> colons >> qi::repeat(2)[group] >> ls32 //
-                  | qi::repeat(3)[optionalGroup] >> -h16 >> colons >> group >> ls32       //
-                  | qi::repeat(4)[optionalGroup] >> -h16 >> colons >> ls32                //
-                  | qi::repeat(5)[optionalGroup] >> -h16 >> colons >> h16                 //
+                  | qi::repeat(3)[optionalGroup] >> -h16 >> colons >> group >> ls32                //
+                  | qi::repeat(4)[optionalGroup] >> -h16 >> colons >> ls32                         //
+                  | qi::repeat(5)[optionalGroup] >> -h16 >> colons >> h16                          //
                   | qi::repeat(6)[optionalGroup] >> -h16 >> colons;
     ipLiteral = cp<U'['> >> (ipv6Address | ipvFuture) >> cp<U']'>;
 

@@ -25,7 +25,8 @@
 //   - A "%" without two hexadecimal digits behind it is taken in paths, queries and fragments, as users type
 //     and servers send it; the strict text forms write it as "%25". Hosts and user information refuse it.
 //   - scheme takes the Unicode classes Alphabetic and Nd, not ASCII alone.
-//   - iport takes digits of any script here; the port reader behind the match narrows that to a 16-bit number.
+//   - iport takes digits of any script here; the port reader behind the match narrows that to a 16-bit
+//   number.
 //   - iprivate has a fourth range, U+E0000 to U+E0FFF.
 //   - Choice is ordered: once a scheme and a colon have matched, irelative-ref is not tried any more, and
 //     user information counts only if nothing outside its set stands before the "@".
@@ -45,8 +46,8 @@ namespace {
 using OptionalRange = boost::optional<Range>;
 using Parts = iri::detail::Parts<Iterator>;
 
-/// The fields of a `Parts`, nested as the rules are: a rule for the hierarchical part writes straight into the
-/// flat record, and nothing is copied back.
+/// The fields of a `Parts`, nested as the rules are: a rule for the hierarchical part writes straight into
+/// the flat record, and nothing is copied back.
 struct HierarchicalFields {
     OptionalRange& userInfo;
     OptionalRange& host;
@@ -64,25 +65,28 @@ struct ReferenceFields {
 
 } // namespace foundation::network::iri::grammar
 
+// clang-format off
 BOOST_FUSION_ADAPT_STRUCT(foundation::network::iri::grammar::HierarchicalFields,
-                          (foundation::network::iri::grammar::OptionalRange&, userInfo)
-                          (foundation::network::iri::grammar::OptionalRange&, host)
-                          (foundation::network::iri::grammar::OptionalRange&, port)
-                          (foundation::network::iri::grammar::OptionalRange&, path))
+    (foundation::network::iri::grammar::OptionalRange&, userInfo)
+    (foundation::network::iri::grammar::OptionalRange&, host)
+    (foundation::network::iri::grammar::OptionalRange&, port)
+    (foundation::network::iri::grammar::OptionalRange&, path))
 BOOST_FUSION_ADAPT_STRUCT(foundation::network::iri::grammar::ReferenceFields,
-                          (foundation::network::iri::grammar::OptionalRange&, scheme)
-                          (foundation::network::iri::grammar::HierarchicalFields, hierarchical)
-                          (foundation::network::iri::grammar::OptionalRange&, query)
-                          (foundation::network::iri::grammar::OptionalRange&, fragment))
+    (foundation::network::iri::grammar::OptionalRange&, scheme)
+    (foundation::network::iri::grammar::HierarchicalFields, hierarchical)
+    (foundation::network::iri::grammar::OptionalRange&, query)
+    (foundation::network::iri::grammar::OptionalRange&, fragment))
+// clang-format on
 
 namespace boost::spirit::traits {
 
 template <>
-struct transform_attribute<foundation::network::iri::grammar::Parts, foundation::network::iri::grammar::ReferenceFields,
-                           qi::domain> {
+struct transform_attribute<foundation::network::iri::grammar::Parts,
+                           foundation::network::iri::grammar::ReferenceFields, qi::domain> {
     using type = foundation::network::iri::grammar::ReferenceFields;
     static type pre(foundation::network::iri::grammar::Parts& parts) {
-        return {parts.scheme, {parts.userInfo, parts.host, parts.port, parts.path}, parts.query, parts.fragment};
+        return {
+            parts.scheme, {parts.userInfo, parts.host, parts.port, parts.path}, parts.query, parts.fragment};
     }
     static void post(foundation::network::iri::grammar::Parts&, type const&) {}
     static void fail(foundation::network::iri::grammar::Parts&) {}
@@ -94,7 +98,9 @@ namespace foundation::network::iri::grammar {
 
 namespace {
 
-auto schemeParser() { return qi::copy(qi::raw[one<ALPHA> >> qi::omit[run<ALNUM | SCHEME_MARK>]]); }
+auto schemeParser() {
+    return qi::copy(qi::raw[one<ALPHA> >> qi::omit[run<ALNUM | SCHEME_MARK>]]);
+}
 
 struct IriGrammar : qi::grammar<Iterator, Parts()> {
     IriGrammar() : IriGrammar::base_type(iriReference, "IRI Grammar") {
@@ -106,21 +112,23 @@ struct IriGrammar : qi::grammar<Iterator, Parts()> {
         auto const ifragment = qi::copy(run<IFRAGMENT>);
 
         auto const ipathAbempty = qi::copy(qi::raw[&cp<U'/'> >> qi::omit[run<PATH>] | qi::eps]);
-        // "//" has been tried before, as the begin of an authority: an absolute path needs no look behind its "/".
+        // "//" has been tried before, as the begin of an authority: no need to look behind the "/".
         auto const ipathAbsolute = qi::copy(qi::raw[&cp<U'/'> >> qi::omit[run<PATH>]]);
         auto const ipathRootless = qi::copy(qi::raw[&one<IPCHAR> >> qi::omit[run<PATH>]]);
-        auto const ipathNoscheme = qi::copy(qi::raw[qi::omit[run<ISEGMENT_NZ_NC, 1>] >> -(&cp<U'/'> >> qi::omit[run<PATH>])]);
+        auto const ipathNoscheme =
+            qi::copy(qi::raw[qi::omit[run<ISEGMENT_NZ_NC, 1>] >> -(&cp<U'/'> >> qi::omit[run<PATH>])]);
         auto const ipathEmpty = qi::copy(qi::raw[qi::eps]);
 
         // The look ahead keeps the field absent where no "@" follows: Qi writes a range, which it takes for a
         // container, straight into the optional field.
         auto const userInfoAhead = qi::copy(&(qi::omit[iuserinfo] >> cp<U'@'>));
-        auto const authorityForm = qi::copy(cp<U'/'> >> cp<U'/'> >> -(userInfoAhead >> iuserinfo >> cp<U'@'>) >> host >>
-                                            -(cp<U':'> >> iport) >> ipathAbempty);
-        ihierPart = authorityForm |
-                    absent >> absent >> absent >> (ipathAbsolute | ipathRootless | ipathEmpty);
-        irelativePart = authorityForm |
-                        absent >> absent >> absent >> (ipathAbsolute | ipathNoscheme | ipathEmpty);
+        auto const authorityForm =
+            qi::copy(cp<U'/'> >> cp<U'/'> >> -(userInfoAhead >> iuserinfo >> cp<U'@'>) >> host >>
+                     -(cp<U':'> >> iport) >> ipathAbempty);
+        ihierPart =
+            authorityForm | absent >> absent >> absent >> (ipathAbsolute | ipathRootless | ipathEmpty);
+        irelativePart =
+            authorityForm | absent >> absent >> absent >> (ipathAbsolute | ipathNoscheme | ipathEmpty);
 
         auto const tail = qi::copy(-(cp<U'?'> >> iquery) >> -(cp<U'#'> >> ifragment));
         reference = scheme >> cp<U':'> >> ihierPart >> tail | absent >> irelativePart >> tail;

@@ -2,7 +2,8 @@
 //   hex-pair       = 2( ASCII hexadecimal digit )
 //   start          = 1*( decoded-escape / any code point )
 //
-// Both components take as much as they can at once: a run of anything but "%", and a "%" with its digits or alone.
+// Both components take as much as they can at once: a run of anything but "%", and a "%" with its digits or
+// alone.
 
 #include "iri/grammar/PercentDecoder.hpp"
 
@@ -23,7 +24,9 @@ namespace qi = boost::spirit::qi;
 using At = char32_t const*;
 using ByteSet = std::bitset<256>;
 
-void appendRun(std::u32string& out, At first, At end) { out.append(first, end); }
+void appendRun(std::u32string& out, At first, At end) {
+    out.append(first, end);
+}
 void appendRun(std::string& out, At first, At end) {
     for (; first != end; ++first) {
         encoding::encodeUtf8(*first, [&out](unsigned char byte) { out.push_back(static_cast<char>(byte)); });
@@ -63,7 +66,8 @@ struct EscapeOrPercent : qi::primitive_parser<EscapeOrPercent> {
             return false;
         }
         if (encoding::isEscapeAt({first, static_cast<std::size_t>(last - first)}, 0)) {
-            auto const value = static_cast<unsigned char>(encoding::hexValue(first[1]) << 4 | encoding::hexValue(first[2]));
+            auto const value =
+                static_cast<unsigned char>(encoding::hexValue(first[1]) << 4 | encoding::hexValue(first[2]));
             if (!excluded[value]) {
                 out.push_back(static_cast<Char>(value));
                 first += 3;
@@ -92,7 +96,8 @@ namespace boost::spirit::traits {
 template <class Attribute, class Context, class It>
 struct handles_container<foundation::network::iri::grammar::PlainRun, Attribute, Context, It> : mpl::true_ {};
 template <class Attribute, class Context, class It>
-struct handles_container<foundation::network::iri::grammar::EscapeOrPercent, Attribute, Context, It> : mpl::true_ {};
+struct handles_container<foundation::network::iri::grammar::EscapeOrPercent, Attribute, Context, It>
+    : mpl::true_ {};
 
 } // namespace boost::spirit::traits
 

@@ -6,11 +6,12 @@
 
 namespace foundation::network::iri::grammar {
 
-/// A selective percent decoder: escapes ("%" and two ASCII hexadecimal digits) become the value that they stand
-/// for, but those whose value is in a set stay as they were written, and so does everything else.
+/// A selective percent decoder: escapes ("%" and two ASCII hexadecimal digits) become the value that they
+/// stand for, but those whose value is in a set stay as they were written, and so does everything else.
 ///
-/// It decodes one escape at a time and knows nothing of UTF-8. Making one builds a small grammar; one whose set
-/// never changes is made once and shared: decoding is `const`, and any number of threads may do it at once.
+/// It decodes one escape at a time and knows nothing of UTF-8. Making one builds a small grammar; one whose
+/// set never changes is made once and shared: decoding is `const`, and any number of threads may do it at
+/// once.
 class percentDecodeGrammar {
 public:
     /// `excluded`: the values, from 0 to 255, whose escapes stay; others in it have no meaning.

@@ -117,7 +117,7 @@ namespace boost::spirit::traits {
 /// A run fills a range as a whole; without this, Qi takes the range for a container to append to.
 template <foundation::network::iri::grammar::ClassMask mask, int atLeast,
           foundation::network::iri::grammar::Escapes escapes, class Attribute, class Context, class It>
-struct handles_container<foundation::network::iri::grammar::RunParser<mask, atLeast, escapes>, Attribute, Context, It>
-    : mpl::true_ {};
+struct handles_container<foundation::network::iri::grammar::RunParser<mask, atLeast, escapes>, Attribute,
+                         Context, It> : mpl::true_ {};
 
 } // namespace boost::spirit::traits

@@ -22,8 +22,8 @@
 ///         std::X and its standard bases
 ///
 /// Exceptions are values: they are copied, and read by several threads at once, like any immutable value. A
-/// copy shares the message text, so copying allocates nothing. `boost::exception_ptr` and `std::exception_ptr`
-/// carry them with their dynamic type.
+/// copy shares the message text, so copying allocates nothing. `boost::exception_ptr` and
+/// `std::exception_ptr` carry them with their dynamic type.
 
 #include <foundation/core/Export.hpp>
 
@@ -42,8 +42,8 @@ public:
     IException& operator=(IException const&);
     ~IException() noexcept override;
 
-    /// The message: the text given at the throw; for a `std::system_error`, what that class makes of its code.
-    /// Valid as long as the object. "Unknown exception" for an object that is no standard exception.
+    /// The message: the text given at the throw; for a `std::system_error`, what that class makes of its
+    /// code. Valid as long as the object. "Unknown exception" for an object that is no standard exception.
     virtual char const* what() const noexcept;
 
 protected:

@@ -15,18 +15,19 @@ namespace foundation::network::iri::detail {
 /// The parts of an IRI that have encoded forms, in the order in which they are compared.
 enum class Part : std::uint8_t { userInfo, host, path, query, fragment };
 
-/// The forms in which a part is kept. The strict encodings have none of their own: they are made from the text
-/// of `iri` and `uri` when asked for.
+/// The forms in which a part is kept. The strict encodings have none of their own: they are made from the
+/// text of `iri` and `uri` when asked for.
 enum class Form : std::uint8_t { raw, iri, uri };
 
 /// The form that an encoding reads and writes.
 constexpr Form formOf(Encoding const& encoding) noexcept {
-    return encoding == Encoding::Raw                                            ? Form::raw
+    return encoding == Encoding::Raw                                      ? Form::raw
            : encoding == Encoding::Iri || encoding == Encoding::IriStrict ? Form::iri
-                                                                                : Form::uri;
+                                                                          : Form::uri;
 }
 
-/// What the conversions of a part depend on besides its text. The path sees the first three, the query the last.
+/// What the conversions of a part depend on besides its text. The path sees the first three, the query the
+/// last.
 struct PartContext {
     bool schemePresent = false;
     bool hasUserInfo = false;
@@ -42,17 +43,16 @@ struct PartContext {
 ///
 /// What is written by whom, and when:
 ///
-/// | Member                       | Written by                              | Read by others                          |
+/// | Member                       | Written by                              | Read by others |
 /// |------------------------------|-----------------------------------------|-----------------------------------------|
-/// | `begin`, `length`, `source`, | setters, assignment, `swap`: exclusive  | freely                                  |
-/// | `present`, `context`         | use                                     |                                         |
-/// | `texts[f]`                   | the first fill of form f, once          | after `states[f]` says `own`, or by     |
-/// |                              |                                         | `PublishedOnce::get`                    |
-/// | `states[f]`                  | a fill of form f, with release, after   | with acquire                            |
-/// |                              | its text is complete                    |                                         |
+/// | `begin`, `length`, `source`, | setters, assignment, `swap`: exclusive  | freely | | `present`, `context`
+/// | use                                     |                                         | | `texts[f]` | the
+/// first fill of form f, once          | after `states[f]` says `own`, or by     | | | | `PublishedOnce::get`
+/// | | `states[f]`                  | a fill of form f, with release, after   | with acquire | | | its text
+/// is complete                    |                                         |
 ///
-/// There is no lock: two threads that fill one form at once work out the same text, and one of them throws its
-/// own away. A fill that fails leaves the form absent, and the next one tries again.
+/// There is no lock: two threads that fill one form at once work out the same text, and one of them throws
+/// its own away. A fill that fails leaves the form absent, and the next one tries again.
 template <class String>
 class EncodedPart {
 public:

@@ -53,8 +53,8 @@ extern template struct Parts<std::u32string::const_iterator>;
 
 /// Reads a port: one or more ASCII digits with a value of at most 65535, leading zeros allowed.
 ///
-/// Returns whether all of `text` is such a number, and only then sets `value`. Linear; never throws. Any number
-/// of threads may call it.
+/// Returns whether all of `text` is such a number, and only then sets `value`. Linear; never throws. Any
+/// number of threads may call it.
 template <class String>
 ZVFLNETWORK_EXPORT bool portStringToNumeric(String const& text, unsigned short& value);
 

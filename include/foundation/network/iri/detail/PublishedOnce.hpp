@@ -8,10 +8,10 @@ namespace foundation::network::iri::detail {
 
 /// A place for a value that is worked out on demand, at most once kept, and read by any number of threads.
 ///
-/// `publish` and `get` may run at the same time on one object: a reader sees nothing or a complete value, and a
-/// published value is never replaced, so a reference to it stays valid until the object is changed by one of
-/// the operations below. Two threads may work out the value at once; the second throws its own away. Nobody
-/// ever waits.
+/// `publish` and `get` may run at the same time on one object: a reader sees nothing or a complete value, and
+/// a published value is never replaced, so a reference to it stays valid until the object is changed by one
+/// of the operations below. Two threads may work out the value at once; the second throws its own away.
+/// Nobody ever waits.
 ///
 /// Assignment, `reset`, `swap` and destruction need exclusive use of the object. A copy may be taken while
 /// others read and publish.
@@ -19,7 +19,8 @@ template <class T>
 class PublishedOnce {
 public:
     PublishedOnce() noexcept = default;
-    PublishedOnce(PublishedOnce const& other) : value(other.get() != nullptr ? new T(*other.get()) : nullptr) {}
+    PublishedOnce(PublishedOnce const& other)
+        : value(other.get() != nullptr ? new T(*other.get()) : nullptr) {}
     PublishedOnce(PublishedOnce&& other) noexcept : value(other.release()) {}
     PublishedOnce& operator=(PublishedOnce const& other) {
         PublishedOnce(other).swap(*this);
@@ -38,7 +39,8 @@ public:
     T const& publish(T&& fresh) const {
         auto own = std::make_unique<T const>(std::move(fresh));
         T const* there = nullptr;
-        if (value.compare_exchange_strong(there, own.get(), std::memory_order_acq_rel, std::memory_order_acquire)) {
+        if (value.compare_exchange_strong(there, own.get(), std::memory_order_acq_rel,
+                                          std::memory_order_acquire)) {
             there = own.release();
         }
         return *there;

@@ -13,13 +13,13 @@ namespace foundation::network::iri::detail {
 /// being when somebody asks for them, and stay.
 ///
 /// `const` operations may run at the same time on any number of threads. Setters, `reset`, assignment and
-/// `swap` need exclusive use of the object; a copy may be taken while others read. Moving leaves the source as
-/// a new object is.
+/// `swap` need exclusive use of the object; a copy may be taken while others read. Moving leaves the source
+/// as a new object is.
 ///
 /// Each getter throws `std::runtime_error` with "Item not set: UserInfo" (": Host", ": Path", ": Query",
 /// ": Fragment") for an absent part, and what the conversion throws for a text that has no such form: a
-/// `std::out_of_range` with "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character" where
-/// escapes decode to bytes that are no UTF-8. The part is unchanged then, and its other forms remain.
+/// `std::out_of_range` with "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character"
+/// where escapes decode to bytes that are no UTF-8. The part is unchanged then, and its other forms remain.
 template <class String>
 class ZVFLNETWORK_EXPORT StringParts {
 public:
@@ -54,8 +54,8 @@ public:
     String const& getQuery(Encoding const& encoding) const;
     String const& getFragment(Encoding const& encoding) const;
 
-    /// `[ userInfo "@" ] host`. Throws `std::runtime_error` with "Item not set: Host: Host (in getAuthority)" where
-    /// there is no host.
+    /// `[ userInfo "@" ] host`. Throws `std::runtime_error` with "Item not set: Host: Host (in getAuthority)"
+    /// where there is no host.
     String getAuthority(Encoding const& encoding) const;
 
     /// A part's text as it was set, and the encoding to set it with elsewhere: carries a part over without a
@@ -66,8 +66,8 @@ public:
     std::pair<String const&, Encoding> storedQuery() const;
     std::pair<String const&, Encoding> storedFragment() const;
 
-    /// Whether both hold the same parts with the same texts, each compared in the form in which the left one was
-    /// set. Throws what the conversions of the right one throw.
+    /// Whether both hold the same parts with the same texts, each compared in the form in which the left one
+    /// was set. Throws what the conversions of the right one throw.
     bool operator==(StringParts const& other) const;
     bool operator!=(StringParts const& other) const { return !(*this == other); }
 
@@ -80,8 +80,8 @@ public:
     void adoptSource(String text) noexcept;
     /// The adopted text, empty where there is none.
     String const& getSource() const noexcept { return owner; }
-    /// Makes an absent part a slice of the adopted text, in the Iri form. `setSchemePresent`, called behind the last
-    /// of them, tells the path what stands before it.
+    /// Makes an absent part a slice of the adopted text, in the Iri form. `setSchemePresent`, called behind
+    /// the last of them, tells the path what stands before it.
     void setSlice(Part part, std::size_t at, std::size_t size) noexcept;
     /// As the getter of `part`, without the need for a string.
     View view(Part part, Encoding const& encoding) const;

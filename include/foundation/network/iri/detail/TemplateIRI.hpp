@@ -14,10 +14,10 @@ namespace foundation::network::iri::detail {
 
 /// The value behind `IRI`, over UTF-32 text. Its public operations are those of `IRI`, documented there.
 ///
-/// A parsed value keeps its text, and its parts are slices of it; a built value keeps the parts, and assembles a
-/// text when asked for one. What a `const` operation works out (forms of parts, forms of the whole) is
-/// published once and then only read, so any number of threads may call `const` operations on one value, and
-/// copy it, at the same time. All other members are written under exclusive use alone.
+/// A parsed value keeps its text, and its parts are slices of it; a built value keeps the parts, and
+/// assembles a text when asked for one. What a `const` operation works out (forms of parts, forms of the
+/// whole) is published once and then only read, so any number of threads may call `const` operations on one
+/// value, and copy it, at the same time. All other members are written under exclusive use alone.
 template <class String>
 class ZVFLNETWORK_EXPORT TemplateIRI {
 public:
@@ -113,10 +113,10 @@ private:
     std::u16string toStringFromParts(Encoding const& encoding) const;
 
     Flags flags;
-    unsigned short port = 0;      // meaningful with `hasPort`
-    std::u16string scheme;        // as written
-    std::u16string portString;    // as written
-    StringParts<String> parts;    // and the source text
+    unsigned short port = 0;                            // meaningful with `hasPort`
+    std::u16string scheme;                              // as written
+    std::u16string portString;                          // as written
+    StringParts<String> parts;                          // and the source text
     std::array<PublishedOnce<String>, 5> nativeStrings; // the forms of the whole, by encoding
 };
 
