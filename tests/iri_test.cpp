@@ -1,9 +1,7 @@
 #include <foundation/network/IRI.hpp>
 
 #include "support/Generator.hpp"
-#include "support/Show.hpp"
-
-#include <foundation/core/except/InternalException.hpp>
+#include "support/Iris.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,44 +13,12 @@
 
 namespace {
 
-using foundation::network::Encoding;
-using foundation::network::IRI;
+using support::Encoding;
+using support::encodings;
+using support::IRI;
+using support::thrown;
 using Text = std::u16string;
 using support::show;
-
-constexpr Encoding encodings[] = {Encoding::Raw, Encoding::Iri, Encoding::IriStrict, Encoding::Uri,
-                                  Encoding::UriStrict};
-
-// The words of an exception of the family that is an Std.
-template <class Std, class Operation>
-std::string thrown(Operation operation) {
-    try {
-        operation();
-    } catch (foundation::core::except::detail::AnonymousInternalException<Std> const& e) {
-        return e.what();
-    }
-    return "nothing thrown";
-}
-
-// A generated text as UTF-16, where it has one.
-std::optional<IRI> parsed(std::u32string const& text) {
-    Text utf16;
-    for (char32_t const c : text) {
-        if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
-            return std::nullopt;
-        }
-        if (c > 0xFFFF) {
-            utf16 += {static_cast<char16_t>(0xD7C0 + (c >> 10)), static_cast<char16_t>(0xDC00 + (c & 0x3FF))};
-        } else {
-            utf16 += static_cast<char16_t>(c);
-        }
-    }
-    try {
-        return IRI(utf16);
-    } catch (std::logic_error const&) {
-        return std::nullopt;
-    }
-}
 
 TEST(IriParse, TakesApart) {
     using Part = std::optional<Text>;
@@ -230,7 +196,8 @@ TEST(IriText, FormsHoldTheirPromises) {
     support::Generator generator(5);
     int seen = 0;
     for (int round = 0; round < 40000; ++round) {
-        auto const iri = parsed(round % 2 == 0 ? generator.reference() : generator.mutated());
+        auto const iri =
+            support::parsed(support::toUtf16(round % 2 == 0 ? generator.reference() : generator.mutated()));
         if (!iri || hasAuthorityBeyondAscii(*iri)) {
             continue;
         }

@@ -1,5 +1,7 @@
 #include <foundation/network/IRI.hpp>
 
+#include <foundation/network/IRIArgs.hpp>
+
 #include "platform/TextConverters.hpp"
 
 #include <ostream>
@@ -8,11 +10,16 @@ namespace foundation::network {
 
 IRI::IRI() noexcept = default;
 IRI::IRI(std::u16string const& text) : value(text) {}
+IRI::IRI(IRIArgs const& args) : value(static_cast<iri::detail::ArgsBase<std::u32string> const&>(args)) {}
 IRI::IRI(IRI const& other) = default;
 IRI::IRI(IRI&& other) noexcept = default;
 IRI& IRI::operator=(IRI const& other) = default;
 IRI& IRI::operator=(IRI&& other) noexcept = default;
 IRI::~IRI() = default;
+
+void IRI::toArgs(IRIArgs& args) const {
+    value.toArgs(args);
+}
 
 std::ostream& operator<<(std::ostream& stream, IRI const& iri) {
     return stream << fl::i18n::codecvt_ustring_to_ascii(false).convert(iri.toAsciiString(false));

@@ -242,6 +242,17 @@ bool StringParts<String>::operator==(StringParts const& other) const {
 }
 
 template <class String>
+bool StringParts<String>::isStoredLike(StringParts const& other) const noexcept {
+    return std::equal(
+        parts.begin(), parts.end(), other.parts.begin(), [&](Slot const& left, Slot const& right) {
+            return left.isPresent() == right.isPresent() &&
+                   (!left.isPresent() ||
+                    (left.sourceForm() == right.sourceForm() && left.getContext() == right.getContext() &&
+                     left.sourceView(owner) == right.sourceView(other.owner)));
+        });
+}
+
+template <class String>
 void StringParts<String>::adoptSource(String text) noexcept {
     owner = std::move(text);
 }

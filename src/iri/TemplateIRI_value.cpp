@@ -54,6 +54,7 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept {
     for (std::size_t i = 0; i != nativeStrings.size(); ++i) {
         nativeStrings[i].swap(other.nativeStrings[i]);
     }
+    std::swap(hash, other.hash);
 }
 
 template <class String>

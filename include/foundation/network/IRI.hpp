@@ -25,11 +25,15 @@
 #include <foundation/network/iri/Encoding.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <string>
 
 namespace foundation::network {
 
+class IRIArgs;
 using iri::Encoding;
 
 /// An IRI reference: absolute, relative or empty.
@@ -55,6 +59,13 @@ public:
     /// digits of any script; "v" in an IP literal is lower-case; U+E0000 to U+E0FFF are private-use
     /// characters.
     explicit IRI(std::u16string const& text);
+
+    /// Builds an IRI from parts. Its text is assembled when asked for.
+    ///
+    /// Throws the `std::logic_error` of the family, in this order: "Malformed scheme" for a scheme that is
+    /// none; "User Info requires a host"; "Port requires a host"; "Path cannot be relative if authority
+    /// present" for a path beside a host that is neither empty nor begins with "/". `std::bad_alloc`. Linear.
+    explicit IRI(IRIArgs const& args);
 
     /// A copy has the forms that its source has worked out, and shares nothing with it. Linear.
     IRI(IRI const& other);
@@ -126,8 +137,42 @@ public:
     /// not. The host is percent-encoded like any other part; `IdnConverter` gives the form for a name server.
     std::u16string toAsciiString(bool strict) const { return value.toAsciiString(strict); }
 
+    /// Writes the parts, decoded, into `args`: what `IRI(IRIArgs const&)` builds this value from again.
+    ///
+    /// An authority that this value does not have leaves that of `args` as it was; path, query and fragment
+    /// are replaced. Throws `std::runtime_error` with "Item not set: Path" for `IRI()`, and as the getters
+    /// for a part that cannot be decoded; `args` is unchanged then.
+    void toArgs(IRIArgs& args) const;
+
+    /// Whether both have the same text in `Encoding::Iri`, code point by code point, however they were made.
+    /// Nothing is folded or decoded: `http://a` differs from `HTTP://a` and from `http://a:80`, `%7E` from
+    /// `~`. Equal values have equal hashes. Linear in the length of the texts; the first comparison of a
+    /// built value may assemble its text.
+    bool operator==(IRI const& other) const { return value == other.value; }
+    bool operator!=(IRI const& other) const { return value != other.value; }
+
+    /// Orders by text, code point by code point: two parsed values by the text that they were parsed from,
+    /// two built ones by their `Encoding::Raw` texts, a parsed and a built one by their `Encoding::Iri`
+    /// texts. That is a strict weak order over parsed values and over built ones, and none over both mixed:
+    /// use `IRITextLess` for a container of such.
+    bool operator<(IRI const& other) const { return value < other.value; }
+
+    /// 64-bit FNV-1a of the text in `Encoding::Iri`, four bytes a code point, the least significant first; 0
+    /// for an empty value. The first call is linear, later ones read it. The same on every machine.
+    std::uint64_t hashValue() const { return value.hashValue(); }
+
 private:
+    friend struct IRITextLess;
+
     iri::detail::TemplateIRI<std::u32string> value;
+};
+
+/// A strict weak order over IRIs however they were made: that of their texts in `Encoding::Iri`. Equivalent
+/// values are equal ones.
+///
+///     std::map<IRI, Page, IRITextLess> pages;
+struct IRITextLess {
+    bool operator()(IRI const& left, IRI const& right) const { return left.value.isTextLess(right.value); }
 };
 
 inline void swap(IRI& left, IRI& right) noexcept {
@@ -139,3 +184,11 @@ inline void swap(IRI& left, IRI& right) noexcept {
 ZVFLNETWORK_EXPORT std::ostream& operator<<(std::ostream& stream, IRI const& iri);
 
 } // namespace foundation::network
+
+/// `IRI` as a key of `std::unordered_map`.
+template <>
+struct std::hash<foundation::network::IRI> {
+    std::size_t operator()(foundation::network::IRI const& iri) const {
+        return static_cast<std::size_t>(iri.hashValue());
+    }
+};

@@ -33,6 +33,11 @@ struct PartContext {
     bool hasUserInfo = false;
     bool hasHost = false;
     bool formEncoded = false;
+
+    friend bool operator==(PartContext const& left, PartContext const& right) noexcept {
+        return left.schemePresent == right.schemePresent && left.hasUserInfo == right.hasUserInfo &&
+               left.hasHost == right.hasHost && left.formEncoded == right.formEncoded;
+    }
 };
 
 /// One part of an IRI: the text as it was set, in one form, and the other forms as they are asked for.
@@ -81,6 +86,9 @@ public:
     [[nodiscard]] bool isPresent() const noexcept { return present; }
     [[nodiscard]] Form sourceForm() const noexcept { return source; }
     [[nodiscard]] PartContext const& getContext() const noexcept { return context; }
+
+    /// The text as it was set.
+    [[nodiscard]] View sourceView(String const& owner) const noexcept { return held(source, owner); }
 
     /// The text in a form. The view is valid until the part or the owner's text is changed. Throws what the
     /// conversion to that form throws.

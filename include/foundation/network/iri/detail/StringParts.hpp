@@ -89,6 +89,9 @@ public:
     std::pair<View, Encoding> storedView(Part part) const;
     bool has(Part part) const noexcept { return at(part).isPresent(); }
     bool isFormEncoded() const noexcept { return at(Part::query).getContext().formEncoded; }
+    /// Whether both hold the same parts, set to the same texts in the same forms with the same marks: all
+    /// their forms are the same then.
+    bool isStoredLike(StringParts const& other) const noexcept;
     /// An estimate of the length of all parts' texts, which fills no form.
     std::size_t lengthHint() const noexcept;
 

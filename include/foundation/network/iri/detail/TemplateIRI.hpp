@@ -7,10 +7,41 @@
 #include <foundation/network/iri/detail/StringParts.hpp>
 
 #include <array>
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace foundation::network::iri::detail {
+
+template <class String>
+class ArgsBase;
+
+/// A hash that is worked out on demand. Threads that do so at once find the same number, so the second store
+/// changes nothing; the number is stored before `ready`.
+class CachedHash {
+public:
+    CachedHash() noexcept = default;
+    CachedHash(CachedHash const& other) noexcept { *this = other; }
+    CachedHash& operator=(CachedHash const& other) noexcept {
+        bool const known = other.isReady();
+        number.store(known ? other.get() : 0, std::memory_order_relaxed);
+        ready.store(known, std::memory_order_relaxed);
+        return *this;
+    }
+    ~CachedHash() = default;
+
+    [[nodiscard]] bool isReady() const noexcept { return ready.load(std::memory_order_acquire); }
+    [[nodiscard]] std::uint64_t get() const noexcept { return number.load(std::memory_order_relaxed); }
+    void publish(std::uint64_t value) const noexcept {
+        number.store(value, std::memory_order_relaxed);
+        ready.store(true, std::memory_order_release);
+    }
+
+private:
+    mutable std::atomic<std::uint64_t> number{0};
+    mutable std::atomic<bool> ready{false};
+};
 
 /// The value behind `IRI`, over UTF-32 text. Its public operations are those of `IRI`, documented there.
 ///
@@ -26,6 +57,7 @@ public:
 
     TemplateIRI() noexcept;
     explicit TemplateIRI(std::u16string const& text);
+    explicit TemplateIRI(ArgsBase<String> const& args);
     TemplateIRI(TemplateIRI const& other);
     TemplateIRI(TemplateIRI&& other) noexcept;
     TemplateIRI& operator=(TemplateIRI const& other);
@@ -60,6 +92,15 @@ public:
 
     std::u16string toString(bool strict) const;
     std::u16string toAsciiString(bool strict) const;
+
+    void toArgs(ArgsBase<String>& args) const;
+
+    bool operator==(TemplateIRI const& other) const;
+    bool operator!=(TemplateIRI const& other) const { return !(*this == other); }
+    bool operator<(TemplateIRI const& other) const;
+    /// The order of the Iri texts, whichever way the values were made.
+    bool isTextLess(TemplateIRI const& other) const;
+    std::uint64_t hashValue() const;
 
 private:
     using View = std::basic_string_view<typename String::value_type>;
@@ -101,6 +142,22 @@ private:
     Range queryRange(Parts<Iterator> const& found) const { return found.query.value_or(Range()); }
     Range fragmentRange(Parts<Iterator> const& found) const { return found.fragment.value_or(Range()); }
 
+    void buildFromArgs(ArgsBase<String> const& args);
+    void buildScheme(ArgsBase<String> const& args);
+    void buildUserInfo(ArgsBase<String> const& args);
+    void buildHost(ArgsBase<String> const& args);
+    void buildPort(ArgsBase<String> const& args);
+    void buildPath(ArgsBase<String> const& args);
+    void buildQuery(ArgsBase<String> const& args);
+    void buildFragment(ArgsBase<String> const& args);
+    void setArgsAuthority(ArgsBase<String>& args) const;
+    void setArgsQuery(ArgsBase<String>& args) const;
+    void setArgsFragment(ArgsBase<String>& args) const;
+    /// Works out the flags that follow from the others, once all parts of a new value are set.
+    void close();
+
+    void generateHash() const;
+
     String const& sourceText() const noexcept { return parts.getSource(); }
     String nativeScheme() const;
 
@@ -118,6 +175,7 @@ private:
     std::u16string portString;                          // as written
     StringParts<String> parts;                          // and the source text
     std::array<PublishedOnce<String>, 5> nativeStrings; // the forms of the whole, by encoding
+    CachedHash hash;
 };
 
 extern template class TemplateIRI<std::u32string>;

@@ -1,0 +1,402 @@
+#include <foundation/network/IRI.hpp>
+#include <foundation/network/IRIArgs.hpp>
+
+#include "support/Generator.hpp"
+#include "support/Iris.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <map>
+#include <thread>
+#include <unordered_set>
+#include <vector>
+
+namespace {
+
+using foundation::network::IRIArgs;
+using foundation::network::IRITextLess;
+using support::answers;
+using support::Encoding;
+using support::IRI;
+using support::show;
+using support::thrown;
+using Text = std::u16string;
+
+// Arguments of every shape that can be built.
+IRIArgs randomArgs(support::Generator& generator) {
+    auto const text = [&](std::size_t limit) {
+        return support::toUtf16(generator.pieces(limit)).value_or(u"\u00E9");
+    };
+    IRIArgs args;
+    if (generator.chance(60)) {
+        args.setScheme(generator.chance(50) ? u"http" : u"x");
+    }
+    bool const host = generator.chance(50);
+    if (host) {
+        args.setHost(text(3));
+        generator.chance(30) ? (void)args.setUserInfo(text(3)) : (void)0;
+        generator.chance(30) ? (void)args.setPort(static_cast<unsigned short>(generator.below(0x10000)))
+                             : (void)0;
+    }
+    if (generator.chance(80)) {
+        Text const path = text(4);
+        args.setPath(host && !path.empty() ? u"/" + path : path);
+    }
+    generator.chance(40) ? (void)args.setQuery(text(4)) : (void)0;
+    for (std::size_t pairs = generator.chance(30) ? generator.below(4) : 0; pairs != 0; --pairs) {
+        args.appendQueryKeyValuePair(text(2) + u"k", text(3), generator.chance(50), generator.chance(20));
+    }
+    generator.chance(30) ? (void)args.setFragment(text(3)) : (void)0;
+    return args;
+}
+
+struct Member {
+    IRI iri;
+    bool parsed; // or built: the two kinds that `operator<` tells apart
+};
+
+// Values made in every way, equal ones among them.
+std::vector<Member> pool(std::size_t size) {
+    support::Generator generator(11);
+    std::vector<Member> values{
+        {IRI(), false},
+        {IRI(u""), true},
+        {IRI(IRIArgs()), false},
+        {IRI(IRIArgs().setPath(u"/b c").setScheme(u"http").setHost(u"a")), false},
+        {IRI(u"http://a/b%20c"), true},
+        {IRI(u"http://a:080/"), true},
+        {IRI(u"http://a:80/"), true},
+        {IRI(IRIArgs().setScheme(u"http").setHost(u"a").setPort(80).setPath(u"/")), false}};
+    while (values.size() < size) {
+        Member const any = generator.pick(values);
+        switch (generator.below(4)) {
+        case 0:
+            if (auto const iri = support::parsed(support::toUtf16(generator.reference()))) {
+                values.push_back({*iri, true});
+            }
+            break;
+        case 1:
+            values.push_back({IRI(randomArgs(generator)), false});
+            break;
+        case 2: // what another one's text gives
+            if (auto const iri = support::parsed(any.iri.toString(false))) {
+                values.push_back({*iri, true});
+            }
+            break;
+        default: // a copy of what has been asked for everything, moved, and what the move left
+            (void)answers(any.iri);
+            IRI copy(any.iri);
+            values.push_back({std::move(copy), any.parsed});
+            values.push_back({copy, false});
+        }
+    }
+    return values;
+}
+
+TEST(Values, EqualityIsAnEquivalenceThatTheIriTextsDecide) {
+    auto const values = pool(160);
+    int equal = 0;
+    for (auto const& [a, aParsed] : values) {
+        for (auto const& [b, bParsed] : values) {
+            bool const same = a.isEmpty() == b.isEmpty() && a.toString(false) == b.toString(false);
+            SCOPED_TRACE(show(a.toString(false)) + ' ' + show(b.toString(false)));
+            ASSERT_EQ(a == b, same);
+            ASSERT_EQ(a != b, !same);
+            ASSERT_EQ(IRI(a) == b, same); // hashes and texts are there on one side, on both, or on none
+            ASSERT_TRUE(!same || a.hashValue() == b.hashValue());
+            equal += same && &a != &b && !a.isEmpty();
+        }
+    }
+    EXPECT_GT(equal, 100);
+}
+
+// Irreflexive, asymmetric, transitive, and so is being equivalent.
+template <class Less>
+void isStrictWeakOrder(std::vector<IRI> values, Less less) {
+    ASSERT_GT(values.size(), 40u);
+    std::sort(values.begin(), values.end(), less); // then the order of places must be that of the values
+    for (std::size_t i = 0; i != values.size(); ++i) {
+        ASSERT_FALSE(less(values[i], values[i]));
+        bool above = false;
+        for (std::size_t j = i + 1; j != values.size(); ++j) {
+            ASSERT_FALSE(less(values[j], values[i]));
+            bool const now = less(values[i], values[j]);
+            ASSERT_TRUE(now || !above); // once greater, always greater
+            above = now;
+        }
+    }
+}
+
+TEST(Values, OrderIsStrictAndWeakWithinAKindAndByTextOverAll) {
+    std::vector<IRI> all;
+    std::vector<IRI> kinds[2];
+    for (auto const& member : pool(160)) {
+        all.push_back(member.iri);
+        try {
+            (void)(member.iri < IRI()); // the Raw form that the order of built values asks for
+            kinds[member.parsed ? 1 : 0].push_back(member.iri);
+        } catch (std::out_of_range const&) {
+        }
+    }
+    auto const less = [](IRI const& a, IRI const& b) { return a < b; };
+    isStrictWeakOrder(kinds[0], less);
+    isStrictWeakOrder(kinds[1], less);
+    isStrictWeakOrder(all, IRITextLess());
+    std::map<IRI, int, IRITextLess> ordered;
+    std::unordered_set<IRI> hashed;
+    for (auto const& iri : all) {
+        ordered[iri] = 1;
+        hashed.insert(iri);
+    }
+    EXPECT_EQ(ordered.size(), hashed.size());
+    EXPECT_TRUE(IRI() < IRI(u"a"));
+    EXPECT_TRUE(IRI(u"\uFFE0") < IRI(u"\U00010000")) << "by code point, not by UTF-16 unit";
+}
+
+std::uint64_t fnv1a(std::u32string const& text) {
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (char32_t const c : text) {
+        for (int shift = 0; shift != 32; shift += 8) {
+            hash = (hash ^ ((c >> shift) & 0xFF)) * 0x100000001b3;
+        }
+    }
+    return hash;
+}
+
+TEST(Values, HashIsFnv1aOfTheIriText) {
+    for (std::u32string const text :
+         {U"a", U"http://h\u00E9/\u4E2D?\U0001F600#\u00FF\u0100", U"//", U"?\U0010FFFD\uE000"}) {
+        EXPECT_EQ(IRI(*support::toUtf16(text)).hashValue(), fnv1a(text)) << show(text);
+    }
+    EXPECT_EQ(IRI().hashValue(), 0u);
+    EXPECT_EQ(IRI(u"").hashValue(), 0u);
+    EXPECT_EQ(IRI(IRIArgs().setScheme(u"x").setPath(u"\u00E9 ")).hashValue(), fnv1a(U"x:\u00E9%20"));
+}
+
+TEST(Values, AssignmentMoveAndSwapCarryEverything) {
+    auto const values = pool(60);
+    std::string const nothing = answers(IRI());
+    for (auto const& [a, aParsed] : values) {
+        for (auto const& [b, bParsed] : values) {
+            std::string const whatA = answers(a);
+            std::string const whatB = answers(b);
+            IRI target(a);
+            target = b;
+            ASSERT_EQ(answers(target), whatB);
+            IRI other(a);
+            swap(target, other);
+            ASSERT_EQ(answers(target), whatA);
+            ASSERT_EQ(answers(other), whatB);
+            target = std::move(other);
+            ASSERT_EQ(answers(target), whatB);
+            ASSERT_EQ(answers(other), nothing);
+            auto& self = target;
+            target = self;
+            target = std::move(self);
+            target.swap(self);
+            ASSERT_EQ(answers(target), whatB);
+        }
+    }
+}
+
+TEST(Values, CopiesBesideReadersAreWhole) {
+    for (int round = 0; round < 30; ++round) {
+        IRI const shared(u"http://u%41@h\u00E9:8/a%20b/\u00E9?q%C3%A9=%25#f%");
+        std::string const whole = answers(IRI(shared));
+        std::vector<std::thread> threads;
+        std::atomic<int> wrong{0};
+        for (int i = 0; i < 8; ++i) {
+            threads.emplace_back([&, i] {
+                IRI own(i % 2 == 0 ? u"x" : u"//y/z?");
+                for (int step = 0; step < 10; ++step) {
+                    IRI copy(shared);
+                    copy.swap(own);
+                    copy = shared;
+                    wrong += answers(own) != whole || answers(copy) != whole || answers(shared) != whole;
+                }
+            });
+        }
+        for (auto& thread : threads) {
+            thread.join();
+        }
+        ASSERT_EQ(wrong, 0);
+    }
+}
+
+// What a text cannot carry of built parts.
+struct Loss {
+    char const* reason;
+    bool (*happens)(IRI const& built);
+};
+bool holds(Text const& text, char16_t const* characters) {
+    return text.find_first_of(characters) != Text::npos;
+}
+constexpr auto Iri = Encoding::Iri;
+constexpr Loss losses[] = {
+    {"a path that begins with two slashes, and no host: read as a host",
+     [](IRI const& iri) { return !iri.hasHost() && iri.getPath(Iri).rfind(u"//", 0) == 0; }},
+    {"a bracket in a query, which the text may hold nowhere",
+     [](IRI const& iri) { return iri.hasQuery() && holds(iri.getQuery(Iri), u"[]"); }},
+    {"a bracket or a second # in a fragment",
+     [](IRI const& iri) { return iri.hasFragment() && holds(iri.getFragment(Iri), u"#[]"); }},
+    {"a stray % in a user info",
+     [](IRI const& iri) {
+         return iri.hasUserInfo() && iri.getAuthority(Encoding::IriStrict) != iri.getAuthority(Iri);
+     }},
+};
+
+TEST(IriArgs, BuiltPrintedAndParsedAgainIsTheSame) {
+    support::Generator generator(12);
+    int held = 0;
+    int lost[std::size(losses)] = {};
+    for (int round = 0; round < 20000; ++round) {
+        IRI const built(randomArgs(generator));
+        Text const text = built.toString(false);
+        SCOPED_TRACE(show(text));
+        bool carried = true;
+        for (std::size_t i = 0; i != std::size(losses); ++i) {
+            bool const happens = losses[i].happens(built);
+            lost[i] += happens;
+            carried = carried && !happens;
+        }
+        if (carried) {
+            ++held;
+            IRI const again(text);
+            ASSERT_EQ(again, built);
+            ASSERT_EQ(again.toAsciiString(true), built.toAsciiString(true));
+            ASSERT_EQ(again.getPath(Iri), built.getPath(Iri));
+            ASSERT_EQ(again.getSchemeSpecificPart(Iri), built.getSchemeSpecificPart(Iri));
+            ASSERT_EQ(again.hasHost() ? again.getAuthority(Iri) : u"-",
+                      built.hasHost() ? built.getAuthority(Iri) : u"-");
+            ASSERT_EQ(again.isOpaque(), built.isOpaque());
+        }
+    }
+    EXPECT_GT(held, 15000);
+    for (std::size_t i = 0; i != std::size(losses); ++i) {
+        EXPECT_GT(lost[i], 10) << losses[i].reason;
+    }
+}
+
+TEST(IriArgs, RefusalsComeInTheirOrder) {
+    auto const refusal = [](IRIArgs const& args) { return thrown<std::logic_error>([&] { IRI iri(args); }); };
+    IRIArgs args;
+    args.setScheme(u"1a").setUserInfo(u"u").setPort(1).setPath(u"a");
+    EXPECT_EQ(refusal(args), "Malformed scheme");
+    EXPECT_EQ(refusal(args.setScheme(u"")), "Malformed scheme");
+    EXPECT_EQ(refusal(args.setScheme(u"a1")), "User Info requires a host");
+    EXPECT_EQ(refusal(args.clearUserInfo()), "Port requires a host");
+    EXPECT_EQ(refusal(args.setHost(u"")), "Path cannot be relative if authority present");
+    EXPECT_EQ(IRI(args.setPath(u"")).toString(false), u"a1://:1");
+    EXPECT_EQ(thrown<std::logic_error>([&] { args.appendQueryKeyValuePair(u"", u"v", false, false); }),
+              "Key must not be empty");
+    for (Text const port : {u"65536", u"", u"8 0", u"-1", u"80x"}) {
+        EXPECT_EQ(thrown<std::logic_error>([&] { args.setPort(port); }), "Port must be numeric");
+    }
+    Text const bad(1, char16_t(0xD800));
+    for (auto const setter : {&IRIArgs::setScheme, &IRIArgs::setUserInfo, &IRIArgs::setHost,
+                              &IRIArgs::setPath, &IRIArgs::setQuery, &IRIArgs::setFragment}) {
+        EXPECT_THROW((args.*setter)(bad), std::out_of_range);
+    }
+    EXPECT_THROW(args.setPort(bad), std::out_of_range);
+    EXPECT_THROW(args.appendQueryKeyValuePair(u"a&", bad, true, false), std::out_of_range);
+    EXPECT_EQ(IRI(args).toString(false), u"a1://:1") << "a refused setting changed something";
+}
+
+TEST(IriArgs, BuildsWhatIsDocumented) {
+    struct Row {
+        IRIArgs args;
+        Text text;
+        char const* shape; // e: isEmpty, a: isAbsolute, o: isOpaque, p: hasAbsolutePath
+    };
+    Row const rows[] = {
+        {IRIArgs(), u"", "e"},
+        {IRIArgs().setScheme(u"s"), u"s:", "ao"},
+        {IRIArgs().setScheme(u"s").setHost(u"h"), u"s://h", "a"},
+        {IRIArgs().setQuery(u""), u"?", ""},
+        {IRIArgs().setPath(u"a:b"), u"a%3Ab", ""},
+        {IRIArgs().setScheme(u"s").setPath(u"a:b"), u"s:a:b", "ao"},
+        {IRIArgs().setHost(u"h").setPort(u"080").setPath(u"/\u00E9 %41?#"), u"//h:80/\u00E9%20%2541%3F%23",
+         "p"},
+        {IRIArgs().setHost(u"h").setPort(0), u"//h:0", ""},
+        {IRIArgs().setHost(u"h").setUserInfo(u"u").setPort(1).clearHost().clearUserInfo(), u"", "e"},
+        {IRIArgs().setHost(u"[::1]"), u"//%5B%3A%3A1%5D", ""},
+        {IRIArgs(IRI(u"x:/%2Fa")), u"x://a", "ap"},
+        {IRIArgs(IRI(u"\u00E9:b")), u"\u00E9:b", "ao"},
+    };
+    for (auto const& row : rows) {
+        IRI const iri(row.args);
+        EXPECT_EQ(iri.toString(false), row.text);
+        EXPECT_EQ(iri.toString(false), row.text); // from the cache
+        std::string shape;
+        shape += iri.isEmpty() ? "e" : "";
+        shape += iri.isAbsolute() ? "a" : "";
+        shape += iri.isOpaque() ? "o" : "";
+        shape += iri.hasAbsolutePath() ? "p" : "";
+        EXPECT_EQ(shape, row.shape) << show(row.text);
+    }
+}
+
+TEST(IriArgs, FormEncodedQueriesGrowKeyByKey) {
+    struct Pair {
+        Text key, value;
+        bool encode, semicolon;
+        Text query; // of the IRI, as Iri, after this and all pairs before it
+    };
+    Pair const rows[] = {
+        {u"a b", u"c+d", false, false, u"a+b=c%2Bd"},
+        {u"x", u"", false, false, u"a+b=c%2Bd&x="},
+        {u"a&b", u"c;d=", false, true, u"a+b=c%2Bd&x=;a&b=c%3Bd%3D"},
+        {u"a&b", u"c;d\u00E9", false, false, u"a+b=c%2Bd&x=;a&b=c%3Bd%3D&a%26b=c;d\u00E9"},
+        {u"%", u"[", true, false, u"a+b=c%2Bd&x=;a&b=c%3Bd%3D&a%26b=c;d%C3%A9&%=%5B"},
+    };
+    IRIArgs args;
+    for (auto const& row : rows) {
+        args.appendQueryKeyValuePair(row.key, row.value, row.encode, row.semicolon);
+        EXPECT_EQ(IRI(args).getQuery(Encoding::Iri), row.query);
+    }
+    args.setQuery(u"\u00E9 b"); // how it is encoded stays
+    EXPECT_EQ(IRI(args).getQuery(Encoding::Iri), u"%C3%A9%20b");
+    EXPECT_EQ(IRI(args.clearQuery()).hasQuery(), false);
+    // Only spaces: nothing was escaped, and the query is decoded and encoded like any other.
+    EXPECT_EQ(IRI(IRIArgs().appendQueryKeyValuePair(u"a", u"b \uE000", false, false)).getQuery(Encoding::Raw),
+              u"a=b+\uE000");
+    // The Raw form of a form-encoded query set as Raw never depends on other forms.
+    IRI const iri(IRIArgs().appendQueryKeyValuePair(u"a", u"\u00E9=", false, false));
+    Text const raw = iri.getQuery(Encoding::Raw);
+    EXPECT_EQ(raw, u"a=\u00E9%3D");
+    (void)iri.getQuery(Encoding::Uri);
+    EXPECT_EQ(iri.getQuery(Encoding::Raw), raw);
+}
+
+TEST(IriArgs, ReceiveThePartsOfAnIri) {
+    auto const filled = [] {
+        return IRIArgs().setHost(u"h").setPort(8).setUserInfo(u"u").setQuery(u"q").setFragment(u"f");
+    };
+    IRIArgs args = filled();
+    IRI(u"x:/%61").toArgs(args); // the authority stays, the rest goes
+    EXPECT_EQ(IRI(args).toString(false), u"x://u@h:8/a");
+    IRI(u"//g").toArgs(args);
+    EXPECT_EQ(IRI(args).toString(false), u"x://u@g:8");
+    IRIArgs moved = std::move(args);
+    EXPECT_EQ(IRI(args), IRI(moved)) << "moving copies";
+
+    args = filled();
+    EXPECT_THROW(IRI().toArgs(args), std::runtime_error);
+    EXPECT_THROW(IRI(u"y://z/%C0%AF?r").toArgs(args), std::out_of_range);
+    EXPECT_EQ(IRI(args), IRI(filled())) << "a failure changed something";
+    try {
+        IRIArgs none{IRI()};
+    } catch (std::runtime_error const& e) {
+        EXPECT_STREQ(e.what(), "Item not set: Path");
+    }
+    for (auto const* const text : {u"http://u%40@h\u00E9:08/a%20b?q#f", u"x:a%25b", u"//h?%26#%23"}) {
+        IRI const iri{Text(text)};
+        EXPECT_EQ(IRI(IRIArgs(iri)).getPath(Encoding::Raw), iri.getPath(Encoding::Raw));
+        EXPECT_EQ(IRI(IRIArgs(iri)).getSchemeSpecificPart(Encoding::Raw).find(u"08"), Text::npos)
+            << "a number";
+    }
+}
+
+} // namespace
