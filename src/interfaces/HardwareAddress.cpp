@@ -1,0 +1,27 @@
+#include <foundation/network/HardwareAddress.hpp>
+
+namespace foundation::network {
+
+template class detail::ImmutableIterableRange<unsigned char>;
+
+HardwareAddress::HardwareAddress(std::vector<unsigned char> bytes)
+    : ImmutableIterableRange<unsigned char>(std::move(bytes)) {}
+
+std::string HardwareAddress::toString() const {
+    constexpr char digits[] = "0123456789abcdef";
+    std::string text;
+    for (unsigned char const byte : *this) {
+        if (!text.empty()) {
+            text += ':';
+        }
+        text += digits[byte >> 4];
+        text += digits[byte & 0xF];
+    }
+    return text;
+}
+
+std::vector<unsigned char> HardwareAddress::bytes() const {
+    return {begin(), end()};
+}
+
+} // namespace foundation::network
