@@ -14,16 +14,15 @@
 #include <unicode/unistr.h>
 
 #include <arpa/inet.h>
-#include <cstdlib>
-#include <cstring>
+#include <array>
 #include <fstream>
-#include <functional>
 #include <ifaddrs.h>
 #include <iostream>
 #include <memory>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #ifdef HAVE_IDN2
@@ -60,12 +59,12 @@ std::vector<std::string> addressTexts(int family) {
     std::mt19937 random(1);
     std::vector<std::string> texts;
     for (int i = 0; i < 1000; ++i) {
-        unsigned char bytes[16];
+        std::array<unsigned char, 16> bytes{};
         for (auto& byte : bytes) {
             byte = static_cast<unsigned char>(i % 4 == 0 && random() % 2 == 0 ? 0 : random());
         }
-        char text[INET6_ADDRSTRLEN];
-        texts.emplace_back(inet_ntop(family, bytes, text, sizeof(text)));
+        std::array<char, INET6_ADDRSTRLEN> text{};
+        texts.emplace_back(inet_ntop(family, bytes.data(), text.data(), text.size()));
     }
     return texts;
 }
@@ -78,8 +77,8 @@ void registerAddresses(std::string const& version, int family) {
     texts.run((from + "asio").c_str(),
               [](std::string const& text) { return boost::asio::ip::make_address(text); });
     texts.run((from + "inet_pton").c_str(), [family](std::string const& text) {
-        unsigned char bytes[16];
-        return inet_pton(family, text.c_str(), bytes);
+        std::array<unsigned char, 16> bytes{};
+        return inet_pton(family, text.c_str(), bytes.data());
     });
 
     static std::vector<std::unique_ptr<Sample<InetAddress>>> keptOurs;
@@ -98,8 +97,8 @@ void registerAddresses(std::string const& version, int family) {
     asio.run((to + "asio").c_str(),
              [](boost::asio::ip::address const& address) { return address.to_string(); });
     bytes.run((to + "inet_ntop").c_str(), [family](std::vector<unsigned char> const& address) {
-        char text[INET6_ADDRSTRLEN];
-        return std::string(inet_ntop(family, address.data(), text, sizeof(text)));
+        std::array<char, INET6_ADDRSTRLEN> text{};
+        return std::string(inet_ntop(family, address.data(), text.data(), text.size()));
     });
 #ifdef HAVE_QTNETWORK
     static std::vector<std::unique_ptr<Sample<QString>>> keptWide;
@@ -219,12 +218,12 @@ int main(int argc, char** argv) try {
     benchmark::Initialize(&argc, argv);
     char const* file = nullptr;
     for (int i = 1; i < argc; ++i) {
-        constexpr char option[] = "--hosts=";
-        if (std::strncmp(argv[i], option, sizeof(option) - 1) != 0) {
+        constexpr std::string_view option = "--hosts=";
+        if (!std::string_view(argv[i]).starts_with(option)) {
             std::cerr << "net_bench: unknown argument " << argv[i] << '\n';
             return 2;
         }
-        file = argv[i] + sizeof(option) - 1;
+        file = argv[i] + option.size();
     }
     registerAddresses("ipv4", AF_INET);
     registerAddresses("ipv6", AF_INET6);

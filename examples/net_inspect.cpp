@@ -24,7 +24,7 @@ namespace {
 using namespace foundation::network;
 using boost::locale::conv::utf_to_utf;
 
-constexpr char usage[] = R"(Usage: net_inspect [--json] [--domain NAME]... [HOST]...
+constexpr std::string_view usage = R"(Usage: net_inspect [--json] [--domain NAME]... [HOST]...
 
 Shows the adapters of this machine and this host. Looks each HOST up forward, then its first address in reverse
 and in canonical form. Shows each domain NAME in its ASCII and its Unicode form, without a lookup.
@@ -121,13 +121,14 @@ struct Shown {
 };
 
 std::string quoted(std::string const& text) {
-    constexpr char digits[] = "0123456789abcdef";
+    constexpr std::string_view digits = "0123456789abcdef";
     std::string json = "\"";
     for (char const c : utf_to_utf<char>(text)) { // leaves out what is no UTF-8
+        auto const byte = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
             json += {'\\', c};
-        } else if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
-            json += {'\\', 'u', '0', '0', digits[c >> 4], digits[c & 0xF]};
+        } else if (byte < 0x20 || byte == 0x7F) {
+            json += {'\\', 'u', '0', '0', digits[byte >> 4U], digits[byte & 0xFU]};
         } else {
             json += c;
         }

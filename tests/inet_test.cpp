@@ -78,21 +78,32 @@ TEST(InetAddressText, IsTheStrictFormOfEitherVersion) {
     }
 }
 
-// Texts near the border of what is an address, in number: the answer is that of the system's own functions.
-TEST(InetAddressText, AgreesWithTheSystemOnGeneratedTexts) {
-    std::mt19937 random(6);
-    auto const pick = [&random](std::size_t bound) { return random() % bound; };
+// Byte patterns, and texts near the border of what is an address: the answer is that of the system's
+// functions.
+TEST(InetAddressText, AgreesWithTheSystemOnGeneratedRows) {
     constexpr std::string_view alphabet = "0123456789abcdefABCDEF::::....xg -";
     constexpr std::array<std::string_view, 6> tokens = {"0", "7", "ab", "FFFF", "12345", "1.2.3.4"};
+    std::mt19937 random(6);
+    auto const pick = [&random](std::size_t bound) { return random() % bound; };
+    auto const textOf = [](int family, auto const& bytes) {
+        std::array<char, INET6_ADDRSTRLEN> text{};
+        return std::string(inet_ntop(family, bytes.data(), text.data(), text.size()));
+    };
     std::size_t valid = 0;
-    for (int row = 0; row < 60'000; ++row) {
-        std::array<unsigned char, 16> bytes{};
+    for (int row = 0; row < 100'000; ++row) {
+        std::vector<unsigned char> bytes(row % 2 == 0 ? 4 : 16);
         for (auto& byte : bytes) {
-            byte = static_cast<unsigned char>(pick(3) == 0 ? random() : 0);
+            byte = static_cast<unsigned char>(row % 5 == 0 || pick(3) == 0 ? random() : 0);
         }
-        int const family = row % 2 == 0 ? AF_INET : AF_INET6;
-        std::array<char, INET6_ADDRSTRLEN> buffer{};
-        std::string text = inet_ntop(family, bytes.data(), buffer.data(), buffer.size());
+        if (row % 7 == 0 && bytes.size() == 16) { // ::ffff:0:0/96
+            std::fill_n(bytes.begin(), 10, static_cast<unsigned char>(0));
+            std::fill_n(bytes.begin() + 10, 2, static_cast<unsigned char>(0xFF));
+        }
+        std::string text = textOf(bytes.size() == 4 ? AF_INET : AF_INET6, bytes);
+        ASSERT_EQ(InetAddress(bytes).toString(), text);
+        ASSERT_EQ(InetAddress(text).bytes(), bytes);
+        ASSERT_EQ(InetAddress(bytes).getVersion(), bytes.size() == 4 ? 4u : 6u);
+
         if (row % 3 == 0) {
             text = pick(3) == 0 ? "::" : "";
             for (std::size_t parts = pick(10); parts > 0; --parts) {
@@ -103,38 +114,19 @@ TEST(InetAddressText, AgreesWithTheSystemOnGeneratedTexts) {
         for (std::size_t edits = pick(3); edits > 0; --edits) {
             auto const at = pick(text.size() + 1);
             char const c = alphabet[pick(alphabet.size())];
-            pick(2) == 0 ? text.replace(at, pick(2), 1, c) : text.erase(std::min(at, text.size()), 1);
+            pick(2) == 0 ? text.replace(at, pick(2), 1, c) : text.erase(at, 1);
         }
+        std::array<unsigned char, 16> parsed{};
         std::string expected = "! Invalid argument";
-        for (int const candidate : {AF_INET6, AF_INET}) {
-            if (inet_pton(candidate, text.c_str(), bytes.data()) == 1) {
-                expected = inet_ntop(candidate, bytes.data(), buffer.data(), buffer.size());
+        for (int const family : {AF_INET6, AF_INET}) {
+            if (inet_pton(family, text.c_str(), parsed.data()) == 1) {
+                expected = textOf(family, parsed);
                 ++valid;
             }
         }
         ASSERT_EQ(answer(text), expected) << testing::PrintToString(text);
     }
-    EXPECT_GT(valid, 20'000u);
-}
-
-TEST(InetAddressBytes, AgreeWithTheSystemOnGeneratedPatterns) {
-    std::mt19937 random(4);
-    std::array<char, INET6_ADDRSTRLEN> buffer{};
-    for (int row = 0; row < 60'000; ++row) {
-        std::vector<unsigned char> bytes(row % 3 == 0 ? 4 : 16);
-        for (auto& byte : bytes) {
-            byte = static_cast<unsigned char>(row % 5 == 0 || random() % 3 == 0 ? random() : 0);
-        }
-        if (row % 7 == 0 && bytes.size() == 16) { // ::ffff:0:0/96
-            std::fill_n(bytes.begin(), 10, static_cast<unsigned char>(0));
-            std::fill_n(bytes.begin() + 10, 2, static_cast<unsigned char>(0xFF));
-        }
-        int const family = bytes.size() == 4 ? AF_INET : AF_INET6;
-        InetAddress const address(bytes);
-        ASSERT_EQ(address.toString(), inet_ntop(family, bytes.data(), buffer.data(), buffer.size()));
-        ASSERT_EQ(InetAddress(address.toString()).bytes(), bytes);
-        ASSERT_EQ(address.getVersion(), family == AF_INET ? 4u : 6u);
-    }
+    EXPECT_GT(valid, 30'000u);
 }
 
 TEST(InetAddressBytes, MakeAnAddressByTheirNumber) {

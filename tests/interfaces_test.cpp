@@ -21,6 +21,7 @@ using namespace foundation::network;
 using namespace std::string_literals;
 using platform::UnicastAddress;
 using testing::ElementsAre;
+using Failure = foundation::core::except::detail::AnonymousInternalException<std::system_error>;
 using Adapters = foundation::network::detail::ImmutableIterableRange<NetworkInterface>;
 
 std::string utf8(std::u16string const& text) {
@@ -212,7 +213,7 @@ TEST(PlayedListing, IsReadAgainSixteenTimes) {
         try {
             NetworkInterface::list();
             ADD_FAILURE();
-        } catch (foundation::core::except::detail::AnonymousInternalException<std::system_error> const& e) {
+        } catch (Failure const& e) {
             EXPECT_EQ(e.code(), std::error_code(error, std::system_category()));
             EXPECT_EQ(e.what(), "Call to GetAdaptersAddresses failed.: "s + std::strerror(error));
         }
@@ -225,7 +226,7 @@ TEST(PlayedHost, FailsWithoutAName) {
     try {
         InetAddress::getLocalHost();
         ADD_FAILURE();
-    } catch (foundation::core::except::detail::AnonymousInternalException<std::system_error> const& e) {
+    } catch (Failure const& e) {
         EXPECT_EQ(e.code(), std::error_code(EPERM, std::system_category()));
         EXPECT_STREQ(e.what(), "Call to GetComputerName failed.: Operation not permitted");
     }

@@ -54,54 +54,44 @@ std::vector<std::string> direct(char const* name) {
     return texts;
 }
 
-template <class Operation>
-std::vector<std::string> failureOf(Operation const& operation) {
+using Failure = foundation::core::except::detail::AnonymousInternalException<std::system_error>;
+
+template <class Lookup>
+std::vector<std::string> textsOrFailure(Lookup const& lookup) {
     try {
-        operation();
-        ADD_FAILURE();
-        return {};
-    } catch (foundation::core::except::detail::AnonymousInternalException<std::system_error> const& e) {
+        std::vector<std::string> texts;
+        for (auto const& address : lookup()) {
+            texts.push_back(address.toString());
+        }
+        return texts;
+    } catch (Failure const& e) {
         EXPECT_EQ(e.what(), e.code().message());
-        EXPECT_STREQ(e.code().category().name(), "asio.netdb");
+        EXPECT_EQ(e.code().category(), codeOf(EAI_NONAME).category());
         return {e.what()};
     }
 }
 
 // The same by the library, which has to say the same for the first address as for all.
 std::vector<std::string> ours(std::string const& name) {
-    try {
-        std::vector<std::string> texts;
-        for (auto const& address : InetAddress::getAllByName(name)) {
-            EXPECT_EQ(address.getHostName(), name);
-            texts.push_back(address.toString());
-        }
-        EXPECT_EQ(InetAddress::getByName(name).toString(), texts.front());
-        EXPECT_EQ(InetAddress::getByName(name).getHostName(), name);
-        return texts;
-    } catch (std::system_error const&) {
-        EXPECT_EQ(failureOf([&name] { InetAddress::getByName(name); }),
-                  failureOf([&name] { InetAddress::getAllByName(name); }));
-        return failureOf([&name] { InetAddress::getByName(name); });
-    }
+    auto const all = textsOrFailure([&name] { return InetAddress::getAllByName(name); });
+    auto const first = textsOrFailure([&name] {
+        auto const address = InetAddress::getByName(name);
+        EXPECT_EQ(address.getHostName(), name);
+        return std::vector{address};
+    });
+    EXPECT_EQ(all.front(), first.front());
+    return all;
 }
 
 TEST(Lookup, OfLocalNamesNeedsNoNetwork) {
     for (char const* name : {"localhost", "127.0.0.1", "127.1", "::1", "fe80::1%lo", "192.0.2.1"}) {
         EXPECT_EQ(ours(name), direct(name)) << name;
     }
-    EXPECT_EQ(InetAddress::getByName("127.0.0.1").getHostName(), "127.0.0.1");
     EXPECT_THAT(ours(""), ElementsAre("Host not found (authoritative)"));
-    try {
-        InetAddress::getByName("");
-    } catch (std::system_error const& e) {
-        EXPECT_TRUE(e.code() ==
-                    std::error_code(boost::asio::error::make_error_code(boost::asio::error::host_not_found)));
-    }
 }
 
 TEST(Lookup, WithoutAUsableEntryIsAFailure) {
-    EXPECT_THAT(failureOf([] { ResolverContext::usable({}); }),
-                ElementsAre("Host not found (authoritative)"));
+    EXPECT_THROW(ResolverContext::usable({}), Failure);
 }
 
 // Names of our own, known to this thread alone.
@@ -122,6 +112,9 @@ void withHosts(std::function<void()> const& body) {
 TEST(LookupInNamespace, GoesByTheSystemsOrder) {
     withHosts([] {
         ASSERT_EQ(ours("multi.example").size(), 3u);
+        for (auto const& address : InetAddress::getAllByName("multi.example")) {
+            EXPECT_EQ(address.getHostName(), "multi.example");
+        }
         for (char const* name : {"multi.example", "canon.example", "no-such-name.invalid", "::1"}) {
             EXPECT_EQ(ours(name), direct(name)) << name;
         }
@@ -147,8 +140,7 @@ TEST(LocalHostInNamespace, HasTheMachinesName) {
             try {
                 InetAddress::getLocalHost();
                 ADD_FAILURE();
-            } catch (
-                foundation::core::except::detail::AnonymousInternalException<std::system_error> const& e) {
+            } catch (Failure const& e) {
                 EXPECT_EQ(e.code(), std::error_code(ENAMETOOLONG, std::system_category()));
                 EXPECT_STREQ(e.what(), "Call to GetComputerName failed.: File name too long");
             }
@@ -168,12 +160,13 @@ TEST(LocalHostInNamespace, HasTheMachinesName) {
 
 TEST(Threads, LookUpAndListAtOnce) {
     std::vector<std::thread> threads;
+    threads.reserve(16);
     for (int i = 0; i < 16; ++i) {
         threads.emplace_back([i] {
             for (int round = 0; round < 20; ++round) {
                 if (i % 2 == 0) {
                     EXPECT_TRUE(InetAddress::getByName("localhost").isLoopback());
-                    EXPECT_EQ(InetAddress("127.0.0.1").getHostName().empty(), false);
+                    EXPECT_FALSE(InetAddress("127.0.0.1").getHostName().empty());
                 } else {
                     EXPECT_LE(NetworkInterface::list().size(), NetworkInterface::listAll().size());
                 }

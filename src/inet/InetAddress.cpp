@@ -51,6 +51,7 @@ InetAddress::InetAddress(std::array<unsigned char, 4> bytes)
 InetAddress::InetAddress(std::array<unsigned char, 16> bytes)
     : impl(std::make_shared<InetAddressImpl>(ip::address_v6(bytes))) {}
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a fixed shape
 InetAddress::InetAddress(std::vector<unsigned char> bytes)
     : impl(std::make_shared<InetAddressImpl>(addressFrom(bytes))) {}
 

@@ -1,5 +1,7 @@
 #include <foundation/network/HardwareAddress.hpp>
 
+#include <string_view>
+
 namespace foundation::network {
 
 template class detail::ImmutableIterableRange<unsigned char>;
@@ -8,7 +10,7 @@ HardwareAddress::HardwareAddress(std::vector<unsigned char> bytes)
     : ImmutableIterableRange<unsigned char>(std::move(bytes)) {}
 
 std::string HardwareAddress::toString() const {
-    constexpr char digits[] = "0123456789abcdef";
+    constexpr std::string_view digits = "0123456789abcdef";
     std::string text;
     for (unsigned char const byte : *this) {
         if (!text.empty()) {

@@ -26,6 +26,7 @@ InterfaceAddressImpl::InterfaceAddressImpl(ip::address const& value, unsigned sh
 
 InterfaceAddress::InterfaceAddress() : InterfaceAddress(InetAddress(), 0) {}
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a fixed shape
 InterfaceAddress::InterfaceAddress(InetAddress address, unsigned short prefixLength)
     : impl(std::make_shared<InterfaceAddressImpl>(address.impl->address, prefixLength)) {}
 
