@@ -1,0 +1,123 @@
+#pragma once
+
+/// Internet addresses and the names of hosts.
+///
+///     InetAddress const address("2001:db8::1");
+///     address.getVersion();                                // 6
+///     for (auto const& a : InetAddress::getAllByName("localhost")) {
+///         std::cout << a.toString() << '\n';               // ::1, 127.0.0.1 in the system's order
+///     }
+
+#include <foundation/core/Export.hpp>
+#include <foundation/network/detail/ImmutableIterableRange.hpp>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace foundation::network {
+
+class InetAddressImpl;
+
+/// An IPv4 or IPv6 address, with the name that it was found by if it was found by name.
+///
+/// A value that shares its immutable address with its copies; `toString` or `bytes` tell whether two are the
+/// same. A value that was moved from holds no address: it may be assigned to or destroyed, and nothing else.
+///
+/// Any number of threads may read one value. Lookups keep all their state to themselves and run on any number
+/// of threads at once; each asks the system again, nothing is cached. They block for as long as the system's
+/// resolver takes.
+class ZVFLNETWORK_EXPORT InetAddress {
+public:
+    /// IPv4 0.0.0.0.
+    InetAddress();
+
+    /// An IPv4 address from its bytes in network order: `{127, 0, 0, 1}` is 127.0.0.1.
+    explicit InetAddress(std::array<unsigned char, 4> bytes);
+
+    /// An IPv6 address from its bytes in network order, without a scope id.
+    explicit InetAddress(std::array<unsigned char, 16> bytes);
+
+    /// An address from 4 (IPv4) or 16 (IPv6) bytes in network order, 0.0.0.0 from none.
+    /// Throws the internal `std::invalid_argument`, "Can not create InetAddress from 5 elements. Vector must
+    /// have 0, 4 or 16 elements." for 5 elements.
+    explicit InetAddress(std::vector<unsigned char> bytes);
+
+    /// An address from its numeric text; no name is looked up.
+    ///
+    /// IPv4 is four decimal numbers with dots between; no shorter, octal or hexadecimal form. IPv6 is any
+    /// form of RFC 4291 section 2.2. Behind it may stand "%" and a scope id: a number, and for a link-local
+    /// address the name of an adapter; what is neither counts as no scope. An IPv6 text ends at its first
+    /// zero character. Throws the internal `std::invalid_argument` with the system's text for a text that is
+    /// no address
+    /// ("Invalid argument"); with "Invalid IP address string: " and the text where the system takes an IPv4
+    /// address that isn't of the strict form.
+    explicit InetAddress(std::string const& text);
+
+    InetAddress(InetAddress const& other);
+    InetAddress(InetAddress&& other) noexcept;
+    InetAddress& operator=(InetAddress const& other);
+    InetAddress& operator=(InetAddress&& other) noexcept;
+    ~InetAddress();
+
+    /// 4 or 6.
+    unsigned int getVersion() const noexcept;
+
+    /// True for 127.0.0.0/8 and for ::1. An IPv4 address in IPv6 clothes (::ffff:127.0.0.1) is none.
+    bool isLoopback() const noexcept;
+
+    /// True for 224.0.0.0/4 and for ff00::/8.
+    bool isMulticast() const noexcept;
+
+    /// The numeric text, the same as `getHostAddress`; never the name.
+    std::string toString() const;
+
+    /// The numeric text: `192.0.2.1`; `2001:db8::1`, lower case and compressed. A scope id follows as "%" and
+    /// its number, or for a link-local address the name of its adapter.
+    std::string getHostAddress() const;
+
+    /// The 4 or 16 bytes in network order, without the scope id.
+    std::vector<unsigned char> bytes() const;
+
+    /// The first address of a host. The value's name is `host` as it was given, also for a numeric text.
+    /// `host` is what the system's resolver takes, up to its first zero character.
+    /// Throws the internal `std::system_error` with the resolver's code and text, for instance "Host not
+    /// found (authoritative)". The category's `name()` tells codes of the resolver ("asio.netdb",
+    /// "asio.addrinfo") from those of the system.
+    static InetAddress getByName(std::string const& host);
+
+    /// All addresses of a host, in the order of the system's resolver (RFC 6724); never none.
+    /// Throws as `getByName`.
+    static detail::ImmutableIterableRange<InetAddress> getAllByName(std::string const& host);
+
+    /// An address of this machine, under the machine's own name.
+    ///
+    /// What the name resolves to, if that is no loopback address; else the first address of the first adapter
+    /// that is up, is no loopback adapter and has one; else the loopback address.
+    /// Throws the internal `std::system_error`, "Call to GetComputerName failed." ": " and the system's text,
+    /// if the name can't be read, as on Linux one of 32 characters or more; as `getByName` if it can't be
+    /// resolved; as `NetworkInterface::list` if the adapters can't be listed. Throws `IdnConverterException`
+    /// if the name can't be converted.
+    static InetAddress getLocalHost();
+
+    /// The name that this address was found by; else the name that the system has for it, its numeric text if
+    /// there is none. The latter is a lookup at each call, with `getByName`'s exceptions.
+    std::string getHostName() const;
+
+    /// The name that the system has for this address, made canonical: two lookups at each call. The name that
+    /// the address was found by plays no part.
+    /// Throws as `getByName`.
+    std::string getCanonicalHostName() const;
+
+private:
+    friend class InterfaceAddress;
+    friend class NetworkInterface;
+
+    InetAddress(std::shared_ptr<InetAddressImpl> address, std::string name) noexcept;
+
+    std::shared_ptr<InetAddressImpl> impl;
+    std::string hostName;
+};
+
+} // namespace foundation::network

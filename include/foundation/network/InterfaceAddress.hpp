@@ -1,0 +1,49 @@
+#pragma once
+
+#include <foundation/core/Export.hpp>
+#include <foundation/network/InetAddress.hpp>
+
+#include <memory>
+#include <string>
+
+namespace foundation::network {
+
+class InterfaceAddressImpl;
+
+/// An address on a link: the host's address and the length of the link's prefix.
+///
+/// A value that shares its immutable content with its copies. A value that was moved from holds nothing: it
+/// may be assigned to or destroyed, and nothing else. Any number of threads may read one value.
+class ZVFLNETWORK_EXPORT InterfaceAddress {
+public:
+    /// 0.0.0.0 with a prefix of 0 bits.
+    InterfaceAddress();
+
+    /// The address, not masked by the prefix; the name that it was found by isn't kept.
+    /// Throws `std::out_of_range`, "prefix length too large", above 32 bits for IPv4 and 128 for IPv6.
+    InterfaceAddress(InetAddress address, unsigned short prefixLength);
+
+    InterfaceAddress(InterfaceAddress const& other);
+    InterfaceAddress(InterfaceAddress&& other) noexcept;
+    InterfaceAddress& operator=(InterfaceAddress const& other);
+    InterfaceAddress& operator=(InterfaceAddress&& other) noexcept;
+    ~InterfaceAddress();
+
+    /// The address, under no name.
+    InetAddress getInetAddress() const;
+
+    /// The length of the prefix in bits.
+    unsigned short prefixLength() const noexcept;
+
+    /// The address' text, "/" and the length of the prefix: `192.168.1.10/24`, `fe80::1/64`.
+    std::string toString() const;
+
+private:
+    friend class NetworkInterface;
+
+    explicit InterfaceAddress(std::shared_ptr<InterfaceAddressImpl> address) noexcept;
+
+    std::shared_ptr<InterfaceAddressImpl> impl;
+};
+
+} // namespace foundation::network

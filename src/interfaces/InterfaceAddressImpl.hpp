@@ -1,0 +1,20 @@
+#pragma once
+
+#include <boost/asio/ip/address.hpp>
+
+#include <string>
+
+namespace foundation::network {
+
+/// What copies of an `InterfaceAddress` share. It doesn't change.
+class InterfaceAddressImpl {
+public:
+    /// Throws `std::out_of_range`, "prefix length too large".
+    InterfaceAddressImpl(boost::asio::ip::address const& value, unsigned short prefix);
+
+    boost::asio::ip::address const address;
+    unsigned short const prefixLength;
+    std::string const text;
+};
+
+} // namespace foundation::network

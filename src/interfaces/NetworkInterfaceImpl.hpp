@@ -1,0 +1,24 @@
+#pragma once
+
+#include <foundation/network/HardwareAddress.hpp>
+#include <foundation/network/InterfaceAddress.hpp>
+
+#include <string>
+#include <vector>
+
+namespace foundation::network {
+
+/// What copies of a `NetworkInterface` share. It doesn't change once it was built.
+class NetworkInterfaceImpl {
+public:
+    std::string identifier;
+    std::u16string friendlyName;
+    std::u16string description;
+    HardwareAddress hardwareAddress;
+    std::vector<InterfaceAddress> interfaceAddresses;
+    bool up = false;
+    bool loopback = false;
+    bool multicast = false;
+};
+
+} // namespace foundation::network

@@ -1,0 +1,174 @@
+#include "platform/LinuxSystem.hpp"
+
+#include "platform/RouteDump.hpp"
+#include "platform/TextConverters.hpp"
+
+#include <linux/rtnetlink.h>
+#include <net/if.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unicode/utf8.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <string_view>
+
+namespace foundation::network::platform {
+
+namespace {
+
+// The kernel keeps bytes; administrators write UTF-8 into them. What is none becomes U+FFFD.
+std::wstring wideText(std::string_view bytes) {
+    std::wstring wide;
+    wide.reserve(bytes.size());
+    auto const* const text = reinterpret_cast<std::uint8_t const*>(bytes.data());
+    for (std::size_t at = 0, end = bytes.size(); at < end;) {
+        UChar32 point = 0;
+        U8_NEXT_OR_FFFD(text, at, end, point);
+        wide.push_back(static_cast<wchar_t>(point));
+    }
+    return wide;
+}
+
+// An attribute's text, without its closing zero.
+std::wstring wideText(Bytes value) {
+    std::string_view const text(reinterpret_cast<char const*>(value.data()), value.size());
+    return wideText(text.substr(0, text.find('\0')));
+}
+
+Adapter adapterOf(Bytes link) {
+    Adapter adapter;
+    ifinfomsg head{};
+    if (!peel(link, head)) {
+        return adapter;
+    }
+    adapter.index = static_cast<unsigned int>(head.ifi_index);
+    adapter.loopback = (head.ifi_flags & IFF_LOOPBACK) != 0;
+    adapter.up = (head.ifi_flags & IFF_UP) != 0 && (head.ifi_flags & IFF_RUNNING) != 0;
+    adapter.multicast = (head.ifi_flags & IFF_MULTICAST) != 0;
+    forEachAttribute(link.subspan(sizeof(head)), [&adapter](unsigned int type, Bytes value) {
+        if (type == IFLA_IFNAME) {
+            adapter.friendlyName = wideText(value);
+        } else if (type == IFLA_IFALIAS) {
+            adapter.description = wideText(value);
+        } else if (type == IFLA_ADDRESS) {
+            auto const* const bytes = reinterpret_cast<unsigned char const*>(value.data());
+            adapter.physicalAddress.assign(bytes, bytes + value.size());
+        }
+    });
+    if (adapter.description.empty()) {
+        adapter.description = adapter.friendlyName;
+    }
+    return adapter;
+}
+
+UnicastAddress addressOf(ifaddrmsg const& head, Bytes attributes) {
+    // On a link between two points IFA_ADDRESS is the other end, and IFA_LOCAL is this one.
+    Bytes local;
+    forEachAttribute(attributes, [&local](unsigned int type, Bytes value) {
+        if (type == IFA_LOCAL || (type == IFA_ADDRESS && local.empty())) {
+            local = value;
+        }
+    });
+    UnicastAddress address;
+    address.prefixLength = head.ifa_prefixlen;
+    if (head.ifa_family == AF_INET && local.size() == sizeof(in_addr)) {
+        address.family = UnicastAddress::Family::Ipv4;
+    } else if (head.ifa_family == AF_INET6 && local.size() == sizeof(in6_addr)) {
+        address.family = UnicastAddress::Family::Ipv6;
+    } else {
+        return address;
+    }
+    std::memcpy(address.bytes.data(), local.data(), local.size());
+    return address;
+}
+
+} // namespace
+
+int LinuxCalls::openRouteSocket() const {
+    int const socket = ::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_ROUTE);
+    sockaddr_nl kernel{};
+    kernel.nl_family = AF_NETLINK;
+    if (socket >= 0 && ::connect(socket, reinterpret_cast<sockaddr const*>(&kernel), sizeof(kernel)) < 0) {
+        int const error = errno;
+        ::close(socket);
+        errno = error;
+        return -1;
+    }
+    return socket;
+}
+
+std::ptrdiff_t LinuxCalls::send(int socket, void const* data, std::size_t size) const {
+    return ::send(socket, data, size, 0);
+}
+
+std::ptrdiff_t LinuxCalls::nextSize(int socket) const {
+    return ::recv(socket, nullptr, 0, MSG_PEEK | MSG_TRUNC);
+}
+
+std::ptrdiff_t LinuxCalls::receive(int socket, void* data, std::size_t size) const {
+    return ::recv(socket, data, size, 0);
+}
+
+void LinuxCalls::close(int socket) const {
+    ::close(socket);
+}
+
+int LinuxCalls::hostName(char* name, std::size_t size) const {
+    return ::gethostname(name, size);
+}
+
+int LinuxSystem::readComputerName(std::size_t capacity, std::u16string& name) const {
+    std::string bytes(capacity, 'x'); // no zero in it: a name cut short has no end
+    if (calls.hostName(bytes.data(), bytes.size()) != 0) {
+        return errno;
+    }
+    auto const end = bytes.find('\0');
+    if (end == std::string::npos) {
+        return ENAMETOOLONG;
+    }
+    name =
+        fl::i18n::codecvt_wstring_to_ustring(false).convert(wideText(std::string_view(bytes).substr(0, end)));
+    return 0;
+}
+
+AdapterReading LinuxSystem::readAdapters() const {
+    RouteDump dump(calls);
+    AdapterReading reading;
+    auto& adapters = reading.adapters;
+    auto outcome =
+        dump.ask(RTM_GETLINK, RTM_NEWLINK, [&adapters](Bytes link) { adapters.push_back(adapterOf(link)); });
+    auto const byIndex = [](Adapter const& a, Adapter const& b) { return a.index < b.index; };
+    std::stable_sort(adapters.begin(), adapters.end(), byIndex);
+    if (outcome.complete()) {
+        bool strange = false;
+        outcome = dump.ask(RTM_GETADDR, RTM_NEWADDR, [&](Bytes entry) {
+            ifaddrmsg head{};
+            if (!peel(entry, head)) {
+                return;
+            }
+            auto const owner = std::lower_bound(
+                adapters.begin(), adapters.end(), head.ifa_index,
+                [](Adapter const& adapter, unsigned int index) { return adapter.index < index; });
+            if (owner == adapters.end() || owner->index != head.ifa_index) {
+                strange = true;
+            } else {
+                owner->addresses.push_back(addressOf(head, entry.subspan(sizeof(head))));
+            }
+        });
+        // An address of an adapter that wasn't there a moment ago: the list has grown between the two reads.
+        outcome.changed = outcome.changed || strange;
+    }
+    reading.error = outcome.error;
+    reading.changed = outcome.changed;
+    return reading;
+}
+
+OperatingSystem const& nativeOperatingSystem() {
+    static LinuxCalls const calls;
+    static LinuxSystem const system(calls);
+    return system;
+}
+
+} // namespace foundation::network::platform

@@ -1,0 +1,20 @@
+#include "platform/OperatingSystem.hpp"
+
+#include <atomic>
+
+namespace foundation::network::platform {
+
+namespace {
+std::atomic<OperatingSystem const*> inPlace{nullptr};
+}
+
+OperatingSystem const& operatingSystem() {
+    OperatingSystem const* const replacement = inPlace.load(std::memory_order_acquire);
+    return replacement != nullptr ? *replacement : nativeOperatingSystem();
+}
+
+void replaceOperatingSystem(OperatingSystem const* replacement) noexcept {
+    inPlace.store(replacement, std::memory_order_release);
+}
+
+} // namespace foundation::network::platform

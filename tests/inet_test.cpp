@@ -1,0 +1,229 @@
+#include <foundation/network/HardwareAddress.hpp>
+#include <foundation/network/InetAddress.hpp>
+#include <foundation/network/InterfaceAddress.hpp>
+
+#include <foundation/core/except/InternalException.hpp>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <arpa/inet.h>
+#include <cstring>
+#include <random>
+#include <string_view>
+
+namespace {
+
+using namespace foundation::network;
+using namespace std::string_literals;
+using testing::ElementsAre;
+
+// What construction from `argument` says: the text of the address, or "! " and the words of the refusal.
+template <class Argument>
+std::string answer(Argument const& argument) {
+    try {
+        return InetAddress(argument).toString();
+    } catch (foundation::core::except::IInternalException const& e) {
+        EXPECT_NE(dynamic_cast<std::invalid_argument const*>(&e), nullptr);
+        return "! "s + e.what();
+    }
+}
+
+TEST(InetAddressText, IsTheStrictFormOfEitherVersion) {
+    struct Row {
+        std::string text;
+        std::string expected;
+    };
+    std::string const refused = "! Invalid argument";
+    std::vector<Row> const rows = {
+        {"192.0.2.1", "192.0.2.1"},
+        {"255.255.255.255", "255.255.255.255"},
+        {"127.1", refused},
+        {"1", refused},
+        {"0x7f.0.0.1", refused},
+        {"0177.0.0.1", refused},
+        {"1.2.3.04", refused},
+        {"1.2.3.256", refused},
+        {"1.2.3.4.", refused},
+        {" 1.2.3.4", refused},
+        {"1.2.3.4 ", refused},
+        {"1.2.3.4%1", refused},
+        {"1.2.3.4\0x"s, "! Invalid IP address string: 1.2.3.4"},
+        {"", refused},
+        {"host.example", refused},
+        {"2001:DB8::00aB", "2001:db8::ab"},
+        {"1:0:0:2:0:0:0:3", "1:0:0:2::3"},
+        {"::ffff:192.0.2.1", "::ffff:192.0.2.1"},
+        {"::192.0.2.1", "::192.0.2.1"},
+        {"64:ff9b::192.0.2.33", "64:ff9b::c000:221"},
+        {"::ffff:127.1", refused},
+        {":::", refused},
+        {"1::2::3", refused},
+        {"1:2:3:4:5:6:7::", "1:2:3:4:5:6:7:0"},
+        {"1:2:3:4:5:6:7:8::", refused},
+        {"[::1]", refused},
+        {" ::1", refused},
+        {"::1 ", refused},
+        {"::1/128", refused},
+        {"::1%7", "::1%7"},
+        {"::1%", "::1"},
+        {"fe80::1%no-such-adapter", "fe80::1"},
+        {"::1%4294967295", "::1%4294967295"},
+        {"::1%-1", "::1%4294967295"},
+        {"fe80::1%1", "fe80::1%lo"},
+        {"::1\0x"s, "::1"},
+    };
+    for (auto const& [text, expected] : rows) {
+        EXPECT_EQ(answer(text), expected) << testing::PrintToString(text);
+    }
+}
+
+// Byte patterns, and texts near the border of what is an address: the answer is that of the system's
+// functions.
+TEST(InetAddressText, AgreesWithTheSystemOnGeneratedRows) {
+    constexpr std::string_view alphabet = "0123456789abcdefABCDEF::::....xg -";
+    constexpr std::array<std::string_view, 6> tokens = {"0", "7", "ab", "FFFF", "12345", "1.2.3.4"};
+    std::mt19937 random(6);
+    auto const pick = [&random](std::size_t bound) { return random() % bound; };
+    auto const textOf = [](int family, auto const& bytes) {
+        std::array<char, INET6_ADDRSTRLEN> text{};
+        return std::string(inet_ntop(family, bytes.data(), text.data(), text.size()));
+    };
+    std::size_t valid = 0;
+    for (int row = 0; row < 100'000; ++row) {
+        std::vector<unsigned char> bytes(row % 2 == 0 ? 4 : 16);
+        for (auto& byte : bytes) {
+            byte = static_cast<unsigned char>(row % 5 == 0 || pick(3) == 0 ? random() : 0);
+        }
+        if (row % 7 == 0 && bytes.size() == 16) { // ::ffff:0:0/96
+            std::fill_n(bytes.begin(), 10, static_cast<unsigned char>(0));
+            std::fill_n(bytes.begin() + 10, 2, static_cast<unsigned char>(0xFF));
+        }
+        std::string text = textOf(bytes.size() == 4 ? AF_INET : AF_INET6, bytes);
+        ASSERT_EQ(InetAddress(bytes).toString(), text);
+        ASSERT_EQ(InetAddress(text).bytes(), bytes);
+        ASSERT_EQ(InetAddress(bytes).getVersion(), bytes.size() == 4 ? 4u : 6u);
+
+        if (row % 3 == 0) {
+            text = pick(3) == 0 ? "::" : "";
+            for (std::size_t parts = pick(10); parts > 0; --parts) {
+                text += tokens[pick(tokens.size())];
+                text += parts == 1 && pick(5) != 0 ? "" : pick(8) == 0 ? "::" : pick(30) == 0 ? "." : ":";
+            }
+        }
+        for (std::size_t edits = pick(3); edits > 0; --edits) {
+            auto const at = pick(text.size() + 1);
+            char const c = alphabet[pick(alphabet.size())];
+            pick(2) == 0 ? text.replace(at, pick(2), 1, c) : text.erase(at, 1);
+        }
+        std::array<unsigned char, 16> parsed{};
+        std::string expected = "! Invalid argument";
+        for (int const family : {AF_INET6, AF_INET}) {
+            if (inet_pton(family, text.c_str(), parsed.data()) == 1) {
+                expected = textOf(family, parsed);
+                ++valid;
+            }
+        }
+        ASSERT_EQ(answer(text), expected) << testing::PrintToString(text);
+    }
+    EXPECT_GT(valid, 30'000u);
+}
+
+TEST(InetAddressBytes, MakeAnAddressByTheirNumber) {
+    EXPECT_EQ(InetAddress().toString(), "0.0.0.0");
+    EXPECT_EQ(answer(std::vector<unsigned char>{}), "0.0.0.0");
+    EXPECT_EQ(answer(std::vector<unsigned char>(16)), "::");
+    EXPECT_EQ(InetAddress(std::array<unsigned char, 4>{192, 0, 2, 1}).toString(), "192.0.2.1");
+    EXPECT_EQ(InetAddress(std::array<unsigned char, 16>{0x20, 1, 0xd, 0xb8}).getHostAddress(), "2001:db8::");
+    for (std::size_t const size : {1u, 3u, 5u, 15u, 17u}) {
+        EXPECT_EQ(answer(std::vector<unsigned char>(size)),
+                  "! Can not create InetAddress from " + std::to_string(size) +
+                      " elements. Vector must have 0, 4 or 16 elements.");
+    }
+}
+
+TEST(InetAddressKinds, EndWhereTheirRangesEnd) {
+    struct Row {
+        std::string text;
+        bool loopback;
+        bool multicast;
+    };
+    for (auto const& [text, loopback, multicast] : std::vector<Row>{
+             {"126.255.255.255", false, false},
+             {"127.0.0.0", true, false},
+             {"127.255.255.255", true, false},
+             {"128.0.0.0", false, false},
+             {"223.255.255.255", false, false},
+             {"224.0.0.0", false, true},
+             {"239.255.255.255", false, true},
+             {"240.0.0.0", false, false},
+             {"::", false, false},
+             {"::1", true, false},
+             {"::1%3", true, false},
+             {"::2", false, false},
+             {"::ffff:127.0.0.1", false, false},
+             {"::ffff:224.0.0.1", false, false},
+             {"feff::", false, false},
+             {"ff00::", false, true},
+             {"ffff::", false, true},
+         }) {
+        EXPECT_EQ(InetAddress(text).isLoopback(), loopback) << text;
+        EXPECT_EQ(InetAddress(text).isMulticast(), multicast) << text;
+    }
+}
+
+TEST(InetAddressValue, CopiesAndMoves) {
+    InetAddress named = InetAddress::getByName("127.0.0.1");
+    InetAddress copy = named;
+    InetAddress const moved = std::move(named);
+    EXPECT_EQ(moved.getHostName(), "127.0.0.1");
+    EXPECT_EQ(copy.toString(), moved.toString());
+    named = InetAddress("::1"); // a value that was moved from takes another
+    EXPECT_EQ(named.toString(), "::1");
+    copy = named;
+    EXPECT_EQ(copy.toString(), "::1");
+}
+
+TEST(InterfaceAddressValue, KeepsAddressAndPrefix) {
+    EXPECT_EQ(InterfaceAddress().toString(), "0.0.0.0/0");
+    EXPECT_EQ(InterfaceAddress().prefixLength(), 0);
+    struct Row {
+        std::string address;
+        unsigned short prefix;
+        std::string expected;
+    };
+    for (auto const& [address, prefix, expected] : std::vector<Row>{
+             {"10.1.2.3", 8, "10.1.2.3/8"},
+             {"10.1.2.3", 32, "10.1.2.3/32"},
+             {"10.1.2.3", 33, "! prefix length too large"},
+             {"::1", 128, "::1/128"},
+             {"fe80::1%5", 64, "fe80::1%5/64"},
+             {"::1", 129, "! prefix length too large"},
+             {"::1", 65535, "! prefix length too large"},
+         }) {
+        std::string text;
+        try {
+            InterfaceAddress const made(InetAddress(address), prefix);
+            EXPECT_EQ(made.prefixLength(), prefix);
+            EXPECT_EQ(made.getInetAddress().toString(), address);
+            text = made.toString();
+        } catch (std::out_of_range const& e) {
+            EXPECT_EQ(dynamic_cast<foundation::core::except::IException const*>(&e), nullptr);
+            text = "! "s + e.what();
+        }
+        EXPECT_EQ(text, expected);
+    }
+}
+
+TEST(HardwareAddressText, TakesAnyLength) {
+    EXPECT_EQ(HardwareAddress().toString(), "");
+    EXPECT_TRUE(HardwareAddress().empty());
+    HardwareAddress const ethernet({0x00, 0x1a, 0x2b, 0x3c, 0x4d, 0xfe});
+    EXPECT_EQ(ethernet.toString(), "00:1a:2b:3c:4d:fe");
+    EXPECT_EQ(ethernet.size(), 6u);
+    EXPECT_THAT(ethernet, ElementsAre(0x00, 0x1a, 0x2b, 0x3c, 0x4d, 0xfe));
+    EXPECT_EQ(HardwareAddress(std::vector<unsigned char>(8, 0xA0)).toString(), "a0:a0:a0:a0:a0:a0:a0:a0");
+    EXPECT_EQ(HardwareAddress(ethernet.bytes()).toString(), ethernet.toString());
+}
+
+} // namespace

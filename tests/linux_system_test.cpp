@@ -1,0 +1,203 @@
+#include "platform/LinuxSystem.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <deque>
+#include <linux/rtnetlink.h>
+#include <net/if.h>
+
+namespace {
+
+using namespace foundation::network::platform;
+using testing::ElementsAre;
+
+using Datagram = std::string;
+
+template <class Record>
+std::string raw(Record const& record) {
+    return {reinterpret_cast<char const*>(&record), sizeof(record)};
+}
+
+std::string padded(std::string bytes) {
+    return bytes.append((4 - bytes.size() % 4) % 4, '\0');
+}
+
+std::string message(int type, std::string const& payload, int flags = NLM_F_MULTI,
+                    unsigned int sequence = 0) {
+    nlmsghdr header{};
+    header.nlmsg_len = static_cast<unsigned int>(sizeof(header) + payload.size());
+    header.nlmsg_type = static_cast<unsigned short>(type);
+    header.nlmsg_flags = static_cast<unsigned short>(flags);
+    header.nlmsg_seq = sequence;
+    return padded(raw(header) + payload);
+}
+
+std::string attribute(int type, std::string const& value) {
+    rtattr const head{static_cast<unsigned short>(sizeof(rtattr) + value.size()),
+                      static_cast<unsigned short>(type)};
+    return padded(raw(head) + value);
+}
+
+std::string link(int index, unsigned int flags, std::string const& attributes) {
+    return message(RTM_NEWLINK, raw(ifinfomsg{0, 0, 0, index, flags, 0}) + attributes);
+}
+
+std::string address(unsigned char family, unsigned char prefix, unsigned int index,
+                    std::string const& attributes) {
+    return message(RTM_NEWADDR, raw(ifaddrmsg{family, prefix, 0, 0, index}) + attributes);
+}
+
+std::string const done = message(NLMSG_DONE, raw(0));
+
+// A kernel that answers with the datagrams of a test, where a message with sequence number 0 gets that of the
+// request. One of its calls may fail at the first two times.
+class PlayedKernel : public LinuxCalls {
+public:
+    explicit PlayedKernel(std::deque<Datagram> answers, std::string failingCall = "", int errorNumber = 0)
+        : datagrams(std::move(answers)), call(std::move(failingCall)), error(errorNumber) {}
+    ~PlayedKernel() override { EXPECT_EQ(open, 0); }
+
+    int openRouteSocket() const override { return fails("socket") ? -1 : 76 + ++open; }
+    void close(int socket) const override { open -= socket == 77 ? 1 : 0; }
+    int hostName(char*, std::size_t) const override { return fails("hostName") ? -1 : 0; } // writes no end
+    std::ptrdiff_t send(int, void const* data, std::size_t size) const override {
+        nlmsghdr header{};
+        std::memcpy(&header, data, sizeof(header));
+        EXPECT_EQ(header.nlmsg_len, size);
+        sequence = header.nlmsg_seq;
+        return fails("send") ? -1 : static_cast<std::ptrdiff_t>(size);
+    }
+    std::ptrdiff_t nextSize(int) const override {
+        return fails("size") ? -1 : std::ssize(datagrams.empty() ? Datagram() : datagrams.front());
+    }
+    std::ptrdiff_t receive(int, void* data, std::size_t size) const override {
+        if (datagrams.empty() || fails("receive")) {
+            return datagrams.empty() ? 0 : -1;
+        }
+        Datagram datagram = datagrams.front();
+        datagrams.pop_front();
+        EXPECT_LE(datagram.size(), size);
+        nlmsghdr header{};
+        for (std::size_t at = 0; at + sizeof(header) <= datagram.size();
+             at += std::max<std::size_t>(sizeof(header), (header.nlmsg_len + 3) / 4 * 4)) {
+            std::memcpy(&header, &datagram[at], sizeof(header));
+            header.nlmsg_seq = header.nlmsg_seq == 0 ? sequence : header.nlmsg_seq;
+            std::memcpy(&datagram[at], &header, sizeof(header));
+        }
+        std::memcpy(data, datagram.data(), datagram.size());
+        return std::ssize(datagram);
+    }
+
+private:
+    bool fails(char const* name) const {
+        errno = error;
+        return call == name && times-- > 0;
+    }
+    mutable std::deque<Datagram> datagrams;
+    mutable unsigned int sequence = 0;
+    mutable int open = 0;
+    std::string call;
+    int error;
+    mutable int times = 2;
+};
+
+TEST(LinuxSystem, TellsWhichCallFailed) {
+    struct Row {
+        std::string call;
+        int error;
+        int expected;
+    };
+    for (auto const& [call, error, expected] : std::vector<Row>{
+             {"socket", EMFILE, EMFILE},
+             {"send", EPERM, EPERM},
+             {"send", EINTR, 0},
+             {"size", ENOBUFS, ENOBUFS},
+             {"size", EINTR, 0},
+             {"receive", ENOMEM, ENOMEM},
+             {"receive", EINTR, 0},
+         }) {
+        PlayedKernel const kernel({link(2, 0, "") + done, done}, call, error);
+        auto const reading = LinuxSystem(kernel).readAdapters();
+        EXPECT_EQ(reading.error, expected) << call;
+        EXPECT_FALSE(reading.changed);
+        EXPECT_EQ(reading.adapters.size(), expected == 0 ? 1u : 0u) << call;
+    }
+    std::u16string name;
+    EXPECT_EQ(LinuxSystem(PlayedKernel({}, "hostName", EPERM)).readComputerName(32, name), EPERM);
+    EXPECT_EQ(LinuxSystem(PlayedKernel({})).readComputerName(32, name), ENAMETOOLONG);
+}
+
+TEST(LinuxSystem, ReadsWhatTheKernelAnswers) {
+    using namespace std::string_literals;
+    auto const name = [](std::string const& text) { return attribute(IFLA_IFNAME, text + '\0'); };
+    PlayedKernel const kernel({
+        link(9, IFF_UP, name("late")) + link(2, IFF_UP | IFF_RUNNING | IFF_MULTICAST,
+                                             name("x\xC3\xBC\xFF") + attribute(IFLA_IFALIAS, "alias\0"s) +
+                                                 attribute(IFLA_ADDRESS, std::string(20, 'A'))),
+        // A message of other's, and one longer than any buffer that was made before.
+        message(RTM_NEWLINK, "", 0, 4711) +
+            link(3, IFF_LOOPBACK | IFF_RUNNING, attribute(200, std::string(60'000, 0))),
+        done,
+        address(AF_INET, 24, 2,
+                attribute(IFA_ADDRESS, "\x0A\0\0\x02"s) + attribute(IFA_LOCAL, "\x0A\0\0\x01"s)) +
+            address(AF_INET6, 64, 2, attribute(IFA_ADDRESS, "\xFE\x80"s + std::string(14, '\0'))) +
+            address(12, 8, 2, attribute(IFA_LOCAL, "\x01")) +
+            address(AF_INET, 8, 2, attribute(IFA_LOCAL, "abc")) + address(AF_INET, 8, 2, "\xFF\xFF\x02\0"s) +
+            message(RTM_NEWADDR, "short"),
+        done,
+    });
+    auto const reading = LinuxSystem(kernel).readAdapters();
+    EXPECT_EQ(reading.error, 0);
+    EXPECT_FALSE(reading.changed);
+    ASSERT_EQ(reading.adapters.size(), 3u);
+    Adapter const& first = reading.adapters[0];
+    EXPECT_EQ(first.index, 2u);
+    EXPECT_EQ(first.friendlyName, L"x\u00FC\uFFFD");
+    EXPECT_EQ(first.description, L"alias");
+    EXPECT_EQ(first.physicalAddress, std::vector<unsigned char>(20, 'A'));
+    EXPECT_TRUE(first.up && first.multicast && !first.loopback);
+    using enum UnicastAddress::Family;
+    auto const is = [](auto family) { return testing::Field(&UnicastAddress::family, family); };
+    ASSERT_THAT(first.addresses, ElementsAre(is(Ipv4), is(Ipv6), is(Other), is(Other), is(Other)));
+    EXPECT_EQ(first.addresses[0].bytes, (std::array<unsigned char, 16>{10, 0, 0, 1}));
+    EXPECT_EQ(first.addresses[0].prefixLength, 24);
+    EXPECT_EQ(first.addresses[1].bytes, (std::array<unsigned char, 16>{0xFE, 0x80}));
+    EXPECT_TRUE(!reading.adapters[1].up && reading.adapters[1].loopback);
+    EXPECT_EQ(reading.adapters[2].description, L"late");
+    EXPECT_FALSE(reading.adapters[2].up);
+}
+
+TEST(LinuxSystem, NoticesChangesAndBadAnswers) {
+    std::string const eth = link(2, IFF_UP, "");
+    std::string const cut = eth.substr(0, eth.size() - 4);
+    std::string tiny = eth;
+    tiny[0] = 8;
+    struct Row {
+        std::deque<Datagram> answers;
+        int error;
+        bool changed;
+    };
+    std::vector<Row> const rows = {
+        {{eth, done, done}, 0, false},
+        {{message(RTM_NEWLINK, "", NLM_F_DUMP_INTR)}, 0, true},
+        {{eth, message(NLMSG_DONE, raw(0), NLM_F_DUMP_INTR)}, 0, true},
+        {{eth, done, address(AF_INET, 8, 3, "") + done}, 0, true}, // an adapter that came in between
+        {{message(NLMSG_ERROR, raw(nlmsgerr{-EOPNOTSUPP, {}}), 0)}, EOPNOTSUPP, false},
+        {{eth, message(NLMSG_DONE, raw(-ENODEV))}, ENODEV, false},
+        {{eth, done, message(NLMSG_ERROR, raw(nlmsgerr{-EACCES, {}}), 0)}, EACCES, false},
+        {{cut}, EBADMSG, false},
+        {{tiny}, EBADMSG, false},
+        {{eth}, ECONNRESET, false},
+    };
+    for (auto const& [answers, error, changed] : rows) {
+        PlayedKernel const kernel(answers);
+        auto const reading = LinuxSystem(kernel).readAdapters();
+        EXPECT_EQ(std::pair(reading.error, reading.changed), std::pair(error, changed));
+    }
+}
+
+} // namespace

@@ -1,0 +1,181 @@
+#include <foundation/network/InetAddress.hpp>
+#include <foundation/network/NetworkInterface.hpp>
+
+#include <foundation/core/except/InternalException.hpp>
+
+#include "OwnNamespace.hpp"
+#include "inet/ResolverContext.hpp"
+
+#include <boost/asio/error.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <netdb.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace foundation::network;
+using namespace std::string_literals;
+using testing::ElementsAre;
+
+// The error code as the library tells it for a result of `getaddrinfo`.
+std::error_code codeOf(int result) {
+    boost::system::error_code code = boost::asio::error::no_recovery;
+    if (result == EAI_NONAME || result == EAI_NODATA || result == EAI_ADDRFAMILY) {
+        code = boost::asio::error::host_not_found;
+    } else if (result == EAI_AGAIN) {
+        code = boost::asio::error::host_not_found_try_again;
+    }
+    return code;
+}
+
+// What `getaddrinfo` gives for a name, called directly: numeric texts, or the failure's text.
+std::vector<std::string> direct(char const* name) {
+    addrinfo hints{};
+    hints.ai_flags = AI_ADDRCONFIG;
+    hints.ai_socktype = SOCK_STREAM;
+    hints.ai_protocol = IPPROTO_TCP;
+    addrinfo* list = nullptr;
+    int const result = getaddrinfo(name, nullptr, &hints, &list);
+    if (result != 0) {
+        return {codeOf(result).message()};
+    }
+    std::vector<std::string> texts;
+    for (auto const* entry = list; entry != nullptr; entry = entry->ai_next) {
+        std::array<char, NI_MAXHOST> text{};
+        getnameinfo(entry->ai_addr, entry->ai_addrlen, text.data(), text.size(), nullptr, 0, NI_NUMERICHOST);
+        texts.emplace_back(text.data());
+    }
+    freeaddrinfo(list);
+    return texts;
+}
+
+using Failure = foundation::core::except::detail::AnonymousInternalException<std::system_error>;
+
+template <class Lookup>
+std::vector<std::string> textsOrFailure(Lookup const& lookup) {
+    try {
+        std::vector<std::string> texts;
+        for (auto const& address : lookup()) {
+            texts.push_back(address.toString());
+        }
+        return texts;
+    } catch (Failure const& e) {
+        EXPECT_EQ(e.what(), e.code().message());
+        EXPECT_EQ(e.code().category(), codeOf(EAI_NONAME).category());
+        return {e.what()};
+    }
+}
+
+// The same by the library, which has to say the same for the first address as for all.
+std::vector<std::string> ours(std::string const& name) {
+    auto const all = textsOrFailure([&name] { return InetAddress::getAllByName(name); });
+    auto const first = textsOrFailure([&name] {
+        auto const address = InetAddress::getByName(name);
+        EXPECT_EQ(address.getHostName(), name);
+        return std::vector{address};
+    });
+    EXPECT_EQ(all.front(), first.front());
+    return all;
+}
+
+TEST(Lookup, OfLocalNamesNeedsNoNetwork) {
+    for (char const* name : {"localhost", "127.0.0.1", "127.1", "::1", "fe80::1%lo", "192.0.2.1"}) {
+        EXPECT_EQ(ours(name), direct(name)) << name;
+    }
+    EXPECT_THAT(ours(""), ElementsAre("Host not found (authoritative)"));
+}
+
+TEST(Lookup, WithoutAUsableEntryIsAFailure) {
+    EXPECT_THROW(ResolverContext::usable({}), Failure);
+}
+
+// Names of our own, known to this thread alone.
+void withHosts(std::function<void()> const& body) {
+    std::string const path = testing::TempDir() + "hosts." + std::to_string(getpid());
+    std::ofstream(path) << "127.0.0.1 localhost\n"
+                           "192.0.2.10 multi.example\n2001:db8::10 multi.example\n192.0.2.11 multi.example\n"
+                           "192.0.2.20 canon.example alias.example\n"
+                           "192.0.2.30 a-name-of-thirty-one-characters\n"
+                           "127.0.1.1 loops xn--bcher-kva\n";
+    inOwnNamespace([&] {
+        ASSERT_EQ(mount(path.c_str(), "/etc/hosts", nullptr, MS_BIND, nullptr), 0);
+        body();
+    });
+    std::remove(path.c_str());
+}
+
+TEST(LookupInNamespace, GoesByTheSystemsOrder) {
+    withHosts([] {
+        ASSERT_EQ(ours("multi.example").size(), 3u);
+        for (auto const& address : InetAddress::getAllByName("multi.example")) {
+            EXPECT_EQ(address.getHostName(), "multi.example");
+        }
+        for (char const* name : {"multi.example", "canon.example", "no-such-name.invalid", "::1"}) {
+            EXPECT_EQ(ours(name), direct(name)) << name;
+        }
+        EXPECT_EQ(InetAddress("192.0.2.11").getHostName(), "multi.example");
+        auto const alias = InetAddress::getByName("alias.example");
+        EXPECT_EQ(alias.getHostName(), "alias.example");
+        EXPECT_EQ(alias.getCanonicalHostName(), "canon.example");
+    });
+}
+
+TEST(LocalHostInNamespace, HasTheMachinesName) {
+    withHosts([] {
+        auto const setName = [](std::string const& name) {
+            ASSERT_EQ(sethostname(name.data(), name.size()), 0);
+        };
+        setName("a-name-of-thirty-one-characters");
+        auto host = InetAddress::getLocalHost();
+        EXPECT_EQ(host.toString(), "192.0.2.30");
+        EXPECT_EQ(host.getHostName(), "a-name-of-thirty-one-characters");
+
+        for (std::size_t const length : {32u, 63u}) {
+            setName(std::string(length, 'n'));
+            try {
+                InetAddress::getLocalHost();
+                ADD_FAILURE();
+            } catch (Failure const& e) {
+                EXPECT_EQ(e.code(), std::error_code(ENAMETOOLONG, std::system_category()));
+                EXPECT_STREQ(e.what(), "Call to GetComputerName failed.: File name too long");
+            }
+        }
+
+        setName("B\303\274cher"); // in its ASCII form among the hosts, as a loopback address
+        EXPECT_EQ(InetAddress::getLocalHost().toString(), "127.0.1.1");
+        ASSERT_EQ(std::system("ip link add v0 type veth peer name v1 &&"
+                              " for v in v0 v1; do ip link set dev $v addrgenmode none up; done &&"
+                              " ip addr add 198.51.100.1/24 dev v1"),
+                  0);
+        host = InetAddress::getLocalHost();
+        EXPECT_EQ(host.toString(), "198.51.100.1");
+        EXPECT_EQ(host.getHostName(), "xn--bcher-kva");
+    });
+}
+
+TEST(Threads, LookUpAndListAtOnce) {
+    std::vector<std::thread> threads;
+    threads.reserve(16);
+    for (int i = 0; i < 16; ++i) {
+        threads.emplace_back([i] {
+            for (int round = 0; round < 20; ++round) {
+                if (i % 2 == 0) {
+                    EXPECT_TRUE(InetAddress::getByName("localhost").isLoopback());
+                    EXPECT_FALSE(InetAddress("127.0.0.1").getHostName().empty());
+                } else {
+                    EXPECT_LE(NetworkInterface::list().size(), NetworkInterface::listAll().size());
+                }
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+}
+
+} // namespace
