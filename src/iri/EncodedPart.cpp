@@ -64,11 +64,11 @@ void EncodedPart<String>::set(String text, Form form) {
 }
 
 template <class String>
-void EncodedPart<String>::setSlice(std::size_t at, std::size_t size) noexcept {
+void EncodedPart<String>::setSlice(std::size_t at, std::size_t size, Form form) noexcept {
     begin = at;
     length = size;
-    states[index(Form::iri)].store(slice, std::memory_order_relaxed);
-    source = Form::iri;
+    states[index(form)].store(slice, std::memory_order_relaxed);
+    source = form;
     present = true;
 }
 

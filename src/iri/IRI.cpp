@@ -5,6 +5,7 @@
 #include "platform/TextConverters.hpp"
 
 #include <ostream>
+#include <utility>
 
 namespace foundation::network {
 
@@ -16,6 +17,16 @@ IRI::IRI(IRI&& other) noexcept = default;
 IRI& IRI::operator=(IRI const& other) = default;
 IRI& IRI::operator=(IRI&& other) noexcept = default;
 IRI::~IRI() = default;
+
+IRI::IRI(iri::detail::TemplateIRI<std::u32string>&& finished) noexcept : value(std::move(finished)) {}
+
+IRI IRI::resolveAgainst(IRI const& base) const {
+    return IRI(value.doResolve(base.value));
+}
+
+IRI IRI::makeRelativeTo(IRI const& base) const {
+    return IRI(value.doRelativise(base.value));
+}
 
 void IRI::toArgs(IRIArgs& args) const {
     value.toArgs(args);

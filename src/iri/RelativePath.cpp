@@ -1,9 +1,58 @@
 #include "iri/RelativePath.hpp"
 
+#include "iri/grammar/PathSplitter.hpp"
+
+#include <algorithm>
+
 namespace foundation::network::iri {
 
+namespace {
+
+bool isDot(std::u32string_view name) {
+    return name == U".";
+}
+bool isDotDot(std::u32string_view name) {
+    return name == U"..";
+}
+
+bool beginsWithSlash(std::u32string_view path) {
+    return !path.empty() && path.front() == U'/';
+}
+
+// RFC 3986, section 5.2.4, on a text.
+std::u32string removeDotSegmentsOfText(std::u32string_view input) {
+    std::u32string output;
+    output.reserve(input.size());
+    auto const beginsWith = [&input](std::u32string_view prefix) {
+        return input.substr(0, prefix.size()) == prefix;
+    };
+    while (!input.empty()) {
+        if (beginsWith(U"../")) { // A
+            input.remove_prefix(3);
+        } else if (beginsWith(U"./")) { // A
+            input.remove_prefix(2);
+        } else if (beginsWith(U"/./")) { // B
+            input.remove_prefix(2);
+        } else if (input == U"/.") { // B
+            input = U"/";
+        } else if (beginsWith(U"/../") || input == U"/..") { // C
+            input = input.size() == 3 ? std::u32string_view(U"/") : input.substr(3);
+            std::size_t const last = output.rfind(U'/');
+            output.resize(last == std::u32string::npos ? 0 : last);
+        } else if (input == U"." || input == U"..") { // D
+            input = {};
+        } else { // E
+            std::size_t const end = std::min(input.find(U'/', 1), input.size());
+            output.append(input.substr(0, end));
+            input.remove_prefix(end);
+        }
+    }
+    return output;
+}
+
+} // namespace
+
 bool hasRelativePathSegments(std::u32string_view path) noexcept {
-    // Few paths hold a dot behind a slash at all: only those are looked at more closely.
     for (std::size_t at = 0; at < path.size();) {
         if (path[at] == U'.') {
             std::size_t end = at + 1;
@@ -21,6 +70,137 @@ bool hasRelativePathSegments(std::u32string_view path) noexcept {
         ++at;
     }
     return false;
+}
+
+bool canBeSplit(std::u32string_view path) noexcept {
+    return path.find(U"//") == std::u32string_view::npos;
+}
+
+PathComponents componentsOf(std::u32string_view path) {
+    std::vector<std::u32string_view> elements;
+    grammar::splitPath(path, elements);
+    PathComponents components;
+    components.reserve(elements.size() + 1); // room for what is appended behind them
+    for (auto const& element : elements) {
+        bool const slash = beginsWithSlash(element);
+        components.push_back({slash, element.substr(slash ? 1 : 0)});
+    }
+    return components;
+}
+
+std::u32string joined(PathComponents const& components) {
+    std::size_t length = 0;
+    for (auto const& component : components) {
+        length += component.name.size() + 1;
+    }
+    std::u32string path;
+    path.reserve(length);
+    for (auto const& component : components) {
+        path.append(component.slash ? 1 : 0, U'/').append(component.name);
+    }
+    return path;
+}
+
+void removeDotSegments(PathComponents input, PathComponents& output) {
+    for (std::size_t front = 0; front != input.size();) {
+        auto& component = input[front];
+        bool const dot = isDot(component.name);
+        bool const last = front + 1 == input.size();
+        if (!dot && !isDotDot(component.name)) { // E
+            output.push_back(component);
+            ++front;
+        } else if (!component.slash) { // A, D
+            ++front;
+            if (!last) {
+                input[front].slash = false;
+            }
+        } else { // B, C
+            if (last) {
+                component.name = {};
+            } else {
+                ++front;
+            }
+            if (!dot && !output.empty()) {
+                output.pop_back();
+            }
+        }
+    }
+}
+
+void appendPathComponents(std::u32string_view path, PathComponents& components, bool absolute,
+                          bool removeDots) {
+    PathComponent const slash{true, {}};
+    if (!removeDots) {
+        bool const rootless = !path.empty() && !beginsWithSlash(path);
+        if (rootless && !components.empty() && !components.back().isSlash()) {
+            components.push_back(slash);
+        }
+        components.push_back({false, path});
+        return;
+    }
+    bool const dot = path == U"." || path == U"./";
+    bool const dotDot = path == U".." || path == U"../";
+    if (dot || dotDot) {
+        bool const onlyRoot = components.size() == 1 && components.front().isSlash();
+        if (components.empty() || onlyRoot) {
+            return;
+        }
+        if (components.back().isSlash()) {
+            components.pop_back();
+        }
+        if (dotDot && !components.empty()) {
+            components.pop_back();
+        }
+        components.push_back(slash);
+        return;
+    }
+    bool const relativeStart = components.empty() || !components.front().slash;
+    PathComponents input = std::move(components);
+    PathComponents appended = componentsOf(path);
+    if (!input.empty() && !appended.empty() && !appended.front().slash) {
+        // One slash stands between the two: a final one of the list, or one put in.
+        appended.front().slash = true;
+        if (input.back().isSlash()) {
+            input.pop_back();
+        }
+    }
+    input.insert(input.end(), appended.begin(), appended.end());
+    components.clear();
+    removeDotSegments(std::move(input), components);
+    if (absolute) {
+        if (components.empty()) {
+            components.push_back(slash);
+        }
+        components.front().slash = true;
+    } else if (relativeStart && !components.empty()) {
+        components.front().slash = false;
+    }
+}
+
+std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute) {
+    if (!hasRelativePathSegments(path)) {
+        return std::u32string(path);
+    }
+    if (!canBeSplit(path)) {
+        return mergeAsTexts({}, path, absolute);
+    }
+    PathComponents components;
+    appendPathComponents(path, components, absolute, true);
+    return joined(components);
+}
+
+std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute) {
+    std::u32string merged(base.substr(0, base.rfind(U'/') + 1)); // nothing where there is no slash
+    merged.append(reference);
+    std::u32string result = removeDotSegmentsOfText(merged);
+    if (absolute) {
+        if (!beginsWithSlash(result)) {
+            result.insert(result.begin(), U'/');
+        }
+    } else if (!beginsWithSlash(base) && !beginsWithSlash(reference) && beginsWithSlash(result)) {
+        result.erase(result.begin());
+    }
+    return result;
 }
 
 } // namespace foundation::network::iri

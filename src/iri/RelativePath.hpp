@@ -2,11 +2,56 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
-/// Algorithms on the text of a path that know nothing of the value around it.
+/// Algorithms on the text of a path that know nothing of the value around it. All are linear.
+///
+/// They work on components, cut by `splitPath`. A path that holds "//" is not cut: its empty segments would
+/// be lost. Such paths go by RFC 3986, section 5.2.4, as whole texts.
 namespace foundation::network::iri {
 
-/// Whether a segment of `path`, between slashes or at either end, is exactly "." or "..". Linear.
+/// A component of a path: what stands behind a "/", or at the start of a path without one. The name is a view
+/// of the path that it was cut from; only that of a path taken as a whole holds slashes.
+struct PathComponent {
+    bool slash;
+    std::u32string_view name;
+
+    [[nodiscard]] bool isSlash() const { return slash && name.empty(); }
+    friend bool operator==(PathComponent const& left, PathComponent const& right) {
+        return left.slash == right.slash && left.name == right.name;
+    }
+};
+using PathComponents = std::vector<PathComponent>;
+
+/// Whether a segment of `path`, between slashes or at either end, is exactly "." or "..".
 bool hasRelativePathSegments(std::u32string_view path) noexcept;
+
+/// Whether `path` has no empty segment but, possibly, a last one.
+bool canBeSplit(std::u32string_view path) noexcept;
+
+/// The components of a path; none for an empty one. The path must be one that can be split.
+PathComponents componentsOf(std::u32string_view path);
+
+/// The components one after the other.
+std::u32string joined(PathComponents const& components);
+
+/// Appends `path`, as one component, or, with `removeDots`, component by component and without dot segments.
+/// With `removeDots` the path must be one that can be split.
+///
+/// `absolute`: the result of removing dots begins with "/". If it is false, a result that came from a
+/// relative start loses the "/" that the removal left in front.
+void appendPathComponents(std::u32string_view path, PathComponents& components, bool absolute,
+                          bool removeDots);
+
+/// Removes dot segments of `input` by the steps of RFC 3986, section 5.2.4, and appends the rest to `output`.
+void removeDotSegments(PathComponents input, PathComponents& output);
+
+/// The path without its dot segments, absolute as told at `appendPathComponents`.
+std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute);
+
+/// The two paths merged and their dot segments removed, by RFC 3986, sections 5.2.3 and 5.2.4, on whole
+/// texts. `absolute`: the result begins with "/". If it is false and neither path begins with "/", nor does
+/// the result.
+std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute);
 
 } // namespace foundation::network::iri

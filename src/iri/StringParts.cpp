@@ -90,9 +90,10 @@ void StringParts<String>::set(Part part, String text, Encoding const& encoding) 
 }
 
 template <class String>
-void StringParts<String>::setSlice(Part part, std::size_t begin, std::size_t size) noexcept {
+void StringParts<String>::setSlice(Part part, std::size_t begin, std::size_t size,
+                                   Encoding const& encoding) noexcept {
     empty = empty && part == Part::path && size == 0;
-    at(part).setSlice(begin, size);
+    at(part).setSlice(begin, size, formOf(encoding));
 }
 
 template <class String>
@@ -121,6 +122,11 @@ void StringParts<String>::setFragment(String text, Encoding const& encoding) {
 template <class String>
 void StringParts<String>::setQuery(String text, Encoding const& encoding, bool formEncoded) {
     set(Part::query, std::move(text), encoding);
+    setFormEncoded(formEncoded);
+}
+
+template <class String>
+void StringParts<String>::setFormEncoded(bool formEncoded) noexcept {
     PartContext context;
     context.formEncoded = formEncoded;
     at(Part::query).setContext(context);

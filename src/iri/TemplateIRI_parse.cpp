@@ -34,7 +34,7 @@ template <class String>
 void TemplateIRI<String>::parse() {
     flags.textCurrent = true;
     if (sourceText().empty()) {
-        parts.setSlice(Part::path, 0, 0);
+        parts.setSlice(Part::path, 0, 0, Encoding::Iri);
         return;
     }
     flags.empty = false;
@@ -86,7 +86,8 @@ void TemplateIRI<String>::setPartFlags(Parts<Iterator> const& found) {
 template <class String>
 void TemplateIRI<String>::setStringParts(Parts<Iterator> const& found) {
     auto const set = [this](Part part, Range const& range) {
-        parts.setSlice(part, static_cast<std::size_t>(range.begin() - sourceText().begin()), range.size());
+        parts.setSlice(part, static_cast<std::size_t>(range.begin() - sourceText().begin()), range.size(),
+                       Encoding::Iri);
     };
     set(Part::path, pathRange(found));
     if (flags.hasUserInfo) {

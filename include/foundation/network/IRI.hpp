@@ -161,8 +161,38 @@ public:
     /// for an empty value. The first call is linear, later ones read it. The same on every machine.
     std::uint64_t hashValue() const { return value.hashValue(); }
 
+    /// The target of this reference, seen from `base` (RFC 3986, section 5.2). Neither needs to be absolute;
+    /// an empty reference gives the base without its fragment.
+    ///
+    ///     IRI(u"../c?d").resolveAgainst(IRI(u"http://h/a/b#f"))   // http://h/c?d
+    ///
+    /// What it gives, printed and parsed again, has the same parts; for that a path that begins with "//"
+    /// beside no host gets "/." in front. Differences from the RFC: the path is merged decoded, so a "%2F" in
+    /// it becomes "/"; a reference against a base with an authority and an empty path keeps its dot segments;
+    /// the base's dot segments are removed before its last segment is dropped.
+    ///
+    /// Throws the `std::out_of_range` of the family with "Invalid UTF-8 sequence encountered while trying to
+    /// encode UTF-32 character" for a path that it needs and that cannot be decoded. Linear.
+    IRI resolveAgainst(IRI const& base) const;
+
+    /// A reference that, resolved against `base`, gives this IRI again, with as little of it as the steps
+    /// allow.
+    ///
+    ///     IRI(u"http://h/a/c#f").makeRelativeTo(IRI(u"http://h/a/b"))   // c#f
+    ///
+    /// Where nothing is shared it is this IRI whole; for the same IRI it is empty but for the fragment.
+    ///
+    /// Throws the `std::logic_error` of the family, in this order: "Cannot make relative to base. Already
+    /// relative" for a path that is not absolute while the base's is; "Cannot make relative. Base is
+    /// relative" the other way round; "Cannot make relative to base as base has scheme but this does not";
+    /// the same with "authority", "path" and "query". Throws as `resolveAgainst` for a part that cannot be
+    /// decoded, where the result depends on it. Linear.
+    IRI makeRelativeTo(IRI const& base) const;
+
 private:
     friend struct IRITextLess;
+
+    explicit IRI(iri::detail::TemplateIRI<std::u32string>&& finished) noexcept;
 
     iri::detail::TemplateIRI<std::u32string> value;
 };

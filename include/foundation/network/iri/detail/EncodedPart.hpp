@@ -77,8 +77,8 @@ public:
 
     /// Sets an own text. Strong guarantee.
     void set(String text, Form form);
-    /// Sets a slice of the owner's text, in the Iri form. The part must be absent.
-    void setSlice(std::size_t at, std::size_t size) noexcept;
+    /// Sets a slice of the owner's text. The part must be absent.
+    void setSlice(std::size_t at, std::size_t size, Form form) noexcept;
 
     /// Changes what the conversions depend on, and forgets all forms but the one that was set.
     void setContext(PartContext const& changed) noexcept;

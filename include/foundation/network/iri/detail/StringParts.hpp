@@ -80,9 +80,11 @@ public:
     void adoptSource(String text) noexcept;
     /// The adopted text, empty where there is none.
     String const& getSource() const noexcept { return owner; }
-    /// Makes an absent part a slice of the adopted text, in the Iri form. `setSchemePresent`, called behind
-    /// the last of them, tells the path what stands before it.
-    void setSlice(Part part, std::size_t at, std::size_t size) noexcept;
+    /// Makes an absent part a slice of the adopted text. `setSchemePresent`, called behind the last of them,
+    /// tells the path what stands before it.
+    void setSlice(Part part, std::size_t at, std::size_t size, Encoding const& encoding) noexcept;
+    /// Marks the query, if there is one, as form-encoded or not.
+    void setFormEncoded(bool formEncoded) noexcept;
     /// As the getter of `part`, without the need for a string.
     View view(Part part, Encoding const& encoding) const;
     /// As the `stored...` accessor of `part`, without the need for a string.

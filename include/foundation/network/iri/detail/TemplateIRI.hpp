@@ -95,6 +95,9 @@ public:
 
     void toArgs(ArgsBase<String>& args) const;
 
+    TemplateIRI doResolve(TemplateIRI const& base) const;
+    TemplateIRI doRelativise(TemplateIRI const& base) const;
+
     bool operator==(TemplateIRI const& other) const;
     bool operator!=(TemplateIRI const& other) const { return !(*this == other); }
     bool operator<(TemplateIRI const& other) const;
@@ -155,6 +158,18 @@ private:
     void setArgsFragment(ArgsBase<String>& args) const;
     /// Works out the flags that follow from the others, once all parts of a new value are set.
     void close();
+
+    class Draft;
+    View rawPath() const;
+    void resolvePath(TemplateIRI const& base, Draft& draft) const;
+    String mergedPath(TemplateIRI const& base) const;
+    String withoutDotSegments(bool absolute) const;
+    TemplateIRI wholeInto(Draft& draft, bool withScheme) const;
+    bool isSameAs(TemplateIRI const& base) const;
+    bool hasSameAuthority(TemplateIRI const& base) const;
+    bool hasSameRaw(Part part, TemplateIRI const& base) const;
+    String getRelativePath(TemplateIRI const& base) const;
+    String getMinimalRelativePath() const;
 
     void generateHash() const;
 

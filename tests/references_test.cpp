@@ -1,0 +1,368 @@
+#include <foundation/network/IRI.hpp>
+#include <foundation/network/IRIArgs.hpp>
+
+#include "support/Generator.hpp"
+#include "support/Iris.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+using foundation::network::IRIArgs;
+using support::Encoding;
+using support::IRI;
+using support::show;
+using support::thrown;
+using Text = std::u16string;
+constexpr auto Iri = Encoding::Iri;
+
+Text resolved(Text const& reference, Text const& base) {
+    return IRI(reference).resolveAgainst(IRI(base)).toString(false);
+}
+Text relative(Text const& iri, Text const& base) {
+    return IRI(iri).makeRelativeTo(IRI(base)).toString(false);
+}
+
+TEST(Resolve, GivesTheExamplesOfRfc3986) {
+    struct Row {
+        Text reference, target;
+    };
+    // clang-format off
+    Row const rows[] = { // section 5.4.1
+        {u"g:h", u"g:h"}, {u"g", u"http://a/b/c/g"}, {u"./g", u"http://a/b/c/g"}, {u"g/", u"http://a/b/c/g/"},
+        {u"/g", u"http://a/g"}, {u"//g", u"http://g"}, {u"?y", u"http://a/b/c/d;p?y"}, {u"g?y", u"http://a/b/c/g?y"},
+        {u"#s", u"http://a/b/c/d;p?q#s"}, {u"g#s", u"http://a/b/c/g#s"}, {u"g?y#s", u"http://a/b/c/g?y#s"},
+        {u";x", u"http://a/b/c/;x"}, {u"g;x", u"http://a/b/c/g;x"}, {u"g;x?y#s", u"http://a/b/c/g;x?y#s"},
+        {u"", u"http://a/b/c/d;p?q"}, {u".", u"http://a/b/c/"}, {u"./", u"http://a/b/c/"}, {u"..", u"http://a/b/"},
+        {u"../", u"http://a/b/"}, {u"../g", u"http://a/b/g"}, {u"../..", u"http://a/"}, {u"../../", u"http://a/"},
+        {u"../../g", u"http://a/g"},
+        // section 5.4.2
+        {u"../../../g", u"http://a/g"}, {u"../../../../g", u"http://a/g"}, {u"/./g", u"http://a/g"}, {u"/../g", u"http://a/g"},
+        {u"g.", u"http://a/b/c/g."}, {u".g", u"http://a/b/c/.g"}, {u"g..", u"http://a/b/c/g.."}, {u"..g", u"http://a/b/c/..g"},
+        {u"./../g", u"http://a/b/g"}, {u"./g/.", u"http://a/b/c/g/"}, {u"g/./h", u"http://a/b/c/g/h"},
+        {u"g/../h", u"http://a/b/c/h"}, {u"g;x=1/./y", u"http://a/b/c/g;x=1/y"}, {u"g;x=1/../y", u"http://a/b/c/y"},
+        {u"g?y/./x", u"http://a/b/c/g?y/./x"}, {u"g?y/../x", u"http://a/b/c/g?y/../x"}, {u"g#s/./x", u"http://a/b/c/g#s/./x"},
+        {u"g#s/../x", u"http://a/b/c/g#s/../x"}, {u"http:g", u"http:g"}};
+    // clang-format on
+    int rowsRun = 0;
+    for (auto const& row : rows) {
+        EXPECT_EQ(resolved(row.reference, u"http://a/b/c/d;p?q"), row.target) << show(row.reference);
+        ++rowsRun;
+    }
+    EXPECT_EQ(rowsRun, 42);
+}
+
+// RFC 3986, section 5.2, on the texts of components: slow, plain, and to the letter.
+struct Components {
+    std::optional<Text> scheme, authority, query, fragment;
+    Text path;
+
+    static Components of(IRI const& iri) {
+        Components parts;
+        parts.scheme = iri.hasScheme() ? std::optional(iri.getScheme()) : std::nullopt;
+        parts.authority = iri.hasAuthority() ? std::optional(iri.getAuthority(Iri)) : std::nullopt;
+        parts.path = iri.hasScheme() || iri.hasAuthority() || !iri.isEmpty() ? iri.getPath(Iri) : u"";
+        parts.query = iri.hasQuery() ? std::optional(iri.getQuery(Iri)) : std::nullopt;
+        parts.fragment = iri.hasFragment() ? std::optional(iri.getFragment(Iri)) : std::nullopt;
+        return parts;
+    }
+    Text text() const { // section 5.3
+        return (scheme ? *scheme + u":" : u"") + (authority ? u"//" + *authority : u"") + path +
+               (query ? u"?" + *query : u"") + (fragment ? u"#" + *fragment : u"");
+    }
+};
+
+Text removeDotSegments(Text input) { // section 5.2.4
+    Text output;
+    auto const drop = [&input](Text const& prefix, Text const& by) {
+        bool const fits = input.compare(0, prefix.size(), prefix) == 0;
+        input = fits ? by + input.substr(prefix.size()) : input;
+        return fits;
+    };
+    while (!input.empty()) {
+        if (drop(u"../", u"") || drop(u"./", u"") || drop(u"/./", u"/")) {
+            continue;
+        }
+        if (input == u"/.") {
+            input = u"/";
+        } else if (bool const last = input == u"/.."; last || drop(u"/../", u"/")) {
+            input = last ? u"/" : input;
+            output.erase(output.rfind(u'/') == Text::npos ? 0 : output.rfind(u'/'));
+        } else if (input == u"." || input == u"..") {
+            input.clear();
+        } else {
+            output += input.substr(0, input.find(u'/', 1));
+            input.erase(0, std::min(input.find(u'/', 1), input.size()));
+        }
+    }
+    return output;
+}
+
+Components byRfc(Components const& reference, Components const& base) { // section 5.2.2
+    Components target = reference;
+    if (reference.scheme || reference.authority) {
+        target.path = removeDotSegments(reference.path);
+    } else {
+        target.authority = base.authority;
+        if (reference.path.empty()) {
+            target.path = base.path;
+            target.query = reference.query ? reference.query : base.query;
+        } else if (reference.path[0] == u'/') {
+            target.path = removeDotSegments(reference.path);
+        } else {
+            bool const root = base.authority && base.path.empty();
+            Text const merged = root ? u"/" : base.path.substr(0, base.path.rfind(u'/') + 1);
+            target.path = removeDotSegments(merged + reference.path);
+        }
+    }
+    target.scheme = reference.scheme ? reference.scheme : base.scheme;
+    return target;
+}
+
+bool hasDots(Text const& path) {
+    Text const framed = u"/" + path + u"/";
+    return framed.find(u"/./") != Text::npos || framed.find(u"/../") != Text::npos;
+}
+bool begins(Text const& text, Text const& prefix) {
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
+
+// Where a resolution is by design not that of the RFC.
+struct Difference {
+    char const* reason;
+    bool (*applies)(Components const& reference, Components const& base, Components const& target);
+};
+bool isRelativePath(Components const& r) {
+    return !r.scheme && !r.authority && !r.path.empty() && r.path[0] != u'/';
+}
+constexpr Difference differences[] = {
+    {"an escape in a path is decoded, and encoded again",
+     [](auto const& r, auto const& b, auto const&) { return (r.path + b.path).find(u'%') != Text::npos; }},
+    {"the reference stands behind an empty path of a base with an authority, dots included",
+     [](auto const& r, auto const& b, auto const&) {
+         return isRelativePath(r) && b.authority && b.path.empty() && hasDots(r.path);
+     }},
+    {"the base's dot segments go before its last segment",
+     [](auto const& r, auto const& b, auto const&) { return isRelativePath(r) && hasDots(b.path); }},
+    {"a rootless path stays rootless, or an absolute base makes it absolute",
+     [](auto const& r, auto const& b, auto const&) {
+         return (hasDots(r.path) || hasDots(b.path)) && !begins(r.path, u"/") &&
+                (r.scheme || !begins(b.path, u"/"));
+     }},
+    {"no host from nowhere: /. before //",
+     [](auto const&, auto const&, auto const& t) { return !t.authority && begins(t.path, u"//"); }},
+    {"no scheme from nowhere: %3A for a colon in the first segment",
+     [](auto const&, auto const&, auto const& t) {
+         return !t.scheme && !t.authority && t.path.substr(0, t.path.find(u'/')).find(u':') != Text::npos;
+     }},
+};
+
+// References and bases: small alphabets, so that segments meet, and much of what makes trouble.
+Text randomReference(support::Generator& generator) {
+    static constexpr char16_t const* segments[] = {u"a",   u"b",   u"a",      u"b",      u"c",   u".",
+                                                   u"..",  u".",   u"..",     u"",       u"...", u"a:b",
+                                                   u"%2F", u"%2e", u"\u00E9", u"%C3%A9", u"%"};
+    Text text = generator.chance(50) ? generator.chance(70) ? u"x:" : u"y:" : u"";
+    text += generator.chance(50) ? generator.chance(70) ? u"//h" : u"//u@g:8" : u"";
+    bool const plain = generator.chance(70);
+    for (std::size_t count = generator.below(6), i = 0; i != count; ++i) {
+        text += i != 0 || generator.chance(70) ? u"/" : u"";
+        text += segments[generator.below(plain ? 9 : std::size(segments))];
+    }
+    text += generator.chance(30) ? generator.chance(50) ? u"?q" : u"?p" : u"";
+    return text + (generator.chance(20) ? u"#f" : u"");
+}
+
+// Every result has a text that reads as the same parts again.
+void readsAgain(IRI const& result) {
+    IRI const again(result.toString(false));
+    ASSERT_EQ(Components::of(again).text(), Components::of(result).text());
+    ASSERT_EQ(again.hasHost(), result.hasHost());
+    ASSERT_EQ(again.hasScheme(), result.hasScheme());
+    ASSERT_EQ(Components::of(again).path, Components::of(result).path);
+    ASSERT_TRUE(again == result);
+    ASSERT_EQ(again.hashValue(), result.hashValue());
+}
+
+TEST(Resolve, AgreesWithTheRfcButForTheNamedDifferences) {
+    support::Generator generator(21);
+    int same = 0;
+    int different[std::size(differences)] = {};
+    for (int round = 0; round < 200000; ++round) {
+        auto const reference = support::parsed(randomReference(generator));
+        auto const base = support::parsed(randomReference(generator));
+        if (!reference || !base) {
+            continue;
+        }
+        SCOPED_TRACE(show(reference->toString(false)) + " against " + show(base->toString(false)));
+        IRI const result = reference->resolveAgainst(*base);
+        ASSERT_NO_FATAL_FAILURE(readsAgain(result));
+        Components const r = Components::of(*reference);
+        Components const b = Components::of(*base);
+        Components const target = byRfc(r, b);
+        bool known = false;
+        for (std::size_t i = 0; i != std::size(differences); ++i) {
+            bool const applies = differences[i].applies(r, b, target);
+            known = known || applies;
+            different[i] += applies && result.toString(false) != target.text();
+        }
+        if (!known) {
+            ++same;
+            ASSERT_EQ(result.toString(false), target.text());
+        }
+    }
+    EXPECT_GT(same, 100000);
+    for (std::size_t i = 0; i != std::size(differences); ++i) {
+        EXPECT_GT(different[i], 0) << differences[i].reason;
+    }
+}
+
+TEST(Resolve, DiffersFromTheRfcAsDocumented) {
+    struct Row {
+        Text reference, base, target;
+    };
+    Row const rows[] = {
+        {u"y/../z", u"x://a", u"x://a/y/../z"},
+        {u"a%2Fb/c", u"x:/d/e", u"x:/d/a/b/c"},
+        {u"p:a/./b", u"x:y", u"p:a/b"},
+        {u"p:a/./b", u"x:/y", u"p:/a/b"},
+        {u"a", u"mailto:x", u"mailto:a"},
+        {u"c/../d", u"http://h/a", u"http://h/d"},
+        {u"c/..", u"http://h/a", u"http://h/"},
+        {u"g", u"http://h/a/b/..", u"http://h/a/g"},
+        {u"/.//d", u"x:", u"x:/.//d"},
+        {u"..", u"a/b", u"/"},
+        {u"a:b", u"", u"a:b"},
+        {u"./a:b", u"", u"a%3Ab"},
+        {u"x:%2Fa", u"", u"x:/a"},
+        {u"#", u"http://h/a?q#f", u"http://h/a?q#"},
+        {u"", u"http://h/b#f", u"http://h/b"},
+        {u"", u"#f", u""},
+        {u"a/..//b", u"c", u"/b"},
+    };
+    for (auto const& row : rows) {
+        EXPECT_EQ(resolved(row.reference, row.base), row.target)
+            << show(row.reference) << " against " << show(row.base);
+    }
+    EXPECT_TRUE(IRI(u"x:%2Fa").resolveAgainst(IRI()).isOpaque());
+    EXPECT_TRUE(IRI(u"").resolveAgainst(IRI(u"#f")).isEmpty());
+    EXPECT_EQ(IRI(u"a").resolveAgainst(IRI()).toString(false), u"a");
+    EXPECT_EQ(IRI().resolveAgainst(IRI()).getPath(Iri), u"");
+    EXPECT_EQ(thrown<std::out_of_range>([] { (void)IRI(u"%C0%AF").resolveAgainst(IRI(u"x:")); }),
+              "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
+    // Parts go over in the form in which they were stored, a form-encoded query with its mark.
+    IRI const form(IRIArgs().setPath(u"p").appendQueryKeyValuePair(u"a", u"b c=", false, false));
+    EXPECT_EQ(form.resolveAgainst(IRI(u"x://u%41@h%41/")).toString(false), u"x://u%41@h%41/p?a=b+c%3D");
+    EXPECT_EQ(form.resolveAgainst(IRI(u"x:")).getQuery(Encoding::Raw), form.getQuery(Encoding::Raw));
+}
+
+TEST(Relativise, GivesWhatIsDocumented) {
+    struct Row {
+        Text iri, base, reference;
+    };
+    Row const rows[] = {
+        {u"http://a/b/c", u"http://a/b/c", u""},
+        {u"http://a/b/c#f", u"http://a/b/c", u"#f"},
+        {u"http://a/b/c", u"http://a/b/d", u"c"},
+        {u"http://a/b/c/d", u"http://a/b/e", u"c/d"},
+        {u"http://a/b", u"http://a/c/d", u"../b"},
+        {u"http://a/x/y", u"http://a/x/p/q", u"../y"},
+        {u"http://a/x/y", u"http://a/x/p/q/r", u"../../y"},
+        {u"http://a/x/y", u"http://a/x/p/", u"../y"},
+        {u"http://a/x", u"http://a/", u"x"},
+        {u"http://a/", u"http://a/x", u"."},
+        {u"http://a/b", u"http://a", u"/b"},
+        {u"http://a/b", u"http://a/b?q", u"./b"},
+        {u"http://a/b/", u"http://a/b/?q", u"."},
+        {u"http://a/c/../b", u"http://a/b?q", u"./b"},
+        {u"x:b", u"x:b?q", u"./b"},
+        {u"http://a/b?q", u"http://a/b?q#f", u""},
+        {u"http://a/b?x", u"http://a/b?y", u"?x"},
+        {u"http://a?q", u"http://a/b", u"//a?q"},
+        {u"http://a?q", u"http://a/b?q", u"//a?q"},
+        {u"x:y", u"http://a", u"x:y"},
+        {u"http://h/p", u"http://g/p", u"//h/p"},
+        {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
+        {u"x:/p", u"x://a/p", u"x:/p"},
+        {u"http://a//b", u"http://a/c", u"/.//b"},
+        {u"http://a/%C0%AF/b", u"http://a/%C0%AF/c", u"b"},
+        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"},
+        {u"/a:b", u"/c", u"a%3Ab"},
+    };
+    for (auto const& row : rows) {
+        EXPECT_EQ(relative(row.iri, row.base), row.reference) << show(row.iri) << " from " << show(row.base);
+    }
+}
+
+TEST(Relativise, RefusesInItsOrder) {
+    auto const refusal = [](Text const& iri, Text const& base) {
+        return thrown<std::logic_error>([&] { (void)relative(iri, base); });
+    };
+    EXPECT_EQ(refusal(u"a/b", u"http://x/y"), "Cannot make relative to base. Already relative");
+    EXPECT_EQ(refusal(u"/a", u"b"), "Cannot make relative. Base is relative");
+    EXPECT_EQ(refusal(u"/a/b", u"http://x/y"),
+              "Cannot make relative to base as base has scheme but this does not");
+    EXPECT_EQ(refusal(u"/x", u"//a"), "Cannot make relative to base as base has authority but this does not");
+    EXPECT_EQ(refusal(u"?q", u"/b"), "Cannot make relative to base as base has path but this does not");
+    EXPECT_EQ(refusal(u"#f", u"?q"), "Cannot make relative to base as base has query but this does not");
+}
+
+// Why what a reference gives back can differ from the target.
+struct Loss {
+    char const* reason;
+    bool (*applies)(Components const& iri, Components const& base);
+};
+constexpr Loss losses[] = {
+    {"the target's own dot segments are removed",
+     [](auto const& iri, auto const&) { return hasDots(iri.path); }},
+    {"the base's dot segments stay where its path is taken over, or go before its last segment",
+     [](auto const&, auto const& base) { return hasDots(base.path); }},
+    {"escapes in a path are decoded, and encoded again",
+     [](auto const& iri, auto const& base) { return (iri.path + base.path).find(u'%') != Text::npos; }},
+    {"an authority that reads like the base's comes back with the escapes of the base",
+     [](auto const& iri, auto const& base) {
+         return (iri.authority.value_or(u"") + base.authority.value_or(u"")).find(u'%') != Text::npos;
+     }},
+    {"a path that begins with // keeps the /. that a reference without a host needs before it",
+     [](auto const& iri, auto const&) { return begins(iri.path, u"//"); }},
+};
+
+TEST(Relativise, ResolvingGivesTheTargetBackButForTheNamedLosses) {
+    support::Generator generator(22);
+    int held = 0;
+    int lost[std::size(losses)] = {};
+    for (int round = 0; round < 200000; ++round) {
+        auto const iri = support::parsed(randomReference(generator));
+        auto const base = support::parsed(randomReference(generator));
+        std::optional<IRI> reference;
+        try {
+            reference = iri && base ? std::optional(iri->makeRelativeTo(*base)) : std::nullopt;
+        } catch (std::logic_error const&) {
+        }
+        if (!reference) {
+            continue;
+        }
+        SCOPED_TRACE(show(iri->toString(false)) + " from " + show(base->toString(false)));
+        ASSERT_NO_FATAL_FAILURE(readsAgain(*reference));
+        IRI const back = reference->resolveAgainst(*base);
+        bool known = false;
+        for (std::size_t i = 0; i != std::size(losses); ++i) {
+            bool const applies = losses[i].applies(Components::of(*iri), Components::of(*base));
+            known = known || applies;
+            lost[i] += applies && back != *iri;
+        }
+        if (!known) {
+            ++held;
+            ASSERT_EQ(back.toString(false), iri->toString(false));
+        }
+    }
+    EXPECT_GT(held, 20000);
+    for (std::size_t i = 0; i != std::size(losses); ++i) {
+        EXPECT_GT(lost[i], 0) << losses[i].reason;
+    }
+}
+
+} // namespace
