@@ -359,7 +359,7 @@ TEST(Relativise, ResolvingGivesTheTargetBackButForTheNamedLosses) {
             ASSERT_EQ(back.toString(false), iri->toString(false));
         }
     }
-    EXPECT_GT(held, 20000);
+    EXPECT_GT(held, 10000);
     for (std::size_t i = 0; i != std::size(losses); ++i) {
         EXPECT_GT(lost[i], 0) << losses[i].reason;
     }
