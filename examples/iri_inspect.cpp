@@ -10,6 +10,7 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +26,7 @@ Take IRIs (RFC 3987) apart and show their components.
   -f, --file FILE   read IRIs from FILE, a line each, UTF-8; - is standard input;
                     may be given several times
       --forms       show each part in all of its forms, side by side
+      --base IRI    resolve each line against IRI, and show the way back
       --json        print one JSON object a line
       --quiet       print counts and refusals only
       --help        show this help
@@ -36,6 +38,7 @@ was taken, 1 if one was refused, 2 if the command line or a file was at fault.
 Examples:
   iri_inspect 'http://jo@example.org:8080/a%20b?q=1#top'
   iri_inspect --forms 'http://bücher.example/straße?q=50%'
+  iri_inspect --base http://example.org/docs/ ../img/logo.png '?page=2'
   iri_inspect --json --file links.txt | jq .host
 )";
 
@@ -43,6 +46,7 @@ struct Options {
     bool forms = false;
     bool json = false;
     bool quiet = false;
+    std::optional<IRI> base;
     std::vector<std::string> files;
     std::vector<std::string> iris;
 };
@@ -88,6 +92,24 @@ std::vector<Component> encodedParts(IRI const& iri, Encoding encoding) {
     return parts;
 }
 
+// What a reference leads to from the base, and the reference that leads there; a refusal says why.
+std::vector<Component> resolved(IRI const& iri, IRI const& base) {
+    std::vector<Component> result;
+    auto const add = [&result](char const* name, auto make) {
+        try {
+            result.push_back({name, console::toUtf8(make().toString(false))});
+            return true;
+        } catch (std::exception const& e) {
+            result.push_back({name, std::string("(") + e.what() + ")"});
+            return false;
+        }
+    };
+    if (add("target", [&] { return iri.resolveAgainst(base); })) {
+        add("back", [&] { return iri.resolveAgainst(base).makeRelativeTo(base); });
+    }
+    return result;
+}
+
 // All components that are there, in the order of the text.
 std::vector<Component> components(IRI const& iri) {
     auto parts = encodedParts(iri, Encoding::Iri);
@@ -102,10 +124,10 @@ std::vector<Component> components(IRI const& iri) {
     return parts;
 }
 
-void printTable(IRI const& iri, std::string const& line, console::Style const& style) {
+void printTable(std::vector<Component> const& rows, std::string const& line, console::Style const& style) {
     std::cout << style.title(line) << '\n';
-    for (auto const& component : components(iri)) {
-        std::cout << "  " << style.label(console::padded(component.name, 10)) << component.text << '\n';
+    for (auto const& row : rows) {
+        std::cout << "  " << style.label(console::padded(row.name, 10)) << row.text << '\n';
     }
 }
 
@@ -137,12 +159,17 @@ void printForms(IRI const& iri, std::string const& line, console::Style const& s
     }
 }
 
-void printJson(IRI const& iri, std::string const& line, bool forms) {
+void printJson(IRI const& iri, std::string const& line, Options const& options) {
     std::cout << "{\"iri\":" << console::json(line);
-    for (auto const& component : components(iri)) {
-        std::cout << ',' << console::json(component.name) << ':' << console::json(component.text);
+    auto members = components(iri);
+    if (options.base) {
+        auto const more = resolved(iri, *options.base);
+        members.insert(members.end(), more.begin(), more.end());
     }
-    if (forms) {
+    for (auto const& member : members) {
+        std::cout << ',' << console::json(member.name) << ':' << console::json(member.text);
+    }
+    if (options.forms) {
         std::cout << ",\"forms\":{";
         for (auto const& [name, encoding] : encodings) {
             std::cout << (encoding == Encoding::Raw ? "" : ",") << console::json(name) << ":{";
@@ -168,11 +195,13 @@ void inspect(std::string const& line, std::string const& where, Options const& o
             return;
         }
         if (options.json) {
-            printJson(iri, line, options.forms);
+            printJson(iri, line, options);
+        } else if (options.base) {
+            printTable(resolved(iri, *options.base), line, style);
         } else if (options.forms) {
             printForms(iri, line, style);
         } else {
-            printTable(iri, line, style);
+            printTable(components(iri), line, style);
         }
     } catch (std::exception const& e) {
         ++counts.refused;
@@ -235,6 +264,13 @@ int readOptions(int argc, char** argv, Options& options) {
             options.json = true;
         } else if (argument == "--quiet") {
             options.quiet = true;
+        } else if (argument == "--base" && i + 1 < argc) {
+            try {
+                options.base.emplace(console::toUtf16(argv[++i]));
+            } catch (std::exception const& e) {
+                std::cerr << "iri_inspect: --base " << argv[i] << ": " << e.what() << '\n';
+                return 2;
+            }
         } else if ((argument == "-f" || argument == "--file") && i + 1 < argc) {
             options.files.emplace_back(argv[++i]);
         } else {

@@ -57,13 +57,22 @@ bool isUriForm(std::u32string_view text) {
 }
 
 std::u32string toUriForm(std::u32string_view text) {
-    std::u32string result;
-    result.reserve(text.size());
+    // The length first: most of the time goes into growing and appending otherwise.
+    std::size_t length = 0;
+    for (char32_t const c : text) {
+        length += isUriCharacter(c) ? 1 : c < 0x80 ? 3 : c < 0x800 ? 6 : c < 0x10000 ? 9 : 12;
+    }
+    std::u32string result(length, U'\0');
+    char32_t* out = result.data();
     for (char32_t const c : text) {
         if (isUriCharacter(c)) {
-            result.push_back(c);
+            *out++ = c;
         } else {
-            percentUtf8(result, c);
+            encodeUtf8(c, [&out](unsigned char byte) {
+                *out++ = U'%';
+                *out++ = upperHex(byte >> 4);
+                *out++ = upperHex(byte & 15);
+            });
         }
     }
     return result;

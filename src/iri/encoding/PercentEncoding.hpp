@@ -20,14 +20,18 @@ namespace foundation::network::iri::encoding {
            hexValue(text[at + 2]) >= 0;
 }
 
+/// The upper-case hexadecimal digit of a value below 16.
+[[nodiscard]] constexpr char upperHex(unsigned value) {
+    return static_cast<char>(value < 10 ? '0' + value : 'A' + value - 10);
+}
+
 /// Appends "%" and the two upper-case hexadecimal digits of `byte`.
 template <class String>
 void percentByte(String& out, unsigned char byte) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     using Char = typename String::value_type;
-    Char const escape[] = {Char('%'), static_cast<Char>(digits[byte >> 4]),
-                           static_cast<Char>(digits[byte & 15])};
-    out.append(escape, 3);
+    out.push_back(Char('%'));
+    out.push_back(static_cast<Char>(upperHex(byte >> 4)));
+    out.push_back(static_cast<Char>(upperHex(byte & 15)));
 }
 
 /// Whether `toUriForm` leaves `text` as it is: all of it from 33 to 126.
