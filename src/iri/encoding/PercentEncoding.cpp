@@ -60,7 +60,7 @@ std::u32string toUriForm(std::u32string_view text) {
     // The length first: most of the time goes into growing and appending otherwise.
     std::size_t length = 0;
     for (char32_t const c : text) {
-        length += isUriCharacter(c) ? 1 : c < 0x80 ? 3 : c < 0x800 ? 6 : c < 0x10000 ? 9 : 12;
+        length += isUriCharacter(c) ? 1U : c < 0x80 ? 3U : c < 0x800 ? 6U : c < 0x10000 ? 9U : 12U;
     }
     std::u32string result(length, U'\0');
     char32_t* out = result.data();

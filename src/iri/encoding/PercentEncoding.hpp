@@ -21,8 +21,8 @@ namespace foundation::network::iri::encoding {
 }
 
 /// The upper-case hexadecimal digit of a value below 16.
-[[nodiscard]] constexpr char upperHex(unsigned value) {
-    return static_cast<char>(value < 10 ? '0' + value : 'A' + value - 10);
+[[nodiscard]] constexpr char32_t upperHex(unsigned value) {
+    return value < 10 ? U'0' + value : U'A' + value - 10;
 }
 
 /// Appends "%" and the two upper-case hexadecimal digits of `byte`.
