@@ -83,7 +83,7 @@ public:
         EXPECT_LE(datagram.size(), size);
         nlmsghdr header{};
         for (std::size_t at = 0; at + sizeof(header) <= datagram.size();
-             at += std::max<std::size_t>(sizeof(header), (header.nlmsg_len + 3) / 4 * 4)) {
+             at += std::max<std::size_t>(sizeof(header), std::size_t{NLMSG_ALIGN(header.nlmsg_len)})) {
             std::memcpy(&header, &datagram[at], sizeof(header));
             header.nlmsg_seq = header.nlmsg_seq == 0 ? sequence : header.nlmsg_seq;
             std::memcpy(&datagram[at], &header, sizeof(header));

@@ -73,7 +73,7 @@ std::vector<std::string> textsOrFailure(Lookup const& lookup) {
 
 // The same by the library, which has to say the same for the first address as for all.
 std::vector<std::string> ours(std::string const& name) {
-    auto const all = textsOrFailure([&name] { return InetAddress::getAllByName(name); });
+    auto all = textsOrFailure([&name] { return InetAddress::getAllByName(name); });
     auto const first = textsOrFailure([&name] {
         auto const address = InetAddress::getByName(name);
         EXPECT_EQ(address.getHostName(), name);

@@ -32,7 +32,7 @@ std::string getComputerHostName() {
 } // namespace
 
 InetAddress InetAddress::getByName(std::string const& host) {
-    return InetAddress(ResolverContext().forwardLookupFirst(host), host);
+    return {ResolverContext().forwardLookupFirst(host), host};
 }
 
 detail::ImmutableIterableRange<InetAddress> InetAddress::getAllByName(std::string const& host) {
@@ -56,7 +56,7 @@ InetAddress InetAddress::getLocalHost() {
         }
         auto const addresses = adapter.getInetAddresses();
         if (!addresses.empty()) {
-            return InetAddress(std::make_shared<InetAddressImpl>(*addresses.begin()->impl), std::move(name));
+            return {std::make_shared<InetAddressImpl>(*addresses.begin()->impl), std::move(name)};
         }
     }
     return result;

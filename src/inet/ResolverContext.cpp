@@ -32,7 +32,7 @@ ResolverContext::Results ask(Resolver& resolver, Question const& question) {
 }
 
 Resolver::query queryFor(std::string const& name, Resolver::query::flags flags) {
-    return Resolver::query(name, std::string(), flags);
+    return {name, std::string(), flags};
 }
 
 } // namespace

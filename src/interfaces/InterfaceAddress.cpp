@@ -40,7 +40,7 @@ InterfaceAddress& InterfaceAddress::operator=(InterfaceAddress&&) noexcept = def
 InterfaceAddress::~InterfaceAddress() = default;
 
 InetAddress InterfaceAddress::getInetAddress() const {
-    return InetAddress(std::make_shared<InetAddressImpl>(impl->address), std::string());
+    return {std::make_shared<InetAddressImpl>(impl->address), std::string()};
 }
 
 unsigned short InterfaceAddress::prefixLength() const noexcept {

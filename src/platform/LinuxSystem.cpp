@@ -142,7 +142,7 @@ AdapterReading LinuxSystem::readAdapters() const {
     auto const byIndex = [](Adapter const& a, Adapter const& b) { return a.index < b.index; };
     std::stable_sort(adapters.begin(), adapters.end(), byIndex);
     if (outcome.complete()) {
-        bool strange = false;
+        bool homeless = false;
         outcome = dump.ask(RTM_GETADDR, RTM_NEWADDR, [&](Bytes entry) {
             ifaddrmsg head{};
             if (!peel(entry, head)) {
@@ -152,13 +152,13 @@ AdapterReading LinuxSystem::readAdapters() const {
                 adapters.begin(), adapters.end(), head.ifa_index,
                 [](Adapter const& adapter, unsigned int index) { return adapter.index < index; });
             if (owner == adapters.end() || owner->index != head.ifa_index) {
-                strange = true;
+                homeless = true;
             } else {
                 owner->addresses.push_back(addressOf(head, entry.subspan(sizeof(head))));
             }
         });
         // An address of an adapter that wasn't there a moment ago: the list has grown between the two reads.
-        outcome.changed = outcome.changed || strange;
+        outcome.changed = outcome.changed || homeless;
     }
     reading.error = outcome.error;
     reading.changed = outcome.changed;

@@ -25,7 +25,7 @@ std::u16string converter<char16_t, char>::convert(std::string_view text) const {
 template <>
 std::u16string converter<char16_t, wchar_t>::convert(std::wstring_view text) const {
     if constexpr (sizeof(wchar_t) == sizeof(char16_t)) {
-        return std::u16string(text.begin(), text.end());
+        return {text.begin(), text.end()};
     }
     std::u16string units;
     units.reserve(text.size());
