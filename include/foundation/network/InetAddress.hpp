@@ -12,6 +12,7 @@
 #include <foundation/network/detail/ImmutableIterableRange.hpp>
 
 #include <array>
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
@@ -119,5 +120,12 @@ private:
     std::shared_ptr<InetAddressImpl> impl;
     std::string hostName;
 };
+
+/// Writes `toString()` with the stream's formatting.
+template <class Traits>
+std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& stream,
+                                             InetAddress const& address) {
+    return stream << address.toString();
+}
 
 } // namespace foundation::network
