@@ -28,15 +28,19 @@ struct FmtFormatter : fmt::formatter<fmt::string_view> {
 
 } // namespace foundation::network::detail
 
+namespace fmt {
+
 template <>
-struct fmt::formatter<foundation::network::IRI>
+struct formatter<foundation::network::IRI>
     : foundation::network::detail::FmtFormatter<foundation::network::IRI> {};
 template <>
-struct fmt::formatter<foundation::network::InetAddress>
+struct formatter<foundation::network::InetAddress>
     : foundation::network::detail::FmtFormatter<foundation::network::InetAddress> {};
 template <>
-struct fmt::formatter<foundation::network::InterfaceAddress>
+struct formatter<foundation::network::InterfaceAddress>
     : foundation::network::detail::FmtFormatter<foundation::network::InterfaceAddress> {};
 template <>
-struct fmt::formatter<foundation::network::HardwareAddress>
+struct formatter<foundation::network::HardwareAddress>
     : foundation::network::detail::FmtFormatter<foundation::network::HardwareAddress> {};
+
+} // namespace fmt

@@ -35,16 +35,21 @@ struct StdFormatter : std::formatter<std::string_view> {
 
 } // namespace foundation::network::detail
 
+namespace std {
+
 template <>
-struct std::formatter<foundation::network::IRI>
+struct formatter<foundation::network::IRI>
     : foundation::network::detail::StdFormatter<foundation::network::IRI> {};
 template <>
-struct std::formatter<foundation::network::InetAddress>
+struct formatter<foundation::network::InetAddress>
     : foundation::network::detail::StdFormatter<foundation::network::InetAddress> {};
 template <>
-struct std::formatter<foundation::network::InterfaceAddress>
+struct formatter<foundation::network::InterfaceAddress>
     : foundation::network::detail::StdFormatter<foundation::network::InterfaceAddress> {};
 template <>
-struct std::formatter<foundation::network::HardwareAddress>
+struct formatter<foundation::network::HardwareAddress>
     : foundation::network::detail::StdFormatter<foundation::network::HardwareAddress> {};
+
+} // namespace std
+
 #endif
