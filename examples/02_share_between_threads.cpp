@@ -2,31 +2,31 @@
 // safely; only assignment and swap need a value to themselves.
 //
 // Prints:
-//   400 readers saw http://b%C3%BCcher.example/a
+//   400 reads gave http://b%C3%BCcher.example/a
 
 #include <foundation/network/IRI.hpp>
 
+#include <array>
 #include <atomic>
 #include <iostream>
 #include <thread>
-#include <vector>
 
 int main() {
     using foundation::network::IRI;
 
     IRI const shared(u"http://bücher.example/a");
     std::atomic<int> same{0};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&shared, &same] {
+    std::array<std::thread, 4> threads;
+    for (auto& thread : threads) {
+        thread = std::thread([&shared, &same] {
             for (int round = 0; round < 100; ++round) {
-                IRI const copy = shared; // copying is reading, too
-                same += shared.toAsciiString(false) == u"http://b%C3%BCcher.example/a" && copy == shared;
+                same += shared.toAsciiString(false) == u"http://b%C3%BCcher.example/a" &&
+                        IRI(shared) == shared; // copying is reading, too
             }
         });
     }
     for (auto& thread : threads) {
         thread.join();
     }
-    std::cout << same << " readers saw " << shared << '\n';
+    std::cout << same << " reads gave " << shared << '\n';
 }

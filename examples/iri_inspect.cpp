@@ -241,7 +241,7 @@ bool inspectFile(std::string const& name, Options const& options, console::Style
         std::cerr << "\r\x1b[K";
     }
     if (options.quiet) {
-        double const all = static_cast<double>(here.taken + here.refused);
+        auto const all = static_cast<double>(here.taken + here.refused);
         std::cout << shown << ": " << here.taken << " taken, " << here.refused << " refused, "
                   << static_cast<long>(all / std::max(seconds.count(), 1e-9)) << " a second" << std::endl;
     }

@@ -30,6 +30,7 @@ int main() {
             .resolveAgainst(parsed);
     InetAddress moved("::1");
     InetAddress const six(std::move(moved));
+    // NOLINTNEXTLINE(bugprone-use-after-move): how that looks is what is shown
     return look(parsed, built, IRI(), InetAddress::getByName("127.0.0.1"), six, moved,
                 InterfaceAddress(InetAddress("192.0.2.1"), 24), HardwareAddress({0, 0x1A, 0xFF}));
 }
