@@ -85,14 +85,14 @@ bool TemplateIRI<String>::hasSameRaw(Part part, TemplateIRI const& base) const {
 template <class String>
 bool TemplateIRI<String>::hasSameAuthority(TemplateIRI const& base) const {
     return flags.hasHost == base.flags.hasHost && flags.hasUserInfo == base.flags.hasUserInfo &&
-           flags.hasPort == base.flags.hasPort && portString == base.portString &&
+           flags.hasPort == base.flags.hasPort && portView() == base.portView() &&
            hasSameRaw(Part::userInfo, base) && hasSameRaw(Part::host, base);
 }
 
 // Whether all but the fragments are the same.
 template <class String>
 bool TemplateIRI<String>::isSameAs(TemplateIRI const& base) const {
-    return flags.hasScheme == base.flags.hasScheme && scheme == base.scheme &&
+    return flags.hasScheme == base.flags.hasScheme && schemeView() == base.schemeView() &&
            flags.hasQuery == base.flags.hasQuery && flags.pathIsEmpty == base.flags.pathIsEmpty &&
            hasSameAuthority(base) && (flags.pathIsEmpty || hasSameRaw(Part::path, base)) &&
            hasSameRaw(Part::query, base);
@@ -111,7 +111,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(TemplateIRI const& base) c
     if (isSameAs(base)) {
         return draft.finish();
     }
-    bool const sameScheme = flags.hasScheme == base.flags.hasScheme && scheme == base.scheme;
+    bool const sameScheme = flags.hasScheme == base.flags.hasScheme && schemeView() == base.schemeView();
     if (flags.hasScheme && !sameScheme) {
         return wholeInto(draft, true);
     }

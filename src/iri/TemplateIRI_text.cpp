@@ -97,7 +97,7 @@ String TemplateIRI<String>::getNativeAuthority(Encoding const& encoding) const {
     }
     if (flags.hasPort) {
         authority.push_back(COLON);
-        authority.append(portString.begin(), portString.end());
+        authority.append(portView());
     }
     return authority;
 }
@@ -124,29 +124,32 @@ String TemplateIRI<String>::getNativeSsp(Encoding const& encoding) const {
 template <class String>
 String const& TemplateIRI<String>::toNativeStringFromParts(Encoding const& encoding) const {
     static String const nothing;
-    // A text without anything to escape is its own ASCII form as well.
-    if (flags.textCurrent &&
-        (encoding == Encoding::Iri || (encoding == Encoding::Uri && encoding::isUriForm(sourceText())))) {
+    if (flags.textCurrent && encoding == Encoding::Iri) {
         return sourceText();
     }
     if (flags.empty) {
         return nothing;
     }
-    auto const& place = nativeStrings[static_cast<std::size_t>(encoding)];
+    if (!isStrict(encoding) && parts.isSourceIn(formOf(encoding))) {
+        return sourceText(); // all pieces stand in it as they are in this form
+    }
+    auto const* places = wholeTexts.get();
+    auto const& place =
+        (places != nullptr ? *places : wholeTexts.publish(WholeTexts()))[static_cast<std::size_t>(encoding)];
     if (auto const* const there = place.get()) {
         return *there;
     }
     String text;
-    text.reserve(scheme.size() + parts.lengthHint() + portString.size() + 6); // 6 delimiters at the most
+    text.reserve(scheme.length + parts.lengthHint() + portText.length + 6); // 6 delimiters at the most
     if (flags.hasScheme) {
-        text.append(nativeScheme()).push_back(COLON);
+        text.append(schemeView()).push_back(COLON);
     }
     appendSsp(text, encoding);
     if (flags.hasFragment) {
         text.push_back(HASH_SIGN);
         appendPart(text, Part::fragment, encoding);
     }
-    return text.empty() ? nothing : place.publish(std::move(text));
+    return place.publish(std::move(text));
 }
 
 template <class String>
