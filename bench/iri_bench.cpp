@@ -102,6 +102,12 @@ std::string takeOption(int& argc, char** argv, std::string const& name, std::str
 
 constexpr char separator = '|'; // between the pieces of a benchmark's name
 
+// Rows in the order in which they were registered.
+std::vector<std::string>& rowNames() {
+    static std::vector<std::string> names;
+    return names;
+}
+
 // Collects the least time of each cell and prints them as one table.
 class Table : public benchmark::BenchmarkReporter {
 public:
@@ -143,6 +149,10 @@ public:
             std::printf(" ---: |");
         }
         std::printf("\n");
+        auto const place = [](Row const& row) {
+            return std::find(rowNames().begin(), rowNames().end(), row.name) - rowNames().begin();
+        };
+        std::sort(rows.begin(), rows.end(), [&](Row const& a, Row const& b) { return place(a) < place(b); });
         for (auto const& row : rows) {
             print(row, libraries);
         }
@@ -189,7 +199,11 @@ private:
 } // namespace
 
 void add(char const* operation, std::string const& list, char const* library, std::size_t items, Pass pass) {
-    std::string const name = std::string(operation) + separator + list + separator + library;
+    std::string const row = std::string(operation) + separator + list;
+    if (std::find(rowNames().begin(), rowNames().end(), row) == rowNames().end()) {
+        rowNames().push_back(row);
+    }
+    std::string const name = row + separator + library;
     benchmark::RegisterBenchmark(name.c_str(),
                                  [pass = std::move(pass), items](benchmark::State& state) {
                                      for (auto _ : state) {

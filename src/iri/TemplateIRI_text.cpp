@@ -3,6 +3,7 @@
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include "iri/encoding/Conversions.hpp"
 #include "iri/encoding/PartRules.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/encoding/Transcoding.hpp"
@@ -31,6 +32,16 @@ auto inFamily(Operation operation) {
 
 template <class String>
 std::u16string TemplateIRI<String>::getPart(Part part, Encoding const& encoding) const {
+    // What the caller gets is a text of its own: another form is made for it straight from the text of a
+    // parsed value.
+    if (!isStrict(encoding)) {
+        Form const form = formOf(encoding);
+        if (auto const iri = parts.unconvertedIri(part, form)) {
+            if (auto text = encoding::utf16FromIri(part, form, *iri, parts.getContext())) {
+                return std::move(*text);
+            }
+        }
+    }
     return inFamily([&] {
         View const text = parts.view(part, encoding);
         auto const& rules = encoding::rulesOf(part);
@@ -164,6 +175,13 @@ std::u16string TemplateIRI<String>::toString(bool strict) const {
 
 template <class String>
 std::u16string TemplateIRI<String>::toAsciiString(bool strict) const {
+    if (!strict && flags.textCurrent) {
+        // The scheme stays as it is; of the rest, delimiters and parts alike, the ASCII form is made at once.
+        View const text = sourceText();
+        return encoding::isUriForm(text)
+                   ? encoding::toUtf16(text)
+                   : encoding::toUtf16(schemeView()) + encoding::toUriFormUtf16(text.substr(scheme.length));
+    }
     return toStringFromParts(strict ? Encoding::UriStrict : Encoding::Uri);
 }
 

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -121,6 +122,14 @@ public:
     View view(Part part, Encoding const& encoding) const;
     /// As the `stored...` accessor of `part`, without the need for a string.
     std::pair<View, Encoding> storedView(Part part) const;
+    /// The text of a part that was set in the Iri form, where `form` has not been worked out from it yet:
+    /// whoever wants it once can make it from this, without keeping it.
+    std::optional<View> unconvertedIri(Part part, Form form) const noexcept {
+        bool const is =
+            header(part).present && header(part).form == Form::iri && state(part, form) == State::absent;
+        return is ? std::optional<View>(held(part, Form::iri)) : std::nullopt;
+    }
+    PartContext const& getContext() const noexcept { return context; }
     bool has(Part part) const noexcept { return header(part).present; }
     /// Whether each part is a slice in this form, so that the adopted text has them all. May fill the form.
     bool isSourceIn(Form form) const;
