@@ -17,7 +17,8 @@ namespace foundation::network::iri::detail {
 template <class String>
 class TemplateIRI<String>::Draft {
 public:
-    Draft() = default;
+    /// The end writes into `target`, which must be as `IRI()`.
+    explicit Draft(TemplateIRI& target) : result(target) {}
     Draft(Draft const&) = delete;
     Draft& operator=(Draft const&) = delete;
     ~Draft() = default;
@@ -101,17 +102,17 @@ public:
 
     [[nodiscard]] View path() const { return pieces[static_cast<std::size_t>(Part::path)].first; }
 
-    /// The value, for a reference: without an authority, a path that begins with "//" would be read as one,
-    /// and gets
+    /// Ends the value, for a reference: without an authority, a path that begins with "//" would be read as
+    /// one, and gets
     /// "/." in front.
-    TemplateIRI finish() {
+    void finish() {
         constexpr char32_t twoSlashes[] = {FORWARD_SLASH, FORWARD_SLASH};
         bool const guarded = !result.flags.hasHost && path().substr(0, 2) == View(twoSlashes, 2);
-        return finishBehind(guarded ? View(guard, 2) : View());
+        finishBehind(guarded ? View(guard, 2) : View());
     }
 
-    /// The value as its pieces are.
-    TemplateIRI finishAsGiven() { return finishBehind(View()); }
+    /// Ends the value as its pieces are.
+    void finishAsGiven() { finishBehind(View()); }
 
 private:
     using Piece = std::pair<View, Encoding>;
@@ -123,7 +124,7 @@ private:
         piece(part) = from.parts.has(part) ? from.parts.storedView(part) : Piece(View(), Encoding::Raw);
     }
 
-    TemplateIRI finishBehind(View beforePath) {
+    void finishBehind(View beforePath) {
         constexpr std::size_t delimiters = 7; // ":" "//" "@" ":" "?" "#"
         std::size_t length = scheme.size() + portText.size() + beforePath.size() + delimiters;
         for (auto const& each : pieces) {
@@ -167,10 +168,9 @@ private:
         result.parts.adoptSource(std::move(text));
         result.parts.setContext(has.hasScheme, has.queryIsFormEncoded);
         result.close();
-        return std::move(result);
     }
 
-    TemplateIRI result;
+    TemplateIRI& result;
     View scheme;
     View portText;
     std::array<Piece, 5> pieces{};

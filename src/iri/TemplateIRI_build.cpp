@@ -22,7 +22,7 @@ TemplateIRI<String>::TemplateIRI(ArgsBase<String> const& args) {
 template <class String>
 void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
     auto const& content = args.content;
-    Draft draft;
+    Draft draft(*this);
     if (content.hasScheme) {
         buildScheme(args, draft);
     }
@@ -44,7 +44,7 @@ void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
     if (content.hasFragment) {
         buildFragment(args, draft);
     }
-    draft.finishAsGiven().swap(*this);
+    draft.finishAsGiven();
 }
 
 // Works out the flags that follow from the others, once all parts of a new value are set.

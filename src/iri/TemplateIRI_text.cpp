@@ -176,10 +176,11 @@ std::u16string TemplateIRI<String>::toString(bool strict) const {
 template <class String>
 std::u16string TemplateIRI<String>::toAsciiString(bool strict) const {
     if (!strict && flags.textCurrent) {
-        // The scheme stays as it is; of the rest, delimiters and parts alike, the ASCII form is made at once.
+        // The delimiters are in ASCII, so the whole is made like a part; only a scheme that is not stays as
+        // it is.
         View const text = sourceText();
-        return encoding::isUriForm(text)
-                   ? encoding::toUtf16(text)
+        return encoding::isUriForm(schemeView())
+                   ? encoding::toUriFormUtf16(text)
                    : encoding::toUtf16(schemeView()) + encoding::toUriFormUtf16(text.substr(scheme.length));
     }
     return toStringFromParts(strict ? Encoding::UriStrict : Encoding::Uri);

@@ -221,11 +221,19 @@ DecodedText decodeUtf8(std::string bytes) {
 
 } // namespace
 
+bool isRawAlready(std::u32string_view text) {
+    std::uint32_t found = 0; // as in `hasNoPercent`: a "%", a surrogate, a value above U+10FFFF
+    for (char32_t const c : text) {
+        found |= ((c ^ U'%') - 1) | (((c & 0xFFFFF800) ^ 0xD800) - 1) | (0x10FFFF - c) | c;
+    }
+    return found >> 31 == 0;
+}
+
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context) {
     if (isFormEncodedQuery(part, context)) {
         return uriFromIri(part, text, context);
     }
-    if (hasNoPercent(text) && std::all_of(text.begin(), text.end(), isUnicodeScalar)) {
+    if (isRawAlready(text)) {
         return std::nullopt;
     }
     if (auto result = decodedAll<std::u32string>(text)) {
@@ -284,7 +292,7 @@ Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const&
 std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32string_view text,
                                            PartContext const& context) {
     if (to == detail::Form::uri || isFormEncodedQuery(part, context)) {
-        return isUriForm(text) ? toUtf16(text) : toUriFormUtf16(text);
+        return toUriFormUtf16(text);
     }
     if (hasNoPercent(text)) {
         return toUtf16(text);

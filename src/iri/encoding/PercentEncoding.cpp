@@ -67,9 +67,15 @@ bool isUriForm(std::u32string_view text) {
 
 namespace {
 
-// How many characters the UTF-8 bytes of a code point take, each as an escape.
-constexpr std::size_t escapedLength(char32_t c) {
-    return c < 0x80 ? 3 : c < 0x800 ? 6 : c < 0x10000 ? 9 : 12;
+// The length of the Uri form. Sums of comparisons become vector code, branches do not.
+std::size_t uriLength(std::u32string_view text) {
+    std::size_t escaped = 0;
+    std::size_t longer = 0; // bytes of UTF-8 behind the first
+    for (char32_t const c : text) {
+        escaped += c - 33 > 126 - 33 ? 1U : 0U;
+        longer += (c >= 0x80 ? 1U : 0U) + (c >= 0x800 ? 1U : 0U) + (c >= 0x10000 ? 1U : 0U);
+    }
+    return text.size() + 2 * escaped + 3 * longer;
 }
 
 // "%XX" of each byte, and one unit more, so that an escape is written at once.
@@ -87,11 +93,7 @@ constexpr std::array<std::array<Char, 4>, 256> escapes = [] {
 template <class String>
 String uriForm(std::u32string_view text) {
     using Char = typename String::value_type;
-    std::size_t length = 0;
-    for (char32_t const c : text) {
-        length += isUriCharacter(c) ? 1 : escapedLength(c);
-    }
-    String result(length + 1, Char());
+    String result(uriLength(text) + 1, Char());
     Char* out = result.data();
     for (char32_t const c : text) {
         if (isUriCharacter(c)) {

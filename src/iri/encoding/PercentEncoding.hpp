@@ -21,7 +21,9 @@ inline constexpr std::array<signed char, 128> hexValues = [] {
 }();
 
 /// The value of an ASCII hexadecimal digit, -1 for any other character.
-[[nodiscard]] constexpr int hexValue(char32_t c) { return c < 128 ? hexValues[c] : -1; }
+[[nodiscard]] constexpr int hexValue(char32_t c) {
+    return c < 128 ? hexValues[c] : -1;
+}
 
 /// Whether a "%" and two ASCII hexadecimal digits stand at `at` in `text`.
 [[nodiscard]] constexpr bool isEscapeAt(std::u32string_view text, std::size_t at) {

@@ -169,9 +169,9 @@ private:
     View rawPath() const;
     void resolvePath(TemplateIRI const& base, Draft& draft) const;
     String mergedPath(TemplateIRI const& base) const;
-    String withoutDotSegments(bool absolute) const;
-    TemplateIRI wholeInto(Draft& draft, bool withScheme) const;
-    bool isSameAs(TemplateIRI const& base) const;
+    void relativiseInto(Draft& draft, TemplateIRI const& base) const;
+    void takeWhole(Draft& draft, bool withScheme) const;
+    bool isSameBehindAuthority(TemplateIRI const& base) const;
     bool hasSameAuthority(TemplateIRI const& base) const;
     bool hasSameRaw(Part part, TemplateIRI const& base) const;
     String getRelativePath(TemplateIRI const& base) const;
