@@ -27,19 +27,21 @@ Take IRIs (RFC 3987) apart and show their components.
                     may be given several times
       --forms       show each part in all of its forms, side by side
       --base IRI    resolve each line against IRI, and show the way back
-      --json        print one JSON object a line
-      --quiet       print counts and refusals only
-      --help        show this help
+      --json        print one JSON object a line (docs/json-output.md)
+  -q, --quiet       print counts and refusals only
+  -h, --help        show this help
 
 Without an IRI and a file, standard input is read. A line that is no IRI goes to
-standard error with its number and the reason. The exit status is 0 if every IRI
-was taken, 1 if one was refused, 2 if the command line or a file was at fault.
+standard error with its number and the reason; with --json it is an object with
+an "error". The exit status is 0 if every IRI was taken, 1 if one was refused,
+2 if the command line or a file was at fault. NO_COLOR switches colours off.
 
 Examples:
   iri_inspect 'http://jo@example.org:8080/a%20b?q=1#top'
   iri_inspect --forms 'http://bücher.example/straße?q=50%'
   iri_inspect --base http://example.org/docs/ ../img/logo.png '?page=2'
-  iri_inspect --json --file links.txt | jq .host
+  iri_inspect --json --file links.txt | jq -r .host | sort | uniq -c
+  iri_inspect --quiet --file links.txt
 )";
 
 struct Options {
@@ -67,21 +69,23 @@ struct Component {
     std::string text;
 };
 
-// A part in a form; a text that has no such form says why.
-template <class Getter>
-std::string textOf(IRI const& iri, Getter getter, Encoding encoding) {
-    try {
-        return console::toUtf8((iri.*getter)(encoding));
-    } catch (std::exception const& e) {
-        return std::string("(") + e.what() + ")";
-    }
-}
+// A part in a form. A text can have no such form: then `missing` says why.
+struct FormText {
+    std::string name;
+    std::string text;
+    bool missing = false;
+};
 
-std::vector<Component> encodedParts(IRI const& iri, Encoding encoding) {
-    std::vector<Component> parts;
+std::vector<FormText> encodedParts(IRI const& iri, Encoding encoding) {
+    std::vector<FormText> parts;
     auto const add = [&](bool present, char const* name, auto getter) {
-        if (present) {
-            parts.push_back({name, textOf(iri, getter, encoding)});
+        if (!present) {
+            return;
+        }
+        try {
+            parts.push_back({name, console::toUtf8((iri.*getter)(encoding))});
+        } catch (std::exception const& e) {
+            parts.push_back({name, std::string("(") + e.what() + ")", true});
         }
     };
     add(iri.hasUserInfo(), "userInfo", &IRI::getUserInfo);
@@ -95,94 +99,86 @@ std::vector<Component> encodedParts(IRI const& iri, Encoding encoding) {
 // What a reference leads to from the base, and the reference that leads there; a refusal says why.
 std::vector<Component> resolved(IRI const& iri, IRI const& base) {
     std::vector<Component> result;
-    auto const add = [&result](char const* name, auto make) {
-        try {
-            result.push_back({name, console::toUtf8(make().toString(false))});
-            return true;
-        } catch (std::exception const& e) {
-            result.push_back({name, std::string("(") + e.what() + ")"});
-            return false;
-        }
-    };
-    if (add("target", [&] { return iri.resolveAgainst(base); })) {
-        add("back", [&] { return iri.resolveAgainst(base).makeRelativeTo(base); });
+    try {
+        IRI const target = iri.resolveAgainst(base);
+        result.push_back({"target", console::toUtf8(target.toString(false))});
+        result.push_back({"back", console::toUtf8(target.makeRelativeTo(base).toString(false))});
+    } catch (std::exception const& e) {
+        result.push_back({"error", e.what()});
     }
     return result;
 }
 
 // All components that are there, in the order of the text.
 std::vector<Component> components(IRI const& iri) {
-    auto parts = encodedParts(iri, Encoding::Iri);
-    if (iri.hasPort()) {
-        auto const path =
-            std::find_if(parts.begin(), parts.end(), [](auto const& part) { return part.name == "path"; });
-        parts.insert(path, {"port", console::toUtf8(iri.getPort())});
-    }
+    std::vector<Component> parts;
     if (iri.hasScheme()) {
-        parts.insert(parts.begin(), {"scheme", console::toUtf8(iri.getScheme())});
+        parts.push_back({"scheme", console::toUtf8(iri.getScheme())});
+    }
+    for (auto const& part : encodedParts(iri, Encoding::Iri)) {
+        if (part.name == "path" && iri.hasPort()) {
+            parts.push_back({"port", console::toUtf8(iri.getPort())});
+        }
+        parts.push_back({part.name, part.text});
     }
     return parts;
 }
 
 void printTable(std::vector<Component> const& rows, std::string const& line, console::Style const& style) {
-    std::cout << style.title(line) << '\n';
+    std::cout << style.title(console::shown(line)) << '\n';
     for (auto const& row : rows) {
-        std::cout << "  " << style.label(console::padded(row.name, 10)) << row.text << '\n';
+        std::cout << "  " << style.label(console::padded(row.name, 10)) << console::shown(row.text) << '\n';
     }
 }
 
+// A row a part, a column a form.
 void printForms(IRI const& iri, std::string const& line, console::Style const& style) {
-    // A column a form; the row above all is the heading.
-    std::vector<std::vector<std::string>> columns{{""}};
+    std::vector<console::Row> rows{{""}};
     for (auto const& part : encodedParts(iri, Encoding::Iri)) {
-        columns.front().push_back(part.name);
+        rows.push_back({part.name});
     }
     for (auto const& [name, encoding] : encodings) {
-        auto& column = columns.emplace_back(1, name);
+        rows.front().emplace_back(name);
+        auto row = rows.begin();
         for (auto const& part : encodedParts(iri, encoding)) {
-            column.push_back(part.text);
+            (++row)->push_back(console::shown(part.text));
         }
     }
-    std::cout << style.title(line) << '\n';
-    for (std::size_t row = 0; row != columns.front().size(); ++row) {
-        std::string text;
-        for (auto const& column : columns) {
-            std::size_t width = 0;
-            for (auto const& cell : column) {
-                width = std::max(width, console::columns(cell));
-            }
-            bool const label = row == 0 || &column == &columns.front();
-            auto const cell = console::padded(column[row], width + 2);
-            text += label ? style.label(cell) : cell;
+    std::cout << style.title(console::shown(line)) << '\n';
+    auto const widths = console::widths(rows);
+    for (auto const& row : rows) {
+        std::cout << "  ";
+        for (std::size_t i = 0; i != row.size(); ++i) {
+            auto const cell = i + 1 == row.size() ? row[i] : console::padded(row[i], widths[i] + 2);
+            std::cout << (i == 0 || &row == &rows.front() ? style.label(cell) : cell);
         }
-        std::cout << "  " << text.substr(0, text.find_last_not_of(' ') + 1) << '\n';
+        std::cout << '\n';
     }
 }
 
 void printJson(IRI const& iri, std::string const& line, Options const& options) {
-    std::cout << "{\"iri\":" << console::json(line);
+    console::Json object;
+    object.add("iri", line);
     auto members = components(iri);
     if (options.base) {
         auto const more = resolved(iri, *options.base);
         members.insert(members.end(), more.begin(), more.end());
     }
     for (auto const& member : members) {
-        std::cout << ',' << console::json(member.name) << ':' << console::json(member.text);
+        object.add(member.name, member.text);
     }
     if (options.forms) {
-        std::cout << ",\"forms\":{";
+        console::Json forms;
         for (auto const& [name, encoding] : encodings) {
-            std::cout << (encoding == Encoding::Raw ? "" : ",") << console::json(name) << ":{";
-            char const* separator = "";
+            console::Json parts;
             for (auto const& part : encodedParts(iri, encoding)) {
-                std::cout << std::exchange(separator, ",") << console::json(part.name) << ':'
-                          << console::json(part.text);
+                part.missing ? parts.addNull(part.name) : parts.add(part.name, part.text);
             }
-            std::cout << '}';
+            forms.add(name, parts);
         }
-        std::cout << '}';
+        object.add("forms", forms);
     }
-    std::cout << "}\n";
+    std::cout << object.text() << '\n';
 }
 
 // `where` stands before the reason of a refusal: a file and a line, or the text itself.
@@ -205,7 +201,11 @@ void inspect(std::string const& line, std::string const& where, Options const& o
         }
     } catch (std::exception const& e) {
         ++counts.refused;
-        std::cerr << where << ": " << e.what() << '\n';
+        if (options.json && !options.quiet) {
+            std::cout << console::Json().add("iri", line).add("error", e.what()).text() << '\n';
+        } else {
+            std::cerr << console::shown(where) << ": " << e.what() << '\n';
+        }
     }
 }
 
@@ -237,46 +237,48 @@ bool inspectFile(std::string const& name, Options const& options, console::Style
         }
     }
     std::chrono::duration<double> const seconds = Clock::now() - begin;
-    std::size_t const all = here.taken + here.refused;
-    std::cerr << (progress ? "\r" : "") << shown << ": " << here.taken << " taken, " << here.refused
-              << " refused, " << static_cast<long>(static_cast<double>(all) / std::max(seconds.count(), 1e-9))
-              << " a second\n";
+    if (progress) {
+        std::cerr << "\r\x1b[K";
+    }
+    if (options.quiet) {
+        double const all = static_cast<double>(here.taken + here.refused);
+        std::cout << shown << ": " << here.taken << " taken, " << here.refused << " refused, "
+                  << static_cast<long>(all / std::max(seconds.count(), 1e-9)) << " a second" << std::endl;
+    }
     counts.taken += here.taken;
     counts.refused += here.refused;
     return true;
 }
 
 // Returns -1 to go on, or the exit status.
-int readOptions(int argc, char** argv, Options& options) {
-    bool literal = false;
-    for (int i = 1; i < argc; ++i) {
-        std::string const argument = argv[i];
-        if (literal || argument.empty() || argument[0] != '-') {
-            options.iris.push_back(argument);
-        } else if (argument == "--") {
-            literal = true;
-        } else if (argument == "--help") {
+int readOptions(console::Words words, Options& options) {
+    std::string value;
+    while (words.next()) {
+        if (words.is("-h") || words.is("--help")) {
             std::cout << help;
             return 0;
-        } else if (argument == "--forms") {
+        }
+        if (words.is("--forms")) {
             options.forms = true;
-        } else if (argument == "--json") {
+        } else if (words.is("--json")) {
             options.json = true;
-        } else if (argument == "--quiet") {
+        } else if (words.is("-q") || words.is("--quiet")) {
             options.quiet = true;
-        } else if (argument == "--base" && i + 1 < argc) {
+        } else if (words.is("--base", value)) {
             try {
-                options.base.emplace(console::toUtf16(argv[++i]));
+                options.base.emplace(console::toUtf16(value));
             } catch (std::exception const& e) {
-                std::cerr << "iri_inspect: --base " << argv[i] << ": " << e.what() << '\n';
+                std::cerr << "iri_inspect: --base " << console::shown(value) << ": " << e.what() << '\n';
                 return 2;
             }
-        } else if ((argument == "-f" || argument == "--file") && i + 1 < argc) {
-            options.files.emplace_back(argv[++i]);
-        } else {
-            std::cerr << "iri_inspect: unknown or incomplete option " << argument
+        } else if (words.is("-f", value) || words.is("--file", value)) {
+            options.files.push_back(value);
+        } else if (words.isOption()) {
+            std::cerr << "iri_inspect: unknown or incomplete option " << console::shown(words.word())
                       << "\nTry iri_inspect --help\n";
             return 2;
+        } else {
+            options.iris.push_back(words.word());
         }
     }
     if (options.iris.empty() && options.files.empty()) {
@@ -288,9 +290,9 @@ int readOptions(int argc, char** argv, Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
-    std::ios::sync_with_stdio(false);
+    console::start();
     Options options;
-    if (int const status = readOptions(argc, argv, options); status >= 0) {
+    if (int const status = readOptions({argc, argv}, options); status >= 0) {
         return status;
     }
     console::Style const style;
@@ -303,5 +305,5 @@ int main(int argc, char** argv) {
         readable = inspectFile(file, options, style, counts) && readable;
     }
     std::cout.flush();
-    return !readable ? 2 : counts.refused == 0 ? 0 : 1;
+    return !readable || !std::cout ? 2 : counts.refused == 0 ? 0 : 1;
 }

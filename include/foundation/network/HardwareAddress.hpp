@@ -3,6 +3,7 @@
 #include <foundation/core/Export.hpp>
 #include <foundation/network/detail/ImmutableIterableRange.hpp>
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -25,5 +26,12 @@ public:
     /// A copy of the bytes.
     std::vector<unsigned char> bytes() const;
 };
+
+/// Writes `toString()` with the stream's formatting.
+template <class Traits>
+std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& stream,
+                                             HardwareAddress const& address) {
+    return stream << address.toString();
+}
 
 } // namespace foundation::network

@@ -215,10 +215,14 @@ ZVFLNETWORK_EXPORT std::ostream& operator<<(std::ostream& stream, IRI const& iri
 
 } // namespace foundation::network
 
+namespace std {
+
 /// `IRI` as a key of `std::unordered_map`.
 template <>
-struct std::hash<foundation::network::IRI> {
+struct hash<foundation::network::IRI> {
     std::size_t operator()(foundation::network::IRI const& iri) const {
         return static_cast<std::size_t>(iri.hashValue());
     }
 };
+
+} // namespace std

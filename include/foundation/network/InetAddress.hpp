@@ -12,6 +12,7 @@
 #include <foundation/network/detail/ImmutableIterableRange.hpp>
 
 #include <array>
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
@@ -64,7 +65,8 @@ public:
     /// 4 or 6.
     unsigned int getVersion() const noexcept;
 
-    /// True for 127.0.0.0/8 and for ::1. An IPv4 address in IPv6 clothes (::ffff:127.0.0.1) is none.
+    /// True for 127.0.0.0/8 and for ::1. An IPv4-mapped address (RFC 4291,
+    /// section 2.5.5.2) is none.
     bool isLoopback() const noexcept;
 
     /// True for 224.0.0.0/4 and for ff00::/8.
@@ -119,5 +121,12 @@ private:
     std::shared_ptr<InetAddressImpl> impl;
     std::string hostName;
 };
+
+/// Writes `toString()` with the stream's formatting.
+template <class Traits>
+std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& stream,
+                                             InetAddress const& address) {
+    return stream << address.toString();
+}
 
 } // namespace foundation::network

@@ -3,6 +3,7 @@
 #include <foundation/core/Export.hpp>
 #include <foundation/network/InetAddress.hpp>
 
+#include <iosfwd>
 #include <memory>
 #include <string>
 
@@ -45,5 +46,12 @@ private:
 
     std::shared_ptr<InterfaceAddressImpl> impl;
 };
+
+/// Writes `toString()` with the stream's formatting.
+template <class Traits>
+std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& stream,
+                                             InterfaceAddress const& address) {
+    return stream << address.toString();
+}
 
 } // namespace foundation::network

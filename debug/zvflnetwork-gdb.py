@@ -1,0 +1,161 @@
+# How GDB shows the values of libzvflnetwork. An IRI reads as its text, an address as its address:
+#
+#   (gdb) print iri
+#   $1 = http://bücher.example/a?q
+#
+# Only memory is read and nothing in the process is called, so it works on core files, too. The members that are read
+# are those of TemplateIRI.hpp, StringParts.hpp, EncodedPart.hpp and of the classes with the suffix Impl; strings and
+# pointers are taken as libstdc++ lays them out. Where such a layout changes, change `iri_text` or the printer of the
+# class here, and tests/debugger tells whether it fits.
+
+import socket
+
+import gdb
+import gdb.printing
+
+MOVED_FROM = "(moved from)"
+RAW, IRI, URI = 0, 1, 2  # foundation::network::iri::detail::Form
+SLICE, OWN = 1, 2  # EncodedPart::State, then sameAsRaw, sameAsIri, sameAsUri
+USER_INFO, HOST, PATH, QUERY, FRAGMENT = range(5)  # foundation::network::iri::detail::Part
+
+
+def units(pointer, length, size, encoding):
+    """Text in memory, not more of it than `set print elements` allows."""
+    limit = gdb.parameter("print elements") or length
+    shown = min(length, limit)
+    if shown == 0:
+        return ""
+    memory = gdb.selected_inferior().read_memory(int(pointer), shown * size)
+    return bytes(memory).decode(encoding, "replace") + ("..." if shown < length else "")
+
+
+def text(string):
+    """A std::string, std::u16string or std::u32string."""
+    pointer = string["_M_dataplus"]["_M_p"]
+    size = pointer.dereference().type.sizeof
+    encoding = {1: "utf-8", 2: "utf-16-le", 4: "utf-32-le"}[size]
+    return units(pointer, int(string["_M_string_length"]), size, encoding)
+
+
+def elements(array):
+    return array["_M_elems"]
+
+
+def loaded(atomic):
+    """The value of a std::atomic, of an integer, an enumeration or a pointer."""
+    for member in ("_M_i", "_M_b"):
+        if member in [field.name for field in atomic.type.strip_typedefs().fields()]:
+            atomic = atomic[member]
+            return atomic["_M_p"] if atomic.type.strip_typedefs().code == gdb.TYPE_CODE_STRUCT else atomic
+    raise gdb.error("unknown std::atomic")
+
+
+def part_text(part, owner):
+    """A part in its Iri form if that has been worked out, else as it was set."""
+    states = [int(loaded(elements(part["states"])[form])) for form in (RAW, IRI, URI)]
+    form = IRI if states[IRI] else int(part["source"])
+    while states[form] > OWN:
+        form = states[form] - OWN - 1
+    if states[form] == OWN:
+        return text(loaded(elements(part["texts"])[form]["value"]).dereference())
+    pointer = owner["_M_dataplus"]["_M_p"] + int(part["begin"])
+    return units(pointer, int(part["length"]), 4, "utf-32-le")
+
+
+def iri_text(value):
+    """The text of a TemplateIRI; of a built one its parts put together."""
+    flags, owner = value["flags"], value["parts"]["owner"]
+    if flags["textCurrent"]:
+        return text(owner)
+    parts = elements(value["parts"]["parts"])
+    result = text(value["scheme"]) + ":" if flags["hasScheme"] else ""
+    if flags["hasHost"]:
+        result += "//"
+        if flags["hasUserInfo"]:
+            result += part_text(parts[USER_INFO], owner) + "@"
+        result += part_text(parts[HOST], owner)
+        if flags["hasPort"]:
+            result += ":" + text(value["portString"])
+    if parts[PATH]["present"]:
+        result += part_text(parts[PATH], owner)
+    if flags["hasQuery"]:
+        result += "?" + part_text(parts[QUERY], owner)
+    if flags["hasFragment"]:
+        result += "#" + part_text(parts[FRAGMENT], owner)
+    return result
+
+
+def asio_address(address):
+    if int(address["type_"]) == 0:
+        pointer = address["ipv4_address_"]["addr_"].address
+        return socket.inet_ntop(socket.AF_INET, bytes(gdb.selected_inferior().read_memory(int(pointer), 4)))
+    v6 = address["ipv6_address_"]
+    memory = gdb.selected_inferior().read_memory(int(v6["addr_"].address), 16)
+    scope = int(v6["scope_id_"])
+    return socket.inet_ntop(socket.AF_INET6, bytes(memory)) + ("%%%d" % scope if scope else "")
+
+
+class Printer:
+    def __init__(self, value):
+        self.value = value
+
+    def to_string(self):
+        try:
+            return self.shown()
+        except (gdb.error, gdb.MemoryError) as reason:
+            return "(cannot be shown: %s)" % reason
+
+
+class Handle(Printer):
+    """A value with a shared pointer to its content; empty once it was moved from."""
+
+    def shown(self):
+        content = self.value["impl"]["_M_ptr"]
+        return MOVED_FROM if int(content) == 0 else self.of(content.dereference())
+
+
+class Iri(Printer):
+    def shown(self):
+        return iri_text(self.value["value"])
+
+
+class IriValue(Printer):
+    def shown(self):
+        return iri_text(self.value)
+
+
+class InetAddress(Handle):
+    def of(self, content):
+        name = text(self.value["hostName"])
+        return asio_address(content["address"]) + (" (%s)" % name if name else "")
+
+
+class InterfaceAddress(Handle):
+    def of(self, content):
+        return text(content["text"])
+
+
+class NetworkInterface(Handle):
+    def of(self, content):
+        return "%s (%s)" % (text(content["friendlyName"]), text(content["identifier"]))
+
+
+class HardwareAddress(Printer):
+    def shown(self):
+        items = self.value["items"]["_M_impl"]
+        begin, end = int(items["_M_start"]), int(items["_M_finish"])
+        if begin == end:
+            return "(none)"
+        return ":".join("%02x" % byte for byte in bytes(gdb.selected_inferior().read_memory(begin, end - begin)))
+
+
+def printers():
+    collection = gdb.printing.RegexpCollectionPrettyPrinter("zvflnetwork")
+    for printer in (InetAddress, InterfaceAddress, NetworkInterface, HardwareAddress):
+        collection.add_printer(printer.__name__, "^foundation::network::%s$" % printer.__name__, printer)
+    collection.add_printer("IRI", "^foundation::network::IRI$", Iri)
+    collection.add_printer("TemplateIRI", "^foundation::network::iri::detail::TemplateIRI<.*>$", IriValue)
+    return collection
+
+
+gdb.printing.register_pretty_printer(gdb.current_objfile(), printers(), replace=True)

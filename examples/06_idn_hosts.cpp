@@ -1,0 +1,22 @@
+// An IRI keeps its host as it was written; a name server wants the ASCII form of UTS #46.
+//
+// Prints:
+//   http://b%C3%BCcher.example/a is at xn--bcher-kva.example
+//   and that reads bücher.example
+
+#include <foundation/network/IRI.hpp>
+#include <foundation/network/IdnConverter.hpp>
+
+#include <boost/locale/encoding_utf.hpp>
+
+#include <iostream>
+
+int main() {
+    using namespace foundation::network;
+
+    IdnConverter const idn; // dearer to make than to use: keep it where names are many
+    IRI const iri(u"http://bücher.example/a");
+    std::string const ascii = idn.toAscii(iri.getHost(Encoding::Raw));
+    std::cout << iri << " is at " << ascii << '\n'
+              << "and that reads " << boost::locale::conv::utf_to_utf<char>(idn.toUnicode(ascii)) << '\n';
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+/// Values in the texts of the library {fmt}, which must be there: 8.1 or newer.
+///
+///     #include <foundation/network/fmt.hpp>
+///
+///     fmt::print("{} is at {:>15}\n", iri, address);
+///
+/// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill, precision.
+
+#include <foundation/network/HardwareAddress.hpp>
+#include <foundation/network/IRI.hpp>
+#include <foundation/network/InetAddress.hpp>
+#include <foundation/network/InterfaceAddress.hpp>
+#include <foundation/network/detail/Printed.hpp>
+
+#include <fmt/format.h>
+
+namespace foundation::network::detail {
+
+template <class Value>
+struct FmtFormatter : fmt::formatter<fmt::string_view> {
+    template <class Context>
+    auto format(Value const& value, Context& context) const {
+        return fmt::formatter<fmt::string_view>::format(printed(value), context);
+    }
+};
+
+} // namespace foundation::network::detail
+
+namespace fmt {
+
+template <>
+struct formatter<foundation::network::IRI>
+    : foundation::network::detail::FmtFormatter<foundation::network::IRI> {};
+template <>
+struct formatter<foundation::network::InetAddress>
+    : foundation::network::detail::FmtFormatter<foundation::network::InetAddress> {};
+template <>
+struct formatter<foundation::network::InterfaceAddress>
+    : foundation::network::detail::FmtFormatter<foundation::network::InterfaceAddress> {};
+template <>
+struct formatter<foundation::network::HardwareAddress>
+    : foundation::network::detail::FmtFormatter<foundation::network::HardwareAddress> {};
+
+} // namespace fmt

@@ -1,0 +1,55 @@
+#pragma once
+
+/// Values in `std::format`, where the compiler's library has it (C++20); nothing elsewhere.
+///
+///     #include <foundation/network/format.hpp>
+///
+///     std::format("{} is at {:>15}", iri, address);
+///
+/// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill, precision.
+
+#include <foundation/network/HardwareAddress.hpp>
+#include <foundation/network/IRI.hpp>
+#include <foundation/network/InetAddress.hpp>
+#include <foundation/network/InterfaceAddress.hpp>
+#include <foundation/network/detail/Printed.hpp>
+
+#include <string_view>
+
+#if __has_include(<version>)
+#include <version>
+#endif
+
+#ifdef __cpp_lib_format
+#include <format>
+
+namespace foundation::network::detail {
+
+template <class Value>
+struct StdFormatter : std::formatter<std::string_view> {
+    template <class Context>
+    auto format(Value const& value, Context& context) const {
+        return std::formatter<std::string_view>::format(printed(value), context);
+    }
+};
+
+} // namespace foundation::network::detail
+
+namespace std {
+
+template <>
+struct formatter<foundation::network::IRI>
+    : foundation::network::detail::StdFormatter<foundation::network::IRI> {};
+template <>
+struct formatter<foundation::network::InetAddress>
+    : foundation::network::detail::StdFormatter<foundation::network::InetAddress> {};
+template <>
+struct formatter<foundation::network::InterfaceAddress>
+    : foundation::network::detail::StdFormatter<foundation::network::InterfaceAddress> {};
+template <>
+struct formatter<foundation::network::HardwareAddress>
+    : foundation::network::detail::StdFormatter<foundation::network::HardwareAddress> {};
+
+} // namespace std
+
+#endif

@@ -1,0 +1,27 @@
+// Nothing here runs. The library is usually built without debug information, and a program sees the insides
+// of its values only by name; so this one source is always compiled with it, and tells debuggers how values
+// lie in memory. What reads that: debug/zvflnetwork-gdb.py and debug/zvflnetwork.natvis.
+
+#include "inet/InetAddressImpl.hpp"
+#include "interfaces/InterfaceAddressImpl.hpp"
+#include "interfaces/NetworkInterfaceImpl.hpp"
+
+#include <foundation/network/IRI.hpp>
+
+namespace foundation::network {
+
+namespace {
+
+struct Layouts {
+    IRI const* iri;
+    iri::detail::TemplateIRI<std::u32string> const* value;
+    InetAddressImpl const* inetAddress;
+    InterfaceAddressImpl const* interfaceAddress;
+    NetworkInterfaceImpl const* networkInterface;
+};
+
+[[gnu::used]] constinit Layouts const* const layouts = nullptr;
+
+} // namespace
+
+} // namespace foundation::network
