@@ -95,6 +95,10 @@ inline constexpr BuildLoss buildLosses[] = {
      }},
 };
 
+inline bool canBeReadAgain(IRI const& iri) {
+    return !named(true, buildLosses, iri).known;
+}
+
 // What was built, printed and parsed again is the same but for the named losses.
 inline Named buildHolds(IRI const& built) {
     constexpr auto Iri = Encoding::Iri;

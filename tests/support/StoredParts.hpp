@@ -8,6 +8,7 @@
 #include <foundation/network/iri/detail/StringParts.hpp>
 
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace support::plain {
@@ -48,12 +49,12 @@ inline Text const& get(StringParts const& parts, int part, Encoding encoding) {
 
 // A text, or "! " and the words of what was thrown instead.
 template <class Operation>
-Text outcome(Operation operation) {
+std::decay_t<std::invoke_result_t<Operation>> outcome(Operation operation) {
     try {
         return operation();
     } catch (std::exception const& e) {
         std::string const words = std::string("! ") + e.what();
-        return Text(words.begin(), words.end());
+        return {words.begin(), words.end()};
     }
 }
 
