@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 
 int main(int count, char** arguments) {
     std::size_t files = 0;
