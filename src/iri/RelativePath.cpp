@@ -20,6 +20,16 @@ bool beginsWithSlash(std::u32string_view path) {
     return !path.empty() && path.front() == U'/';
 }
 
+// Whether two characters stand side by side somewhere. The sign bit is set where they do; no way out of the loop before
+// its end, so it becomes vector code.
+bool holdsPair(std::u32string_view path, char32_t first, char32_t second) {
+    std::uint32_t found = 0;
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        found |= ((path[i - 1] ^ first) | (path[i] ^ second)) - 1;
+    }
+    return found >> 31 != 0;
+}
+
 // RFC 3986, section 5.2.4, on a text, which only gets shorter.
 void removeDotSegmentsOfText(std::u32string& path) {
     std::size_t written = 0; // the output buffer is path[0, written), the input buffer path[at, size)
@@ -59,6 +69,10 @@ void removeDotSegmentsOfText(std::u32string& path) {
 } // namespace
 
 bool hasRelativePathSegments(std::u32string_view path) noexcept {
+    // Hardly any path has a dot behind a slash or at its start: only those are looked at more closely.
+    if (!holdsPair(path, U'/', U'.') && (path.empty() || path.front() != U'.')) {
+        return false;
+    }
     for (std::size_t at = 0; at < path.size();) {
         if (path[at] == U'.') {
             std::size_t end = at + 1;
@@ -78,9 +92,7 @@ bool hasRelativePathSegments(std::u32string_view path) noexcept {
     return false;
 }
 
-bool canBeSplit(std::u32string_view path) noexcept {
-    return path.find(U"//") == std::u32string_view::npos;
-}
+bool canBeSplit(std::u32string_view path) noexcept { return !holdsPair(path, U'/', U'/'); }
 
 PathComponents componentsOf(std::u32string_view path) {
     std::vector<std::u32string_view> elements;
