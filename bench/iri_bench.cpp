@@ -1,138 +1,260 @@
 // What an IRI costs, beside the field's other libraries where they are installed.
 //
-//   iri_bench [google-benchmark options] [FILE]...
+//   iri_bench [--urls=FILE] [--iris=FILE] [--pairs=FILE] [google-benchmark options]
 //
-// Each FILE (UTF-8, an IRI a line; by default the lists of examples/data) makes a set of rows
-// "operation/library/ file". A row's time is that of one item; bytes are those of the text as the library is
-// given it: UTF-16 for this library and QUrl, UTF-8 for uriparser and GUri, which do not take UTF-16 and are
-// spared the conversion. GUri keeps the text's UTF-8; uriparser keeps pointers into it and owns nothing. A
-// library refuses what its grammar refuses; "refused" is how many in a hundred.
+// FILE is UTF-8, an IRI a line; of the pairs base and reference, separated by a tab. The lists of
+// examples/data are the default; neighbours in the list of home pages are the default pairs. It prints a
+// table in Markdown: a row an operation and a list, a column a library, in each cell nanoseconds an item, the
+// least of many passes that are interleaved with those of the others.
+
+#include "Bench.hpp"
 
 #include <foundation/network/IRI.hpp>
 
-#include <benchmark/benchmark.h>
 #include <unicode/unistr.h>
 
-#ifdef BENCH_QT
-#include <QtCore/QUrl>
-#endif
-#ifdef BENCH_URIPARSER
-#include <uriparser/Uri.h>
-#endif
-#ifdef BENCH_GLIB
-#include <glib.h>
-#endif
-
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <iostream>
-#include <string>
-#include <vector>
+#include <limits>
+#include <map>
+
+namespace bench {
 
 namespace {
 
-using foundation::network::Encoding;
 using foundation::network::IRI;
 
-struct Corpus {
-    std::string name;
-    std::vector<std::string> utf8;
-    std::vector<std::u16string> utf16;
-};
+std::u16string toUtf16(std::string const& utf8) {
+    auto const wide = icu::UnicodeString::fromUTF8(utf8);
+    return {wide.getBuffer(), static_cast<std::size_t>(wide.length())};
+}
 
-Corpus read(std::string const& path) {
-    Corpus corpus{path.substr(path.rfind('/') + 1), {}, {}};
+std::vector<std::string> lines(std::string const& path) {
     std::ifstream file(path);
+    std::vector<std::string> result;
     for (std::string line; std::getline(file, line);) {
-        auto const wide = icu::UnicodeString::fromUTF8(line);
-        corpus.utf16.emplace_back(wide.getBuffer(), static_cast<std::size_t>(wide.length()));
-        corpus.utf8.push_back(line);
+        result.push_back(line);
     }
-    if (corpus.utf8.empty()) {
+    if (result.empty()) {
         std::cerr << "iri_bench: nothing in " << path << '\n';
         std::exit(2);
     }
+    return result;
+}
+
+Corpus corpusOf(std::string name, std::vector<std::string> texts) {
+    Corpus corpus{std::move(name), std::move(texts), {}};
+    std::transform(corpus.utf8.begin(), corpus.utf8.end(), std::back_inserter(corpus.utf16), toUtf16);
     return corpus;
 }
 
-// An iteration is one item, the next of the list each time. `operation` gives false for an item that it
-// refuses.
-template <class Items, class Operation>
-void measure(std::string const& row, Corpus const& corpus, Items const& items, Operation operation) {
-    benchmark::RegisterBenchmark(
-        (row + "/" + corpus.name).c_str(), [&items, operation](benchmark::State& state) {
-            std::size_t at = 0;
-            std::size_t bytes = 0;
-            std::size_t refused = 0;
-            for (auto _ : state) {
-                auto const& item = items[at];
-                refused += operation(item) ? 0 : 1;
-                bytes += item.size() * sizeof(item[0]);
-                at = at + 1 == items.size() ? 0 : at + 1;
-            }
-            state.SetBytesProcessed(static_cast<std::int64_t>(bytes));
-            state.counters["refused"] =
-                benchmark::Counter(100.0 * static_cast<double>(refused), benchmark::Counter::kAvgIterations);
-        });
+std::string nameOf(std::string const& path) {
+    return path.substr(path.rfind('/') + 1);
 }
 
-template <class Operation>
-bool unlessRefused(Operation operation) {
-    try {
-        operation();
-        return true;
-    } catch (std::exception const&) {
-        return false;
+Pairs readPairs(std::string const& path, std::vector<std::string> const& homepages) {
+    std::vector<std::string> bases;
+    std::vector<std::string> references;
+    if (path.empty()) {
+        bases.assign(homepages.begin(), homepages.end() - 1);
+        references.assign(homepages.begin() + 1, homepages.end());
+    } else {
+        for (auto const& line : lines(path)) {
+            std::size_t const tab = line.find('\t');
+            bases.push_back(line.substr(0, tab));
+            references.push_back(line.substr(tab + 1, line.find('\t', tab + 1) - tab - 1));
+        }
     }
+    // The few whose target cannot be made relative again have no row of all operations.
+    Pairs pairs{path.empty() ? "neighbours" : nameOf(path), {}, {}};
+    for (std::size_t i = 0; i != bases.size(); ++i) {
+        try {
+            IRI const base(toUtf16(bases[i]));
+            (void)IRI(toUtf16(references[i])).resolveAgainst(base).makeRelativeTo(base);
+        } catch (std::logic_error const&) {
+            continue;
+        }
+        pairs.bases.utf8.push_back(bases[i]);
+        pairs.references.utf8.push_back(references[i]);
+    }
+    pairs.bases = corpusOf("", pairs.bases.utf8);
+    pairs.references = corpusOf("", pairs.references.utf8);
+    return pairs;
 }
 
-void parseRows(Corpus const& corpus) {
-    measure("parse/IRI", corpus, corpus.utf16, [](std::u16string const& text) {
-        return unlessRefused([&] { benchmark::DoNotOptimize(IRI(text)); });
-    });
-#ifdef BENCH_QT
-    measure("parse/QUrl", corpus, corpus.utf16, [](std::u16string const& text) {
-        QUrl url(QString::fromUtf16(text.data(), static_cast<int>(text.size())), QUrl::TolerantMode);
-        benchmark::DoNotOptimize(url);
-        return url.isValid();
-    });
-#endif
-#ifdef BENCH_URIPARSER
-    measure("parse/uriparser", corpus, corpus.utf8, [](std::string const& text) {
-        UriUriA uri;
-        bool const taken =
-            uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), nullptr) == URI_SUCCESS;
-        if (taken) {
-            uriFreeUriMembersA(&uri);
-        }
-        return taken;
-    });
-#endif
-#ifdef BENCH_GLIB
-    measure("parse/GUri", corpus, corpus.utf8, [](std::string const& text) {
-        GUri* const uri = g_uri_parse(text.c_str(), G_URI_FLAGS_ENCODED, nullptr);
-        if (uri != nullptr) {
-            g_uri_unref(uri);
-        }
-        return uri != nullptr;
-    });
-#endif
+// Takes `--name=value` out of the arguments.
+std::string takeOption(int& argc, char** argv, std::string const& name, std::string value) {
+    std::string const prefix = "--" + name + "=";
+    auto const isOption = [&](char const* argument) {
+        return std::strncmp(argument, prefix.c_str(), prefix.size()) == 0;
+    };
+    auto* const end = argv + argc;
+    if (auto* const found = std::find_if(argv + 1, end, isOption); found != end) {
+        value = *found + prefix.size();
+        std::rotate(found, found + 1, end);
+        --argc;
+    }
+    return value;
 }
+
+constexpr char separator = '|'; // between the pieces of a benchmark's name
+
+// Rows in the order in which they were registered.
+std::vector<std::string>& rowNames() {
+    static std::vector<std::string> names;
+    return names;
+}
+
+// Collects the least time of each cell and prints them as one table.
+class Table : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(Context const&) override { return true; }
+
+    void ReportRuns(std::vector<Run> const& runs) override {
+        for (auto const& run : runs) {
+            if (run.run_type == Run::RT_Aggregate) {
+                continue;
+            }
+            std::string const name = run.run_name.function_name;
+            std::size_t const at = name.rfind(separator);
+            auto& row = rowOf(name.substr(0, at));
+            auto const found =
+                row.cells.try_emplace(name.substr(at + 1), std::numeric_limits<double>::max()).first;
+            double const items = run.counters.at("items").value;
+            found->second = std::min(found->second, run.GetAdjustedRealTime() / items);
+        }
+    }
+
+    void Finalize() override {
+        std::vector<std::string> libraries;
+        for (auto const& row : rows) {
+            for (auto const& [library, time] : row.cells) {
+                if (std::find(libraries.begin(), libraries.end(), library) == libraries.end()) {
+                    libraries.push_back(library);
+                }
+            }
+        }
+        std::sort(libraries.begin(), libraries.end(), [](auto const& a, auto const& b) {
+            return std::pair(a != "IRI", a != "QUrl") < std::pair(b != "IRI", b != "QUrl");
+        });
+        std::printf("| operation | list |");
+        for (auto const& library : libraries) {
+            std::printf(" %s |", library.c_str());
+        }
+        std::printf(" of QUrl | of the best |\n| --- | --- |");
+        for (std::size_t i = 0; i != libraries.size() + 2; ++i) {
+            std::printf(" ---: |");
+        }
+        std::printf("\n");
+        auto const place = [](Row const& row) {
+            return std::find(rowNames().begin(), rowNames().end(), row.name) - rowNames().begin();
+        };
+        std::sort(rows.begin(), rows.end(), [&](Row const& a, Row const& b) { return place(a) < place(b); });
+        for (auto const& row : rows) {
+            print(row, libraries);
+        }
+    }
+
+private:
+    struct Row {
+        std::string name;
+        std::map<std::string, double> cells;
+    };
+
+    Row& rowOf(std::string const& name) {
+        auto const found =
+            std::find_if(rows.begin(), rows.end(), [&](Row const& row) { return row.name == name; });
+        return found != rows.end() ? *found : rows.emplace_back(Row{name, {}});
+    }
+
+    static void print(Row const& row, std::vector<std::string> const& libraries) {
+        std::size_t const at = row.name.find(separator);
+        std::printf("| %s | %s |", row.name.substr(0, at).c_str(), row.name.substr(at + 1).c_str());
+        double best = std::numeric_limits<double>::max();
+        for (auto const& library : libraries) {
+            auto const cell = row.cells.find(library);
+            if (cell == row.cells.end()) {
+                std::printf(" |");
+                continue;
+            }
+            best = library == "IRI" ? best : std::min(best, cell->second);
+            std::printf(" %.0f |", cell->second);
+        }
+        auto const own = row.cells.find("IRI");
+        auto const ratio = [&](bool known, double other) {
+            known&& own != row.cells.end() ? std::printf(" %.2f |", own->second / other) : std::printf(" |");
+        };
+        auto const qurl = row.cells.find("QUrl");
+        ratio(qurl != row.cells.end(), qurl != row.cells.end() ? qurl->second : 1);
+        ratio(best < std::numeric_limits<double>::max(), best);
+        std::printf("\n");
+    }
+
+    std::vector<Row> rows;
+};
 
 } // namespace
 
+void add(char const* operation, std::string const& list, char const* library, std::size_t items, Pass pass) {
+    std::string const row = std::string(operation) + separator + list;
+    if (std::find(rowNames().begin(), rowNames().end(), row) == rowNames().end()) {
+        rowNames().push_back(row);
+    }
+    std::string const name = row + separator + library;
+    benchmark::RegisterBenchmark(name.c_str(),
+                                 [pass = std::move(pass), items](benchmark::State& state) {
+                                     for (auto _ : state) {
+                                         state.SetIterationTime(pass());
+                                     }
+                                     state.counters["items"] = static_cast<double>(items);
+                                 })
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Repetitions(40)
+        ->Unit(benchmark::kNanosecond);
+}
+
+} // namespace bench
+
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    std::vector<Corpus> corpora;
-    for (int i = 1; i < argc; ++i) {
-        corpora.push_back(read(argv[i]));
+    using namespace bench;
+    std::string const urls = takeOption(argc, argv, "urls", BENCH_DATA "/homepages.txt");
+    std::string const iris = takeOption(argc, argv, "iris", BENCH_DATA "/iris.txt");
+    std::string const pairs = takeOption(argc, argv, "pairs", "");
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string interleaved = "--benchmark_enable_random_interleaving=true";
+    arguments.insert(arguments.begin() + 1, interleaved.data());
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
+        return 2;
     }
-    if (corpora.empty()) {
-        corpora = {read(BENCH_DATA "/homepages.txt"), read(BENCH_DATA "/iris.txt")};
-    }
-    for (auto const& corpus : corpora) {
-        parseRows(corpus);
-    }
-    benchmark::RunSpecifiedBenchmarks();
+    Data const data{corpusOf(nameOf(urls), lines(urls)), corpusOf(nameOf(iris), lines(iris)),
+                    readPairs(pairs, lines(BENCH_DATA "/homepages.txt"))};
+    addIri(data);
+#ifdef BENCH_QT
+    addQUrl(data);
+#endif
+#ifdef BENCH_URIPARSER
+    addUriparser(data);
+#endif
+#ifdef BENCH_GLIB
+    addGUri(data);
+#endif
+#ifdef BENCH_POCO
+    addPoco(data);
+#endif
+#ifdef BENCH_CURL
+    addCurl(data);
+#endif
+#ifdef BENCH_BOOST_URL
+    addBoostUrl(data);
+#endif
+    Table table;
+    benchmark::RunSpecifiedBenchmarks(&table);
     benchmark::Shutdown();
     return 0;
 }

@@ -4,7 +4,7 @@
 #   $1 = http://bücher.example/a?q
 #
 # Only memory is read and nothing in the process is called, so it works on core files, too. The members that are read
-# are those of TemplateIRI.hpp, StringParts.hpp, EncodedPart.hpp and of the classes with the suffix Impl; strings and
+# are those of TemplateIRI.hpp, StringParts.hpp and of the classes with the suffix Impl; strings and
 # pointers are taken as libstdc++ lays them out. Where such a layout changes, change `iri_text` or the printer of the
 # class here, and tests/debugger tells whether it fits.
 
@@ -14,9 +14,6 @@ import gdb
 import gdb.printing
 
 MOVED_FROM = "(moved from)"
-RAW, IRI, URI = 0, 1, 2  # foundation::network::iri::detail::Form
-SLICE, OWN = 1, 2  # EncodedPart::State, then sameAsRaw, sameAsIri, sameAsUri
-USER_INFO, HOST, PATH, QUERY, FRAGMENT = range(5)  # foundation::network::iri::detail::Part
 
 
 def units(pointer, length, size, encoding):
@@ -37,52 +34,10 @@ def text(string):
     return units(pointer, int(string["_M_string_length"]), size, encoding)
 
 
-def elements(array):
-    return array["_M_elems"]
-
-
-def loaded(atomic):
-    """The value of a std::atomic, of an integer, an enumeration or a pointer."""
-    for member in ("_M_i", "_M_b"):
-        if member in [field.name for field in atomic.type.strip_typedefs().fields()]:
-            atomic = atomic[member]
-            return atomic["_M_p"] if atomic.type.strip_typedefs().code == gdb.TYPE_CODE_STRUCT else atomic
-    raise gdb.error("unknown std::atomic")
-
-
-def part_text(part, owner):
-    """A part in its Iri form if that has been worked out, else as it was set."""
-    states = [int(loaded(elements(part["states"])[form])) for form in (RAW, IRI, URI)]
-    form = IRI if states[IRI] else int(part["source"])
-    while states[form] > OWN:
-        form = states[form] - OWN - 1
-    if states[form] == OWN:
-        return text(loaded(elements(part["texts"])[form]["value"]).dereference())
-    pointer = owner["_M_dataplus"]["_M_p"] + int(part["begin"])
-    return units(pointer, int(part["length"]), 4, "utf-32-le")
-
-
 def iri_text(value):
-    """The text of a TemplateIRI; of a built one its parts put together."""
-    flags, owner = value["flags"], value["parts"]["owner"]
-    if flags["textCurrent"]:
-        return text(owner)
-    parts = elements(value["parts"]["parts"])
-    result = text(value["scheme"]) + ":" if flags["hasScheme"] else ""
-    if flags["hasHost"]:
-        result += "//"
-        if flags["hasUserInfo"]:
-            result += part_text(parts[USER_INFO], owner) + "@"
-        result += part_text(parts[HOST], owner)
-        if flags["hasPort"]:
-            result += ":" + text(value["portString"])
-    if parts[PATH]["present"]:
-        result += part_text(parts[PATH], owner)
-    if flags["hasQuery"]:
-        result += "?" + part_text(parts[QUERY], owner)
-    if flags["hasFragment"]:
-        result += "#" + part_text(parts[FRAGMENT], owner)
-    return result
+    """The text of which a value's parts are slices: of a parsed one that text itself, of another the pieces that it was
+    made from, in the forms in which they were given."""
+    return text(value["parts"]["source"])
 
 
 def asio_address(address):

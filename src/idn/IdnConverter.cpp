@@ -16,7 +16,10 @@ IdnConverterException::IdnConverterException(std::string name) : message(std::mo
 IdnConverterException::IdnConverterException(IdnConverterException const&) = default;
 IdnConverterException::IdnConverterException(IdnConverterException&&) noexcept = default;
 IdnConverterException& IdnConverterException::operator=(IdnConverterException const&) = default;
-IdnConverterException& IdnConverterException::operator=(IdnConverterException&&) noexcept = default;
+IdnConverterException& IdnConverterException::operator=(IdnConverterException&& other) noexcept {
+    message.swap(other.message); // a move of a text to itself would empty it
+    return *this;
+}
 IdnConverterException::~IdnConverterException() noexcept = default;
 
 char const* IdnConverterException::what() const noexcept {

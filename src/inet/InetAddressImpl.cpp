@@ -2,7 +2,7 @@
 
 #include <foundation/core/except/InternalException.hpp>
 
-#include <boost/system/system_error.hpp>
+#include <boost/system/error_code.hpp>
 
 #include <algorithm>
 #include <cstdint>
@@ -104,7 +104,7 @@ ip::address parse(std::string const& text) {
     boost::system::error_code error;
     ip::address address = ip::make_address(text, error);
     if (error) {
-        throw makeInternalException(std::invalid_argument(boost::system::system_error(error).what()));
+        throw makeInternalException(std::invalid_argument(error.message()));
     }
     if (address.is_v4()) {
         // What some systems take beside it, or an end in the middle of the text.

@@ -3,115 +3,180 @@
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include <array>
+#include <charconv>
 #include <string>
 #include <utility>
 
 namespace foundation::network::iri::detail {
 
-/// A value under construction from pieces of others.
+/// A value under construction from pieces, which are views of operands, of arguments, or of texts of its own.
 ///
-/// The pieces are views of the operands, or a path of its own; `finish` copies them all into one text, of
-/// which the parts of the new value are slices, each in the form in which it was stored. So the parts pass
-/// through unchanged, and the whole takes one allocation.
+/// The end copies them all into one text, in the order and with the delimiters of an IRI; the parts of the
+/// new value are slices of it, each in the form in which it was given. So parts pass through unchanged, the
+/// whole takes one allocation, and where all pieces are in one form the text is that form of the whole.
 template <class String>
 class TemplateIRI<String>::Draft {
 public:
+    /// The end writes into `target`, which must be as `IRI()`.
+    explicit Draft(TemplateIRI& target) : result(target) {}
+    Draft(Draft const&) = delete;
+    Draft& operator=(Draft const&) = delete;
+    ~Draft() = default;
+
     Flags& flags() { return result.flags; }
 
-    void takeScheme(TemplateIRI const& from) {
-        result.flags.hasScheme = from.flags.hasScheme;
-        result.scheme = from.scheme;
+    void setScheme(View text) {
+        result.flags.hasScheme = true;
+        scheme = text;
     }
-
-    /// User information, host and port, where they are present.
-    void takeAuthority(TemplateIRI const& from) {
-        result.flags.hasUserInfo = from.flags.hasUserInfo;
-        result.flags.hasHost = from.flags.hasHost;
-        result.flags.hasPort = from.flags.hasPort;
-        take(from.flags.hasUserInfo, Part::userInfo, from);
-        take(from.flags.hasHost, Part::host, from);
-        result.port = from.port;
-        result.portString = from.portString;
+    void setUserInfo(View text) {
+        result.flags.hasUserInfo = true;
+        piece(Part::userInfo) = {text, Encoding::Raw};
     }
-
-    /// The path as it was stored, with what is known of its shape.
-    void takePath(TemplateIRI const& from) {
-        result.flags.hasAbsolutePath = from.flags.hasAbsolutePath;
-        result.flags.pathIsEmpty = from.flags.pathIsEmpty;
-        result.flags.pathHasDotSegments = from.flags.pathHasDotSegments;
-        take(from.parts.has(Part::path), Part::path, from);
+    void setHost(View text) {
+        result.flags.hasHost = true;
+        piece(Part::host) = {text, Encoding::Raw};
     }
-
-    /// A path in `Encoding::Raw` that an operand holds.
+    void setPort(unsigned short number) {
+        std::array<char, 5> digits{};
+        char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+        result.flags.hasPort = true;
+        result.port = number;
+        ownPort.assign(digits.data(), end);
+        portText = ownPort;
+    }
+    /// A path in `Encoding::Raw` that somebody else keeps.
     void setPath(View path, bool absolute) {
         result.flags.hasAbsolutePath = absolute;
         result.flags.pathIsEmpty = path.empty();
         piece(Part::path) = {path, Encoding::Raw};
     }
-
-    /// A new path in `Encoding::Raw`. It is absolute exactly when it begins with "/".
+    /// A path in `Encoding::Raw`. It is absolute exactly when it begins with "/".
     void setPath(String path) {
         ownPath = std::move(path);
         setPath(View(ownPath), !ownPath.empty() && ownPath.front() == FORWARD_SLASH);
     }
+    void setQuery(String text, bool formEncoded) {
+        result.flags.hasQuery = true;
+        result.flags.queryIsFormEncoded = formEncoded;
+        ownQuery = std::move(text);
+        piece(Part::query) = {ownQuery, Encoding::Raw};
+    }
+    void setFragment(View text) {
+        result.flags.hasFragment = true;
+        piece(Part::fragment) = {text, Encoding::Raw};
+    }
 
-    View path() const { return pieces[static_cast<std::size_t>(Part::path)].first; }
+    // Of another value, what it has of a part, in the form in which it was stored.
 
+    void takeScheme(TemplateIRI const& from) {
+        result.flags.hasScheme = from.flags.hasScheme;
+        scheme = from.schemeView();
+    }
+    /// User information, host and port.
+    void takeAuthority(TemplateIRI const& from) {
+        result.flags.hasUserInfo = from.flags.hasUserInfo;
+        result.flags.hasHost = from.flags.hasHost;
+        result.flags.hasPort = from.flags.hasPort;
+        take(Part::userInfo, from);
+        take(Part::host, from);
+        result.port = from.port;
+        portText = from.portView();
+    }
+    /// The path, with what is known of its shape.
+    void takePath(TemplateIRI const& from) {
+        result.flags.hasAbsolutePath = from.flags.hasAbsolutePath;
+        result.flags.pathIsEmpty = from.flags.pathIsEmpty;
+        result.flags.pathHasDotSegments = from.flags.pathHasDotSegments;
+        take(Part::path, from);
+    }
     void takeQuery(TemplateIRI const& from) {
         result.flags.hasQuery = from.flags.hasQuery;
         result.flags.queryIsFormEncoded = from.flags.queryIsFormEncoded;
-        take(from.flags.hasQuery, Part::query, from);
+        take(Part::query, from);
     }
-
     void takeFragment(TemplateIRI const& from) {
         result.flags.hasFragment = from.flags.hasFragment;
-        take(from.flags.hasFragment, Part::fragment, from);
+        take(Part::fragment, from);
     }
 
-    TemplateIRI finish() {
-        // Without an authority, a path that begins with "//" would be read as one.
-        constexpr char32_t noHost[] = {FORWARD_SLASH, FULL_STOP};
-        View const path = piece(Part::path).first;
-        bool const guarded =
-            !result.flags.hasHost && path.size() > 1 && path[0] == FORWARD_SLASH && path[1] == FORWARD_SLASH;
-        View const guard(noHost, guarded ? 2 : 0);
-        String text;
-        std::size_t length = guard.size();
-        for (auto const& each : pieces) {
-            length += each.first.size();
-        }
-        text.reserve(length);
-        Flags const& has = result.flags;
-        for (auto const& [part, present] :
-             {std::pair(Part::userInfo, has.hasUserInfo), std::pair(Part::host, has.hasHost),
-              std::pair(Part::path, true), std::pair(Part::query, has.hasQuery),
-              std::pair(Part::fragment, has.hasFragment)}) {
-            if (present) {
-                std::size_t const at = text.size();
-                auto const& [view, encoding] = piece(part);
-                text.append(part == Part::path ? guard : View()).append(view);
-                result.parts.setSlice(part, at, text.size() - at, encoding);
-            }
-        }
-        result.parts.setFormEncoded(has.queryIsFormEncoded);
-        result.parts.setSchemePresent(has.hasScheme);
-        result.parts.adoptSource(std::move(text));
-        result.close();
-        return std::move(result);
+    [[nodiscard]] View path() const { return pieces[static_cast<std::size_t>(Part::path)].first; }
+
+    /// Ends the value, for a reference: without an authority, a path that begins with "//" would be read as
+    /// one, and gets
+    /// "/." in front.
+    void finish() {
+        constexpr char32_t twoSlashes[] = {FORWARD_SLASH, FORWARD_SLASH};
+        bool const guarded = !result.flags.hasHost && path().substr(0, 2) == View(twoSlashes, 2);
+        finishBehind(guarded ? View(guard, 2) : View());
     }
+
+    /// Ends the value as its pieces are.
+    void finishAsGiven() { finishBehind(View()); }
 
 private:
     using Piece = std::pair<View, Encoding>;
+    static constexpr char32_t guard[] = {FORWARD_SLASH, FULL_STOP};
 
     Piece& piece(Part part) { return pieces[static_cast<std::size_t>(part)]; }
 
-    void take(bool present, Part part, TemplateIRI const& from) {
-        piece(part) = present ? from.parts.storedView(part) : Piece(View(), Encoding::Raw);
+    void take(Part part, TemplateIRI const& from) {
+        piece(part) = from.parts.has(part) ? from.parts.storedView(part) : Piece(View(), Encoding::Raw);
     }
 
-    TemplateIRI result;
-    String ownPath;
+    void finishBehind(View beforePath) {
+        constexpr std::size_t delimiters = 7; // ":" "//" "@" ":" "?" "#"
+        std::size_t length = scheme.size() + portText.size() + beforePath.size() + delimiters;
+        for (auto const& each : pieces) {
+            length += each.first.size();
+        }
+        String text;
+        text.reserve(length);
+        auto const put = [this, &text](Part part, View before = View()) {
+            auto const& [view, encoding] = piece(part);
+            Slice const slice{text.size(), before.size() + view.size()};
+            text.append(before).append(view);
+            result.parts.setSlice(part, slice, formOf(encoding));
+        };
+        Flags const& has = result.flags;
+        if (has.hasScheme) {
+            result.scheme = {0, scheme.size()};
+            text.append(scheme).push_back(COLON);
+        }
+        if (has.hasHost) {
+            text.append(2, FORWARD_SLASH);
+            if (has.hasUserInfo) {
+                put(Part::userInfo);
+                text.push_back(COMMERCIAL_AT);
+            }
+            put(Part::host);
+            if (has.hasPort) {
+                text.push_back(COLON);
+                result.portText = {text.size(), portText.size()};
+                text.append(portText);
+            }
+        }
+        put(Part::path, beforePath);
+        if (has.hasQuery) {
+            text.push_back(QUESTION_MARK);
+            put(Part::query);
+        }
+        if (has.hasFragment) {
+            text.push_back(HASH_SIGN);
+            put(Part::fragment);
+        }
+        result.parts.adoptSource(std::move(text));
+        result.parts.setContext(has.hasScheme, has.queryIsFormEncoded);
+        result.close();
+    }
+
+    TemplateIRI& result;
+    View scheme;
+    View portText;
     std::array<Piece, 5> pieces{};
+    String ownPort;
+    String ownPath;
+    String ownQuery;
 };
 
 } // namespace foundation::network::iri::detail

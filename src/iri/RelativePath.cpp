@@ -3,6 +3,7 @@
 #include "iri/grammar/PathSplitter.hpp"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace foundation::network::iri {
 
@@ -19,40 +20,59 @@ bool beginsWithSlash(std::u32string_view path) {
     return !path.empty() && path.front() == U'/';
 }
 
-// RFC 3986, section 5.2.4, on a text.
-std::u32string removeDotSegmentsOfText(std::u32string_view input) {
-    std::u32string output;
-    output.reserve(input.size());
-    auto const beginsWith = [&input](std::u32string_view prefix) {
-        return input.substr(0, prefix.size()) == prefix;
+// Whether two characters stand side by side somewhere. The sign bit is set where they do; no way out of the loop before
+// its end, so it becomes vector code.
+bool holdsPair(std::u32string_view path, char32_t first, char32_t second) {
+    std::uint32_t found = 0;
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        found |= ((path[i - 1] ^ first) | (path[i] ^ second)) - 1;
+    }
+    return found >> 31 != 0;
+}
+
+// RFC 3986, section 5.2.4, on a text, which only gets shorter.
+void removeDotSegmentsOfText(std::u32string& path) {
+    std::size_t written = 0; // the output buffer is path[0, written), the input buffer path[at, size)
+    std::size_t const size = path.size();
+    auto const dropLastSegment = [&path, &written] {
+        while (written != 0 && path[--written] != U'/') {
+        }
     };
-    while (!input.empty()) {
-        if (beginsWith(U"../")) { // A
-            input.remove_prefix(3);
-        } else if (beginsWith(U"./")) { // A
-            input.remove_prefix(2);
-        } else if (beginsWith(U"/./")) { // B
-            input.remove_prefix(2);
-        } else if (input == U"/.") { // B
-            input = U"/";
-        } else if (beginsWith(U"/../") || input == U"/..") { // C
-            input = input.size() == 3 ? std::u32string_view(U"/") : input.substr(3);
-            std::size_t const last = output.rfind(U'/');
-            output.resize(last == std::u32string::npos ? 0 : last);
-        } else if (input == U"." || input == U"..") { // D
-            input = {};
-        } else { // E
-            std::size_t const end = std::min(input.find(U'/', 1), input.size());
-            output.append(input.substr(0, end));
-            input.remove_prefix(end);
+    for (std::size_t at = 0; at != size;) {
+        std::u32string_view const input = std::u32string_view(path).substr(at);
+        bool const slash = input[0] == U'/';
+        std::u32string_view const segment = input.substr(slash, input.find(U'/', 1) - slash);
+        bool const last = slash + segment.size() == input.size();
+        if (!isDot(segment) && !isDotDot(segment)) { // E
+            std::size_t const length = slash + segment.size();
+            std::copy_n(path.begin() + static_cast<std::ptrdiff_t>(at), length,
+                        path.begin() + static_cast<std::ptrdiff_t>(written));
+            written += length;
+            at += length;
+            continue;
+        }
+        if (!slash) { // A, D
+            at += segment.size() + (last ? 0 : 1);
+            continue;
+        }
+        if (isDotDot(segment)) { // C
+            dropLastSegment();
+        }
+        at += 1 + segment.size(); // B, C: what follows begins with "/", or a last "/" takes its place
+        if (last) {
+            path[written++] = U'/';
         }
     }
-    return output;
+    path.resize(written);
 }
 
 } // namespace
 
 bool hasRelativePathSegments(std::u32string_view path) noexcept {
+    // Hardly any path has a dot behind a slash or at its start: only those are looked at more closely.
+    if (!holdsPair(path, U'/', U'.') && (path.empty() || path.front() != U'.')) {
+        return false;
+    }
     for (std::size_t at = 0; at < path.size();) {
         if (path[at] == U'.') {
             std::size_t end = at + 1;
@@ -72,9 +92,7 @@ bool hasRelativePathSegments(std::u32string_view path) noexcept {
     return false;
 }
 
-bool canBeSplit(std::u32string_view path) noexcept {
-    return path.find(U"//") == std::u32string_view::npos;
-}
+bool canBeSplit(std::u32string_view path) noexcept { return !holdsPair(path, U'/', U'/'); }
 
 PathComponents componentsOf(std::u32string_view path) {
     std::vector<std::u32string_view> elements;
@@ -190,17 +208,20 @@ std::u32string removeRelativePathSegments(std::u32string_view path, bool absolut
 }
 
 std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute) {
-    std::u32string merged(base.substr(0, base.rfind(U'/') + 1)); // nothing where there is no slash
+    std::u32string_view const front = base.substr(0, base.rfind(U'/') + 1); // nothing where there is no slash
+    std::u32string merged;
+    merged.reserve(front.size() + reference.size() + 1);
+    merged.append(front);
     merged.append(reference);
-    std::u32string result = removeDotSegmentsOfText(merged);
+    removeDotSegmentsOfText(merged);
     if (absolute) {
-        if (!beginsWithSlash(result)) {
-            result.insert(result.begin(), U'/');
+        if (!beginsWithSlash(merged)) {
+            merged.insert(merged.begin(), U'/');
         }
-    } else if (!beginsWithSlash(base) && !beginsWithSlash(reference) && beginsWithSlash(result)) {
-        result.erase(result.begin());
+    } else if (!beginsWithSlash(base) && !beginsWithSlash(reference) && beginsWithSlash(merged)) {
+        merged.erase(merged.begin());
     }
-    return result;
+    return merged;
 }
 
 } // namespace foundation::network::iri

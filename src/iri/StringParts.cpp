@@ -1,18 +1,14 @@
+// The face of the part store: setters, getters, comparison.
+
 #include <foundation/network/iri/detail/StringParts.hpp>
 
 #include "iri/encoding/PartRules.hpp"
 
-#include <algorithm>
 #include <stdexcept>
-#include <string_view>
 
 namespace foundation::network::iri::detail {
 
 namespace {
-
-constexpr Encoding encodingOf(Form form) {
-    return form == Form::raw ? Encoding::Raw : form == Form::iri ? Encoding::Iri : Encoding::Uri;
-}
 
 [[noreturn]] void throwNotSet(std::string const& suffix) {
     throw std::runtime_error("Item not set" + suffix);
@@ -26,14 +22,6 @@ constexpr Encoding encodingOf(Form form) {
 
 template <class String>
 StringParts<String>::StringParts() noexcept = default;
-
-template <class String>
-StringParts<String>::StringParts(StringParts const& other) = default;
-
-template <class String>
-StringParts<String>::StringParts(StringParts&& other) noexcept {
-    swap(other);
-}
 
 template <class String>
 StringParts<String>::~StringParts() = default;
@@ -51,67 +39,35 @@ StringParts<String>& StringParts<String>::operator=(StringParts&& other) noexcep
 }
 
 template <class String>
-void StringParts<String>::swap(StringParts& other) noexcept {
-    if (this != &other) {
-        owner.swap(other.owner);
-        for (std::size_t i = 0; i != parts.size(); ++i) {
-            parts[i].swap(other.parts[i]);
-        }
-        std::swap(empty, other.empty);
-    }
-}
-
-template <class String>
 void StringParts<String>::reset() noexcept {
     StringParts().swap(*this);
 }
 
 // The path's conversions depend on what stands before it.
 template <class String>
-void StringParts<String>::adjustPathContext(bool schemePresent) noexcept {
-    PartContext context;
-    context.schemePresent = schemePresent;
-    context.hasUserInfo = has(Part::userInfo);
-    context.hasHost = has(Part::host);
-    at(Part::path).setContext(context);
-}
-
-template <class String>
 void StringParts<String>::setSchemePresent(bool schemePresent) {
     if (has(Part::path)) {
-        adjustPathContext(schemePresent);
+        setContext(schemePresent, context.formEncoded);
+        dropDerived(Part::path);
     }
-}
-
-template <class String>
-void StringParts<String>::set(Part part, String text, Encoding const& encoding) {
-    empty = empty && part == Part::path && text.empty();
-    at(part).set(std::move(text), formOf(encoding));
-}
-
-template <class String>
-void StringParts<String>::setSlice(Part part, std::size_t begin, std::size_t size,
-                                   Encoding const& encoding) noexcept {
-    empty = empty && part == Part::path && size == 0;
-    at(part).setSlice(begin, size, formOf(encoding));
 }
 
 template <class String>
 void StringParts<String>::setUserInfo(String text, Encoding const& encoding) {
     set(Part::userInfo, std::move(text), encoding);
-    setSchemePresent(at(Part::path).getContext().schemePresent);
+    setSchemePresent(context.schemePresent);
 }
 
 template <class String>
 void StringParts<String>::setHost(String text, Encoding const& encoding) {
     set(Part::host, std::move(text), encoding);
-    setSchemePresent(at(Part::path).getContext().schemePresent);
+    setSchemePresent(context.schemePresent);
 }
 
 template <class String>
 void StringParts<String>::setPath(String text, Encoding const& encoding) {
     set(Part::path, std::move(text), encoding);
-    adjustPathContext(false);
+    setSchemePresent(false);
 }
 
 template <class String>
@@ -122,14 +78,7 @@ void StringParts<String>::setFragment(String text, Encoding const& encoding) {
 template <class String>
 void StringParts<String>::setQuery(String text, Encoding const& encoding, bool formEncoded) {
     set(Part::query, std::move(text), encoding);
-    setFormEncoded(formEncoded);
-}
-
-template <class String>
-void StringParts<String>::setFormEncoded(bool formEncoded) noexcept {
-    PartContext context;
     context.formEncoded = formEncoded;
-    at(Part::query).setContext(context);
 }
 
 template <class String>
@@ -137,40 +86,40 @@ typename StringParts<String>::View StringParts<String>::view(Part part, Encoding
     if (!has(part)) {
         throwNotSet(part);
     }
-    return at(part).view(formOf(encoding), part, owner);
+    return held(part, holder(part, formOf(encoding)));
 }
 
 template <class String>
-String const& StringParts<String>::text(Part part, Encoding const& encoding) const {
+String const& StringParts<String>::get(Part part, Encoding const& encoding) const {
     if (!has(part)) {
         throwNotSet(part);
     }
-    return at(part).text(formOf(encoding), part, owner);
+    return text(part, formOf(encoding));
 }
 
 template <class String>
 String const& StringParts<String>::getUserInfo(Encoding const& encoding) const {
-    return text(Part::userInfo, encoding);
+    return get(Part::userInfo, encoding);
 }
 
 template <class String>
 String const& StringParts<String>::getHost(Encoding const& encoding) const {
-    return text(Part::host, encoding);
+    return get(Part::host, encoding);
 }
 
 template <class String>
 String const& StringParts<String>::getPath(Encoding const& encoding) const {
-    return text(Part::path, encoding);
+    return get(Part::path, encoding);
 }
 
 template <class String>
 String const& StringParts<String>::getQuery(Encoding const& encoding) const {
-    return text(Part::query, encoding);
+    return get(Part::query, encoding);
 }
 
 template <class String>
 String const& StringParts<String>::getFragment(Encoding const& encoding) const {
-    return text(Part::fragment, encoding);
+    return get(Part::fragment, encoding);
 }
 
 template <class String>
@@ -190,8 +139,8 @@ std::pair<typename StringParts<String>::View, Encoding> StringParts<String>::sto
     if (!has(part)) {
         throwNotSet("");
     }
-    Form const form = at(part).sourceForm();
-    return {at(part).view(form, part, owner), encodingOf(form)};
+    Form const form = header(part).form;
+    return {held(part, form), encodingOf(form)};
 }
 
 template <class String>
@@ -199,8 +148,8 @@ std::pair<String const&, Encoding> StringParts<String>::stored(Part part) const 
     if (!has(part)) {
         throwNotSet("");
     }
-    Form const form = at(part).sourceForm();
-    return {at(part).text(form, part, owner), encodingOf(form)};
+    Form const form = header(part).form;
+    return {text(part, form), encodingOf(form)};
 }
 
 template <class String>
@@ -238,38 +187,13 @@ bool StringParts<String>::operator==(StringParts const& other) const {
             return false;
         }
         if (has(part)) {
-            Form const form = at(part).sourceForm();
-            if (at(part).view(form, part, owner) != other.at(part).view(form, part, other.owner)) {
+            Form const form = header(part).form;
+            if (held(part, form) != other.held(part, other.holder(part, form))) {
                 return false;
             }
         }
     }
     return true;
-}
-
-template <class String>
-bool StringParts<String>::isStoredLike(StringParts const& other) const noexcept {
-    return std::equal(
-        parts.begin(), parts.end(), other.parts.begin(), [&](Slot const& left, Slot const& right) {
-            return left.isPresent() == right.isPresent() &&
-                   (!left.isPresent() ||
-                    (left.sourceForm() == right.sourceForm() && left.getContext() == right.getContext() &&
-                     left.sourceView(owner) == right.sourceView(other.owner)));
-        });
-}
-
-template <class String>
-void StringParts<String>::adoptSource(String text) noexcept {
-    owner = std::move(text);
-}
-
-template <class String>
-std::size_t StringParts<String>::lengthHint() const noexcept {
-    std::size_t sum = 0;
-    for (auto const& part : parts) {
-        sum += part.lengthHint();
-    }
-    return sum;
 }
 
 template class StringParts<std::u32string>;

@@ -4,9 +4,9 @@
 #include <foundation/network/iri/detail/ArgsBase.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include "iri/Draft.hpp"
 #include "iri/RelativePath.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
-#include "iri/encoding/Transcoding.hpp"
 #include "iri/grammar/IriGrammar.hpp"
 
 namespace foundation::network::iri::detail {
@@ -15,45 +15,39 @@ using core::except::detail::makeInternalException;
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(ArgsBase<String> const& args) {
-    flags.hasScheme = args.content.hasScheme;
-    flags.hasQuery = args.content.hasQuery;
-    flags.hasFragment = args.content.hasFragment;
-    flags.hasPort = args.content.hasPort;
-    flags.hasHost = args.content.hasHost;
-    flags.hasUserInfo = args.content.hasUserInfo;
     buildFromArgs(args);
 }
 
 // The order is the one in which failures are found.
 template <class String>
 void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
-    if (flags.hasScheme) {
-        buildScheme(args);
+    auto const& content = args.content;
+    Draft draft(*this);
+    if (content.hasScheme) {
+        buildScheme(args, draft);
     }
-    if (flags.hasUserInfo) {
-        buildUserInfo(args);
+    if (content.hasUserInfo) {
+        buildUserInfo(args, draft);
     }
-    if (flags.hasHost) {
-        buildHost(args);
+    if (content.hasHost) {
+        buildHost(args, draft);
     }
-    if (flags.hasPort) {
-        buildPort(args);
+    if (content.hasPort) {
+        buildPort(args, draft);
     }
-    if (args.content.hasPath) {
-        buildPath(args);
-        parts.setSchemePresent(flags.hasScheme);
-    } else {
-        parts.setPath(String(), Encoding::Raw);
+    if (content.hasPath) {
+        buildPath(args, draft);
     }
-    if (flags.hasQuery) {
-        buildQuery(args);
+    if (content.hasQuery) {
+        buildQuery(args, draft);
     }
-    if (flags.hasFragment) {
-        buildFragment(args);
+    if (content.hasFragment) {
+        buildFragment(args, draft);
     }
-    close();
+    draft.finishAsGiven();
 }
 
+// Works out the flags that follow from the others, once all parts of a new value are set.
 template <class String>
 void TemplateIRI<String>::close() {
     flags.empty = parts.isEmpty() && !flags.hasScheme && !flags.hasPort;
@@ -65,59 +59,55 @@ void TemplateIRI<String>::close() {
 }
 
 template <class String>
-void TemplateIRI<String>::buildScheme(ArgsBase<String> const& args) {
+void TemplateIRI<String>::buildScheme(ArgsBase<String> const& args, Draft& draft) {
     if (!args.content.schemeTrusted && !grammar::matchScheme(args.content.scheme)) {
         throw makeInternalException(std::logic_error("Malformed scheme"));
     }
-    scheme = encoding::toUtf16(args.content.scheme);
+    draft.setScheme(args.content.scheme);
 }
 
 template <class String>
-void TemplateIRI<String>::buildUserInfo(ArgsBase<String> const& args) {
-    if (!flags.hasHost) {
+void TemplateIRI<String>::buildUserInfo(ArgsBase<String> const& args, Draft& draft) {
+    if (!args.content.hasHost) {
         throw makeInternalException(std::logic_error("User Info requires a host"));
     }
-    parts.setUserInfo(args.content.userInfo, Encoding::Raw);
+    draft.setUserInfo(args.content.userInfo);
 }
 
 template <class String>
-void TemplateIRI<String>::buildHost(ArgsBase<String> const& args) {
-    parts.setHost(args.content.host, Encoding::Raw);
+void TemplateIRI<String>::buildHost(ArgsBase<String> const& args, Draft& draft) {
+    draft.setHost(args.content.host);
 }
 
 template <class String>
-void TemplateIRI<String>::buildPort(ArgsBase<String> const& args) {
-    if (!flags.hasHost) {
+void TemplateIRI<String>::buildPort(ArgsBase<String> const& args, Draft& draft) {
+    if (!args.content.hasHost) {
         throw makeInternalException(std::logic_error("Port requires a host"));
     }
-    port = args.content.port;
-    std::string const digits = std::to_string(port);
-    portString.assign(digits.begin(), digits.end());
+    draft.setPort(args.content.port);
 }
 
 template <class String>
-void TemplateIRI<String>::buildPath(ArgsBase<String> const& args) {
-    String const& path = args.content.path;
-    flags.pathIsEmpty = path.empty();
-    flags.hasAbsolutePath = !flags.pathIsEmpty && path.front() == FORWARD_SLASH;
-    if (flags.hasHost && !flags.pathIsEmpty && !flags.hasAbsolutePath) {
+void TemplateIRI<String>::buildPath(ArgsBase<String> const& args, Draft& draft) {
+    View const path = args.content.path;
+    bool const absolute = !path.empty() && path.front() == FORWARD_SLASH;
+    if (args.content.hasHost && !path.empty() && !absolute) {
         throw makeInternalException(std::logic_error("Path cannot be relative if authority present"));
     }
-    parts.setPath(path, Encoding::Raw);
-    flags.pathHasDotSegments = hasRelativePathSegments(path);
+    draft.setPath(path, absolute);
+    draft.flags().pathHasDotSegments = hasRelativePathSegments(path);
 }
 
 template <class String>
-void TemplateIRI<String>::buildQuery(ArgsBase<String> const& args) {
+void TemplateIRI<String>::buildQuery(ArgsBase<String> const& args, Draft& draft) {
     auto const& content = args.content;
-    flags.queryIsFormEncoded = content.queryFormEncoded || content.queryFormEscaped;
-    parts.setQuery(content.queryFormEncoded ? encoding::toUriForm(content.query) : content.query,
-                   Encoding::Raw, flags.queryIsFormEncoded);
+    draft.setQuery(content.queryFormEncoded ? encoding::toUriForm(content.query) : content.query,
+                   content.queryFormEncoded || content.queryFormEscaped);
 }
 
 template <class String>
-void TemplateIRI<String>::buildFragment(ArgsBase<String> const& args) {
-    parts.setFragment(args.content.fragment, Encoding::Raw);
+void TemplateIRI<String>::buildFragment(ArgsBase<String> const& args, Draft& draft) {
+    draft.setFragment(args.content.fragment);
 }
 
 template <class String>
@@ -126,7 +116,7 @@ void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const {
     ArgsBase<String> result(args);
     auto& content = result.content;
     if (flags.hasScheme) {
-        content.scheme = nativeScheme();
+        content.scheme = schemeView();
         content.hasScheme = true;
         content.schemeTrusted = true;
     }
@@ -179,13 +169,13 @@ template TemplateIRI<std::u32string>::TemplateIRI(ArgsBase<std::u32string> const
 template void TemplateIRI<std::u32string>::toArgs(ArgsBase<std::u32string>&) const;
 template void TemplateIRI<std::u32string>::close();
 template void TemplateIRI<std::u32string>::buildFromArgs(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::buildScheme(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::buildUserInfo(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::buildHost(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::buildPort(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::buildPath(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::buildQuery(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::buildFragment(ArgsBase<std::u32string> const&);
+template void TemplateIRI<std::u32string>::buildScheme(ArgsBase<std::u32string> const&, Draft&);
+template void TemplateIRI<std::u32string>::buildUserInfo(ArgsBase<std::u32string> const&, Draft&);
+template void TemplateIRI<std::u32string>::buildHost(ArgsBase<std::u32string> const&, Draft&);
+template void TemplateIRI<std::u32string>::buildPort(ArgsBase<std::u32string> const&, Draft&);
+template void TemplateIRI<std::u32string>::buildPath(ArgsBase<std::u32string> const&, Draft&);
+template void TemplateIRI<std::u32string>::buildQuery(ArgsBase<std::u32string> const&, Draft&);
+template void TemplateIRI<std::u32string>::buildFragment(ArgsBase<std::u32string> const&, Draft&);
 template void TemplateIRI<std::u32string>::setArgsAuthority(ArgsBase<std::u32string>&) const;
 template void TemplateIRI<std::u32string>::setArgsQuery(ArgsBase<std::u32string>&) const;
 template void TemplateIRI<std::u32string>::setArgsFragment(ArgsBase<std::u32string>&) const;

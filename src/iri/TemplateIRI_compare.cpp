@@ -43,19 +43,18 @@ std::uint64_t fnv1a(std::u32string_view text) {
 
 template <class String>
 bool TemplateIRI<String>::operator==(TemplateIRI const& other) const {
-    if (this == &other) {
-        return true;
+    if (flags.textCurrent && other.flags.textCurrent) {
+        return isSame(sourceText(), other.sourceText()); // which holds scheme, port and parts
     }
     if (flags.empty || other.flags.empty) {
         return flags.empty && other.flags.empty;
     }
-    if (flags.hasScheme != other.flags.hasScheme || scheme != other.scheme ||
+    if (flags.hasScheme != other.flags.hasScheme || schemeView() != other.schemeView() ||
         flags.hasPort != other.flags.hasPort || port != other.port) {
         return false;
     }
-    if (!flags.textCurrent && !other.flags.textCurrent && portString == other.portString &&
-        parts.isStoredLike(other.parts)) {
-        return true; // the same parts in the same forms, so the same text without the need to assemble it
+    if (!flags.textCurrent && !other.flags.textCurrent && parts.isSlicedLike(other.parts)) {
+        return true; // the same pieces in the same forms, so the same text without the need to assemble it
     }
     if (hash.isReady() && other.hash.isReady() && hash.get() != other.hash.get()) {
         return false;

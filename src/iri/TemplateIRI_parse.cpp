@@ -34,7 +34,7 @@ template <class String>
 void TemplateIRI<String>::parse() {
     flags.textCurrent = true;
     if (sourceText().empty()) {
-        parts.setSlice(Part::path, 0, 0, Encoding::Iri);
+        parts.setSlice(Part::path, Slice(), Form::iri);
         return;
     }
     flags.empty = false;
@@ -47,16 +47,15 @@ void TemplateIRI<String>::parse() {
     found.update();
     setStringParts(found);
     if (flags.hasScheme) {
-        scheme = encoding::toUtf16(viewOf(schemeRange(found)));
+        scheme = sliceOf(schemeRange(found));
     }
     if (flags.hasPort) {
-        auto const text = viewOf(portRange(found));
-        auto const number = grammar::readPort(text);
+        portText = sliceOf(portRange(found));
+        auto const number = grammar::readPort(portView());
         if (!number) {
             throwParsingFailed();
         }
         port = *number;
-        portString = encoding::toUtf16(text);
     }
     flags.pathHasDotSegments = hasRelativePathSegments(viewOf(pathRange(found)));
 }
@@ -86,8 +85,7 @@ void TemplateIRI<String>::setPartFlags(Parts<Iterator> const& found) {
 template <class String>
 void TemplateIRI<String>::setStringParts(Parts<Iterator> const& found) {
     auto const set = [this](Part part, Range const& range) {
-        parts.setSlice(part, static_cast<std::size_t>(range.begin() - sourceText().begin()), range.size(),
-                       Encoding::Iri);
+        parts.setSlice(part, sliceOf(range), Form::iri);
     };
     set(Part::path, pathRange(found));
     if (flags.hasUserInfo) {
@@ -102,7 +100,7 @@ void TemplateIRI<String>::setStringParts(Parts<Iterator> const& found) {
     if (flags.hasFragment) {
         set(Part::fragment, fragmentRange(found));
     }
-    parts.setSchemePresent(flags.hasScheme);
+    parts.setContext(flags.hasScheme, flags.queryIsFormEncoded);
 }
 
 template TemplateIRI<std::u32string>::TemplateIRI(std::u16string const&);

@@ -8,6 +8,7 @@
 #include "iri/encoding/Conversions.hpp"
 
 #include <algorithm>
+#include <cstring>
 
 namespace foundation::network::iri::detail {
 
@@ -31,37 +32,56 @@ std::u32string parents(std::size_t up) {
     return text;
 }
 
+// How many components a path that is not empty has, each with its leading slash.
+std::size_t countComponents(std::u32string_view path) {
+    return 1 + static_cast<std::size_t>(std::count(path.begin() + 1, path.end(), U'/'));
+}
+
 // The way from one path to another, both without dot segments, that differ and can be split. `absolute`: the
 // other one counts as beginning with "/".
 std::u32string wayBetween(std::u32string_view from, std::u32string_view to, bool absolute) {
-    PathComponents const base = componentsOf(from);
-    PathComponents const own = componentsOf(to);
-    if (base.empty()) {
+    if (from.empty()) {
         return std::u32string(to);
     }
-    if (base.size() == 1 && base.front().slash && !own.empty() && own.front().slash) {
+    std::size_t const baseCount = countComponents(from);
+    if (baseCount == 1 && from.front() == U'/' && beginsWithSlash(to)) {
         return to.size() == 1 ? U"." : std::u32string(to.substr(1));
     }
-    // The last component of the shorter path is never common: a reference to it must name it.
-    std::size_t const most = std::max<std::size_t>(std::min(base.size(), own.size()), 1) - 1;
+    // Leading components that are equal, and where the first other one begins. The last component of the
+    // shorter path is never common: a reference to it must name it.
+    std::size_t const most = to.empty() ? 0 : std::min(baseCount, countComponents(to)) - 1;
     std::size_t common = 0;
-    while (common != most && base[common] == own[common]) {
-        ++common;
+    std::size_t behind = 0;
+    for (std::size_t at = 1; common != most && from[at - 1] == to[at - 1]; ++at) {
+        bool const ends = from[at] == U'/' && to[at] == U'/';
+        common += ends ? 1 : 0;
+        behind = ends ? at : behind;
     }
     if (common == 0) {
-        std::u32string way = parents(std::max<std::size_t>(base.size() - 1, 1));
+        std::u32string way = parents(std::max<std::size_t>(baseCount - 1, 1));
         return way.append(to.substr(absolute && !to.empty() ? 1 : 0));
     }
-    std::size_t const up = base.size() - common - 1;
-    std::u32string way = up == 0 ? U"." : parents(up);
-    if (up != 0) {
-        way.pop_back(); // the components that follow bring their slashes
+    std::size_t const up = baseCount - common - 1;
+    if (up == 0) { // "." and the rest, of which "./" goes again unless it is all
+        return to.size() - behind > 1 ? std::u32string(to.substr(behind + 1)) : U"./";
     }
-    way.append(joined(PathComponents(own.begin() + static_cast<std::ptrdiff_t>(common), own.end())));
-    if (way.size() > 2 && way.compare(0, 2, U"./") == 0) {
-        way.erase(0, 2);
+    std::u32string way = parents(up);
+    return way.append(to.substr(behind + 1));
+}
+
+// A path without its dot segments; `clean` takes the text where there are some.
+std::u32string_view withoutDotSegments(std::u32string_view path, bool absolute, std::u32string& clean) {
+    if (!hasRelativePathSegments(path)) {
+        return path;
     }
-    return way;
+    clean = removeRelativePathSegments(path, absolute);
+    return clean;
+}
+
+// Exact code points, quicker than `==`, which compares one at a time.
+bool isSame(std::u32string_view left, std::u32string_view right) {
+    return left.size() == right.size() &&
+           (left.empty() || std::memcmp(left.data(), right.data(), left.size() * sizeof(char32_t)) == 0);
 }
 
 } // namespace
@@ -71,12 +91,18 @@ bool TemplateIRI<String>::hasSameRaw(Part part, TemplateIRI const& base) const {
     if (!parts.has(part) || !base.parts.has(part)) {
         return parts.has(part) == base.parts.has(part);
     }
-    if (parts.storedView(part) == base.parts.storedView(part) &&
+    auto const [text, encoding] = parts.storedView(part);
+    auto const [baseText, baseEncoding] = base.parts.storedView(part);
+    if (encoding == baseEncoding && isSame(text, baseText) &&
         (part != Part::query || flags.queryIsFormEncoded == base.flags.queryIsFormEncoded)) {
         return true; // whether it can be decoded or not
     }
     try {
-        return parts.view(part, Encoding::Raw) == base.parts.view(part, Encoding::Raw);
+        if (encoding == Encoding::Iri && baseEncoding == Encoding::Iri && part != Part::query &&
+            encoding::isRawAlready(text) && encoding::isRawAlready(baseText)) {
+            return false;
+        }
+        return isSame(parts.view(part, Encoding::Raw), base.parts.view(part, Encoding::Raw));
     } catch (std::out_of_range const&) {
         return false; // what cannot be decoded reads like nothing else; it fails where its Raw form is wanted
     }
@@ -85,17 +111,16 @@ bool TemplateIRI<String>::hasSameRaw(Part part, TemplateIRI const& base) const {
 template <class String>
 bool TemplateIRI<String>::hasSameAuthority(TemplateIRI const& base) const {
     return flags.hasHost == base.flags.hasHost && flags.hasUserInfo == base.flags.hasUserInfo &&
-           flags.hasPort == base.flags.hasPort && portString == base.portString &&
+           flags.hasPort == base.flags.hasPort && portView() == base.portView() &&
            hasSameRaw(Part::userInfo, base) && hasSameRaw(Part::host, base);
 }
 
-// Whether all but the fragments are the same.
+// Whether all but the authorities and the fragments are the same.
 template <class String>
-bool TemplateIRI<String>::isSameAs(TemplateIRI const& base) const {
-    return flags.hasScheme == base.flags.hasScheme && scheme == base.scheme &&
+bool TemplateIRI<String>::isSameBehindAuthority(TemplateIRI const& base) const {
+    return flags.hasScheme == base.flags.hasScheme && schemeView() == base.schemeView() &&
            flags.hasQuery == base.flags.hasQuery && flags.pathIsEmpty == base.flags.pathIsEmpty &&
-           hasSameAuthority(base) && (flags.pathIsEmpty || hasSameRaw(Part::path, base)) &&
-           hasSameRaw(Part::query, base);
+           (flags.pathIsEmpty || hasSameRaw(Part::path, base)) && hasSameRaw(Part::query, base);
 }
 
 template <class String>
@@ -106,14 +131,23 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(TemplateIRI const& base) c
     if (flags.hasAbsolutePath && !base.flags.hasAbsolutePath && !base.flags.pathIsEmpty) {
         refuse("Cannot make relative. Base is relative");
     }
-    Draft draft;
+    TemplateIRI result;
+    Draft draft(result);
     draft.takeFragment(*this);
-    if (isSameAs(base)) {
-        return draft.finish();
+    relativiseInto(draft, base);
+    draft.finish();
+    return result;
+}
+
+template <class String>
+void TemplateIRI<String>::relativiseInto(Draft& draft, TemplateIRI const& base) const {
+    bool const sameScheme = flags.hasScheme == base.flags.hasScheme && schemeView() == base.schemeView();
+    bool const sameAuthority = sameScheme && hasSameAuthority(base);
+    if (sameAuthority && isSameBehindAuthority(base)) {
+        return;
     }
-    bool const sameScheme = flags.hasScheme == base.flags.hasScheme && scheme == base.scheme;
     if (flags.hasScheme && !sameScheme) {
-        return wholeInto(draft, true);
+        return takeWhole(draft, true);
     }
     if (!flags.hasScheme) {
         if (base.flags.hasScheme) {
@@ -124,10 +158,10 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(TemplateIRI const& base) c
         }
     }
     if (!flags.hasHost && base.flags.hasHost) {
-        return wholeInto(draft, true);
+        return takeWhole(draft, true);
     }
-    if (flags.hasHost && !hasSameAuthority(base)) {
-        return wholeInto(draft, false); // a network-path reference
+    if (flags.hasHost && !sameAuthority) {
+        return takeWhole(draft, false); // a network-path reference
     }
     if (flags.pathIsEmpty) {
         bool const nothingBefore = !flags.hasScheme && !flags.hasHost;
@@ -146,7 +180,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(TemplateIRI const& base) c
                 draft.takeScheme(*this);
             }
         }
-        return draft.finish();
+        return;
     }
     draft.takeQuery(*this);
     if (base.flags.pathIsEmpty) {
@@ -159,28 +193,28 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(TemplateIRI const& base) c
         draft.setPath(std::move(path));
     }
     draft.flags().pathHasDotSegments = hasRelativePathSegments(draft.path());
-    return draft.finish();
 }
 
 template <class String>
-TemplateIRI<String> TemplateIRI<String>::wholeInto(Draft& draft, bool withScheme) const {
+void TemplateIRI<String>::takeWhole(Draft& draft, bool withScheme) const {
     if (withScheme) {
         draft.takeScheme(*this);
     }
     draft.takeAuthority(*this);
     draft.takePath(*this);
     draft.takeQuery(*this);
-    return draft.finish();
 }
 
 template <class String>
 String TemplateIRI<String>::getRelativePath(TemplateIRI const& base) const {
     // A parsed value is compared as it was written, and only the result is decoded.
     Encoding const form = flags.textCurrent ? Encoding::Iri : Encoding::Raw;
-    String const from =
-        removeRelativePathSegments(base.parts.view(Part::path, form), base.flags.hasAbsolutePath);
-    String const to = removeRelativePathSegments(parts.view(Part::path, form), flags.hasAbsolutePath);
-    if (from == to) {
+    String cleanBase;
+    String cleanOwn;
+    View const from =
+        withoutDotSegments(base.parts.view(Part::path, form), base.flags.hasAbsolutePath, cleanBase);
+    View const to = withoutDotSegments(parts.view(Part::path, form), flags.hasAbsolutePath, cleanOwn);
+    if (isSame(from, to)) {
         return String();
     }
     String way;
@@ -194,7 +228,7 @@ String TemplateIRI<String>::getRelativePath(TemplateIRI const& base) const {
         }
         way.append(to);
     }
-    if (form == Encoding::Iri) {
+    if (form == Encoding::Iri && !encoding::isRawAlready(way)) {
         if (auto decoded = encoding::rawFromIri(Part::path, way, PartContext())) {
             way = std::move(*decoded);
         }
@@ -204,7 +238,7 @@ String TemplateIRI<String>::getRelativePath(TemplateIRI const& base) const {
 
 template <class String>
 String TemplateIRI<String>::getMinimalRelativePath() const {
-    String const path = withoutDotSegments(flags.hasAbsolutePath);
+    String const path = removeRelativePathSegments(rawPath(), flags.hasAbsolutePath);
     if (path.empty() || path.back() == FORWARD_SLASH) {
         return U".";
     }
@@ -213,10 +247,11 @@ String TemplateIRI<String>::getMinimalRelativePath() const {
 }
 
 template TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doRelativise(TemplateIRI const&) const;
-template TemplateIRI<std::u32string> TemplateIRI<std::u32string>::wholeInto(Draft&, bool) const;
+template void TemplateIRI<std::u32string>::takeWhole(Draft&, bool) const;
+template void TemplateIRI<std::u32string>::relativiseInto(Draft&, TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::hasSameRaw(Part, TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::hasSameAuthority(TemplateIRI const&) const;
-template bool TemplateIRI<std::u32string>::isSameAs(TemplateIRI const&) const;
+template bool TemplateIRI<std::u32string>::isSameBehindAuthority(TemplateIRI const&) const;
 template std::u32string TemplateIRI<std::u32string>::getRelativePath(TemplateIRI const&) const;
 template std::u32string TemplateIRI<std::u32string>::getMinimalRelativePath() const;
 

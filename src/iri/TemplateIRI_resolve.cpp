@@ -8,29 +8,30 @@
 
 #include "iri/Draft.hpp"
 #include "iri/RelativePath.hpp"
+#include "iri/encoding/Conversions.hpp"
 
 namespace foundation::network::iri::detail {
 
 template <class String>
 typename TemplateIRI<String>::View TemplateIRI<String>::rawPath() const {
+    if (auto const iri = parts.unconvertedIri(Part::path, Form::raw); iri && encoding::isRawAlready(*iri)) {
+        return *iri;
+    }
     return parts.has(Part::path) ? parts.view(Part::path, Encoding::Raw) : View();
 }
 
 template <class String>
-String TemplateIRI<String>::withoutDotSegments(bool absolute) const {
-    return removeRelativePathSegments(rawPath(), absolute);
-}
-
-template <class String>
 TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) const {
-    Draft draft;
+    TemplateIRI result;
+    Draft draft(result);
     // R is this value, the reference; T the draft.
     if (flags.empty) {
         draft.takeScheme(base);
         draft.takeAuthority(base);
         draft.takePath(base);
         draft.takeQuery(base);
-        return draft.finish();
+        draft.finish();
+        return result;
     }
     bool const absolute = flags.hasAbsolutePath || base.flags.hasAbsolutePath;
     if (flags.hasScheme || flags.hasHost) {
@@ -39,7 +40,7 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
         draft.takeScheme(flags.hasScheme ? *this : base);
         draft.takeAuthority(*this);
         if (flags.pathHasDotSegments) {
-            draft.setPath(withoutDotSegments(absolute));
+            draft.setPath(removeRelativePathSegments(rawPath(), absolute));
         } else {
             draft.setPath(rawPath(), flags.hasAbsolutePath);
         }
@@ -58,7 +59,8 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
         }
     }
     draft.takeFragment(*this); // T.fragment = R.fragment
-    return draft.finish();
+    draft.finish();
+    return result;
 }
 
 // T.path of a reference with a path and no authority.
@@ -67,7 +69,7 @@ void TemplateIRI<String>::resolvePath(TemplateIRI const& base, Draft& draft) con
     if (flags.hasAbsolutePath) {
         // if (R.path starts-with "/") T.path = remove_dot_segments(R.path)
         if (flags.pathHasDotSegments) {
-            draft.setPath(withoutDotSegments(true));
+            draft.setPath(removeRelativePathSegments(rawPath(), true));
         } else {
             draft.setPath(rawPath(), true);
         }
@@ -93,11 +95,15 @@ String TemplateIRI<String>::mergedPath(TemplateIRI const& base) const {
     View const path = rawPath();
     View const basePath = base.rawPath();
     bool const absolute = base.flags.hasAbsolutePath;
-    if (!canBeSplit(basePath) || (flags.pathHasDotSegments && !canBeSplit(path))) {
+    // Against an absolute path without dot segments, decoded ones included, both ways give the same, and this
+    // one is the shorter.
+    bool const simple = absolute && !hasRelativePathSegments(basePath);
+    if (simple || !canBeSplit(basePath) || (flags.pathHasDotSegments && !canBeSplit(path))) {
         return mergeAsTexts(basePath, path, absolute);
     }
     // The components are views of this text.
-    String const clean = base.flags.pathHasDotSegments ? base.withoutDotSegments(absolute) : String(basePath);
+    String const clean =
+        base.flags.pathHasDotSegments ? removeRelativePathSegments(basePath, absolute) : String(basePath);
     PathComponents components = componentsOf(clean);
     if (!components.empty()) {
         bool const onlyOne = components.size() == 1;
@@ -112,7 +118,6 @@ String TemplateIRI<String>::mergedPath(TemplateIRI const& base) const {
 
 template TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doResolve(TemplateIRI const&) const;
 template std::u32string_view TemplateIRI<std::u32string>::rawPath() const;
-template std::u32string TemplateIRI<std::u32string>::withoutDotSegments(bool) const;
 template void TemplateIRI<std::u32string>::resolvePath(TemplateIRI const&, Draft&) const;
 template std::u32string TemplateIRI<std::u32string>::mergedPath(TemplateIRI const&) const;
 

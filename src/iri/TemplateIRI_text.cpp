@@ -3,6 +3,7 @@
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include "iri/encoding/Conversions.hpp"
 #include "iri/encoding/PartRules.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/encoding/Transcoding.hpp"
@@ -31,6 +32,16 @@ auto inFamily(Operation operation) {
 
 template <class String>
 std::u16string TemplateIRI<String>::getPart(Part part, Encoding const& encoding) const {
+    // What the caller gets is a text of its own: another form is made for it straight from the text of a
+    // parsed value.
+    if (!isStrict(encoding)) {
+        Form const form = formOf(encoding);
+        if (auto const iri = parts.unconvertedIri(part, form)) {
+            if (auto text = encoding::utf16FromIri(part, form, *iri, parts.getContext())) {
+                return std::move(*text);
+            }
+        }
+    }
     return inFamily([&] {
         View const text = parts.view(part, encoding);
         auto const& rules = encoding::rulesOf(part);
@@ -97,7 +108,7 @@ String TemplateIRI<String>::getNativeAuthority(Encoding const& encoding) const {
     }
     if (flags.hasPort) {
         authority.push_back(COLON);
-        authority.append(portString.begin(), portString.end());
+        authority.append(portView());
     }
     return authority;
 }
@@ -124,29 +135,32 @@ String TemplateIRI<String>::getNativeSsp(Encoding const& encoding) const {
 template <class String>
 String const& TemplateIRI<String>::toNativeStringFromParts(Encoding const& encoding) const {
     static String const nothing;
-    // A text without anything to escape is its own ASCII form as well.
-    if (flags.textCurrent &&
-        (encoding == Encoding::Iri || (encoding == Encoding::Uri && encoding::isUriForm(sourceText())))) {
+    if (flags.textCurrent && encoding == Encoding::Iri) {
         return sourceText();
     }
     if (flags.empty) {
         return nothing;
     }
-    auto const& place = nativeStrings[static_cast<std::size_t>(encoding)];
+    if (!isStrict(encoding) && parts.isSourceIn(formOf(encoding))) {
+        return sourceText(); // all pieces stand in it as they are in this form
+    }
+    auto const* places = wholeTexts.get();
+    auto const& place =
+        (places != nullptr ? *places : wholeTexts.publish(WholeTexts()))[static_cast<std::size_t>(encoding)];
     if (auto const* const there = place.get()) {
         return *there;
     }
     String text;
-    text.reserve(scheme.size() + parts.lengthHint() + portString.size() + 6); // 6 delimiters at the most
+    text.reserve(scheme.length + parts.lengthHint() + portText.length + 6); // 6 delimiters at the most
     if (flags.hasScheme) {
-        text.append(nativeScheme()).push_back(COLON);
+        text.append(schemeView()).push_back(COLON);
     }
     appendSsp(text, encoding);
     if (flags.hasFragment) {
         text.push_back(HASH_SIGN);
         appendPart(text, Part::fragment, encoding);
     }
-    return text.empty() ? nothing : place.publish(std::move(text));
+    return place.publish(std::move(text));
 }
 
 template <class String>
@@ -161,6 +175,14 @@ std::u16string TemplateIRI<String>::toString(bool strict) const {
 
 template <class String>
 std::u16string TemplateIRI<String>::toAsciiString(bool strict) const {
+    if (!strict && flags.textCurrent) {
+        // The delimiters are in ASCII, so the whole is made like a part; only a scheme that is not stays as
+        // it is.
+        View const text = sourceText();
+        return encoding::isUriForm(schemeView())
+                   ? encoding::toUriFormUtf16(text)
+                   : encoding::toUtf16(schemeView()) + encoding::toUriFormUtf16(text.substr(scheme.length));
+    }
     return toStringFromParts(strict ? Encoding::UriStrict : Encoding::Uri);
 }
 

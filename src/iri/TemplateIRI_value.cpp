@@ -18,9 +18,14 @@ template <class String>
 TemplateIRI<String>::TemplateIRI(TemplateIRI const& other) = default;
 
 template <class String>
-TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept : TemplateIRI() {
-    swap(other);
-}
+TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
+    : flags(std::exchange(other.flags, Flags())),
+      port(std::exchange(other.port, static_cast<unsigned short>(0))),
+      parts(std::move(other.parts)),
+      scheme(std::exchange(other.scheme, Slice())),
+      portText(std::exchange(other.portText, Slice())),
+      hash(std::exchange(other.hash, CachedHash())),
+      wholeTexts(std::move(other.wholeTexts)) {}
 
 template <class String>
 TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI const& other) {
@@ -48,13 +53,11 @@ void TemplateIRI<String>::swap(TemplateIRI& other) noexcept {
     }
     std::swap(flags, other.flags);
     std::swap(port, other.port);
-    scheme.swap(other.scheme);
-    portString.swap(other.portString);
     parts.swap(other.parts);
-    for (std::size_t i = 0; i != nativeStrings.size(); ++i) {
-        nativeStrings[i].swap(other.nativeStrings[i]);
-    }
+    std::swap(scheme, other.scheme);
+    std::swap(portText, other.portText);
     std::swap(hash, other.hash);
+    wholeTexts.swap(other.wholeTexts);
 }
 
 template <class String>
@@ -62,7 +65,7 @@ std::u16string TemplateIRI<String>::getScheme() const {
     if (!flags.hasScheme) {
         throw makeInternalException(std::runtime_error("No scheme"));
     }
-    return scheme;
+    return encoding::toUtf16(schemeView());
 }
 
 template <class String>
@@ -70,7 +73,7 @@ std::u16string TemplateIRI<String>::getPort() const {
     if (!flags.hasPort) {
         throw makeInternalException(std::runtime_error("No port"));
     }
-    return portString;
+    return encoding::toUtf16(portView());
 }
 
 template <class String>
@@ -79,11 +82,6 @@ unsigned short TemplateIRI<String>::getPortNumber() const {
         throw makeInternalException(std::runtime_error("No port"));
     }
     return port;
-}
-
-template <class String>
-String TemplateIRI<String>::nativeScheme() const {
-    return encoding::toUtf32(scheme);
 }
 
 // The members that are defined here, and the class's virtual table; the others are instantiated where they

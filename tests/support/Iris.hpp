@@ -61,14 +61,18 @@ inline std::string answers(IRI const& iri) {
     auto const ask = [&all](auto getter) {
         try {
             all += show(getter()) + '|';
+            return true;
         } catch (std::exception const& e) {
             all += std::string("! ") + e.what() + '|';
+            return dynamic_cast<std::runtime_error const*>(&e) ==
+                   nullptr; // the part is there, this form is not
         }
     };
-    for (Encoding const encoding : encodings) {
-        for (auto const getter : {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
-                                  &IRI::getFragment, &IRI::getAuthority, &IRI::getSchemeSpecificPart}) {
-            ask([&] { return (iri.*getter)(encoding); });
+    for (auto const getter : {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
+                              &IRI::getFragment, &IRI::getAuthority, &IRI::getSchemeSpecificPart}) {
+        bool present = true;
+        for (Encoding const encoding : encodings) {
+            present = present && ask([&] { return (iri.*getter)(encoding); });
         }
     }
     for (bool const strict : {false, true}) {

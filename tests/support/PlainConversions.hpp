@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace support::plain {
 
@@ -47,22 +48,30 @@ inline std::string utf8(char32_t c) {
            : c < 0x10000 ? std::string{static_cast<char>(0xE0 | (c >> 12)), tail(6), tail(0)}
                          : std::string{static_cast<char>(0xF0 | (c >> 18)), tail(12), tail(6), tail(0)};
 }
-inline Text fromUtf8(std::string const& bytes) {
+// The code point at the front of `bytes` and its length. Whatever does not come out the same when written
+// again is no UTF-8.
+inline std::optional<std::pair<char32_t, std::size_t>> codePoint(std::string_view bytes) {
+    auto const lead = static_cast<unsigned char>(bytes.front());
+    std::size_t const length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    char32_t c = length == 1 ? lead : lead & (0xFFu >> (length + 1));
+    for (std::size_t i = 1; i < length && i < bytes.size(); ++i) {
+        c = c * 64 + (static_cast<unsigned char>(bytes[i]) & 0x3F);
+    }
+    if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF) || bytes.substr(0, length) != utf8(c)) {
+        return std::nullopt;
+    }
+    return std::pair(c, length);
+}
+inline Text fromUtf8(std::string_view bytes) {
     Text text;
-    for (std::size_t at = 0; at < bytes.size();) {
-        auto const lead = static_cast<unsigned char>(bytes[at]);
-        std::size_t const length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        char32_t c = length == 1 ? lead : lead & (0xFFu >> (length + 1));
-        for (std::size_t i = 1; i < length && at + i < bytes.size(); ++i) {
-            c = c * 64 + (static_cast<unsigned char>(bytes[at + i]) & 0x3F);
-        }
-        // Whatever does not come out the same when written again was no UTF-8.
-        if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF) || bytes.compare(at, length, utf8(c)) != 0) {
+    while (!bytes.empty()) {
+        auto const next = codePoint(bytes);
+        if (!next) {
             throw std::out_of_range(
                 "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
         }
-        text += c;
-        at += length;
+        text += next->first;
+        bytes.remove_prefix(next->second);
     }
     return text;
 }

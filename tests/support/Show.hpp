@@ -14,9 +14,13 @@ std::string show(std::basic_string_view<Char> text) {
     std::string shown;
     for (Char const c : text) {
         auto const value = static_cast<unsigned>(c);
-        char escape[16];
-        std::snprintf(escape, sizeof escape, value >= 0x20 && value < 0x7F ? "%c" : "\\u{%X}", value);
-        shown += escape;
+        if (value >= 0x20 && value < 0x7F) {
+            shown += static_cast<char>(value);
+        } else {
+            char escape[16];
+            std::snprintf(escape, sizeof escape, "\\u{%X}", value);
+            shown += escape;
+        }
     }
     return shown;
 }

@@ -39,7 +39,7 @@ using iri::Encoding;
 /// An IRI reference: absolute, relative or empty.
 ///
 /// Nothing is normalised: texts come back as they went in, letters keep their case and escapes their digits.
-/// What is not asked for is not worked out, and what has been worked out is kept.
+/// What is not asked for is not worked out.
 ///
 /// Any number of threads may call `const` operations on one value, and copy it, at the same time. Assignment
 /// and `swap` need exclusive use of the value. A value that was moved from is as `IRI()`.

@@ -2,10 +2,13 @@
 
 #include "iri/encoding/PartRules.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
+#include "iri/encoding/Strides.hpp"
 #include "iri/encoding/Transcoding.hpp"
 #include "iri/grammar/PercentDecoder.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 namespace foundation::network::iri::encoding {
 
@@ -115,6 +118,97 @@ bool isIriAlready(Part part, std::u32string_view text, AsciiSet const& escaped, 
            text.substr(0, colonStepLength(part, text, context)).find(U':') == std::u32string_view::npos;
 }
 
+// Whether a text holds no "%", without a way out of the loop before its end.
+bool hasNoPercent(std::u32string_view text) {
+    std::uint32_t found = 0;
+    for (char32_t const c : text) {
+        found |= (c ^ U'%') - 1; // the sign bit is set for a "%" alone
+    }
+    return found >> 31 == 0;
+}
+
+// The code point that stands at `at`, decoded from its escapes if there are some, and moves `at` behind it.
+// Nothing for escapes that are no UTF-8, and for what is no Unicode.
+std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
+    auto const escape = [&text, &at] {
+        auto const value = hexValue(text[at + 1]) << 4 | hexValue(text[at + 2]);
+        at += 3;
+        return static_cast<char32_t>(value);
+    };
+    if (text[at] != U'%' || !isEscapeAt(text, at)) {
+        return isUnicodeScalar(text[at]) ? std::optional(text[at++]) : std::nullopt;
+    }
+    char32_t codePoint = escape();
+    if (codePoint >= 0x80) {
+        int const continuations = codePoint < 0xC2   ? 0
+                                  : codePoint < 0xE0 ? 1
+                                  : codePoint < 0xF0 ? 2
+                                  : codePoint < 0xF5 ? 3
+                                                     : 0;
+        if (continuations == 0) {
+            return std::nullopt;
+        }
+        codePoint &= 0x3Fu >> continuations;
+        for (int i = 0; i != continuations; ++i) {
+            char32_t const byte = isEscapeAt(text, at) ? escape() : 0;
+            if ((byte & 0xC0) != 0x80) {
+                return std::nullopt;
+            }
+            codePoint = codePoint << 6 | (byte & 0x3F);
+        }
+        constexpr std::array<char32_t, 4> smallest{0, 0x80, 0x800, 0x10000};
+        if (codePoint < smallest[static_cast<std::size_t>(continuations)] || !isUnicodeScalar(codePoint)) {
+            return std::nullopt;
+        }
+    }
+    return codePoint;
+}
+
+char32_t* put(char32_t codePoint, char32_t* out) {
+    *out = codePoint;
+    return out + 1;
+}
+char16_t* put(char32_t codePoint, char16_t* out) {
+    if (codePoint < 0x10000) {
+        *out = static_cast<char16_t>(codePoint);
+        return out + 1;
+    }
+    out[0] = static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+    out[1] = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+    return out + 2;
+}
+
+// The text with its escapes decoded, where all of them are UTF-8.
+template <class String>
+std::optional<String> decodedAll(std::u32string_view text) {
+    // An escape is longer than what it stands for, in any encoding; only what stands as itself can take two
+    // units.
+    bool const wide = std::any_of(text.begin(), text.end(), [](char32_t c) { return c > 0xFFFF; });
+    String result(wide ? 2 * text.size() : text.size(), 0);
+    auto* out = result.data();
+    for (std::size_t at = 0; at != text.size();) {
+        if (text.size() - at >= STRIDE && !hasPercent(&text[at]) && isPlain(&text[at])) {
+            copyStride(&text[at], out);
+            at += STRIDE;
+            out += STRIDE;
+            continue;
+        }
+        for (std::size_t const stop = at + std::min(STRIDE, text.size() - at); at < stop;) {
+            if (text[at] != U'%' && text[at] < 0xD800) {
+                out = put(text[at++], out);
+                continue;
+            }
+            auto const codePoint = decodedAt(text, at);
+            if (!codePoint) {
+                return std::nullopt;
+            }
+            out = put(*codePoint, out);
+        }
+    }
+    result.resize(static_cast<std::size_t>(out - result.data()));
+    return result;
+}
+
 // What follows once bytes have been decoded: UTF-8 with its faulty bytes written as escapes.
 struct DecodedText {
     bool repaired;
@@ -127,12 +221,23 @@ DecodedText decodeUtf8(std::string bytes) {
 
 } // namespace
 
+bool isRawAlready(std::u32string_view text) {
+    std::uint32_t found = 0; // as in `hasNoPercent`: a "%", a surrogate, a value above U+10FFFF
+    for (char32_t const c : text) {
+        found |= ((c ^ U'%') - 1) | (((c & 0xFFFFF800) ^ 0xD800) - 1) | (0x10FFFF - c) | c;
+    }
+    return found >> 31 == 0;
+}
+
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context) {
     if (isFormEncodedQuery(part, context)) {
         return uriFromIri(part, text, context);
     }
-    if (std::all_of(text.begin(), text.end(), [](char32_t c) { return c != U'%' && isUnicodeScalar(c); })) {
+    if (isRawAlready(text)) {
         return std::nullopt;
+    }
+    if (auto result = decodedAll<std::u32string>(text)) {
+        return result;
     }
     // The bytes of the Uri form with its escapes resolved: nothing is gained by writing that form out.
     std::string bytes;
@@ -182,6 +287,17 @@ Converted iriFromUri(Part part, std::u32string_view text, PartContext const& con
 
 Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const& /*context*/) {
     return isUriForm(text) ? Converted() : Converted(toUriForm(text));
+}
+
+std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32string_view text,
+                                           PartContext const& context) {
+    if (to == detail::Form::uri || isFormEncodedQuery(part, context)) {
+        return toUriFormUtf16(text);
+    }
+    if (hasNoPercent(text)) {
+        return toUtf16(text);
+    }
+    return decodedAll<std::u16string>(text);
 }
 
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <foundation/network/iri/detail/EncodedPart.hpp>
+#include <foundation/network/iri/detail/Part.hpp>
 
 #include <optional>
 #include <string>
@@ -22,6 +22,9 @@ using Converted = std::optional<std::u32string>;
 /// become the code points of their values.
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context);
 
+/// Whether a text in the Iri form, of any part but a form-encoded query, reads the same in the Raw form.
+[[nodiscard]] bool isRawAlready(std::u32string_view text);
+
 /// Escapes what an IRI, or this part of one, may not hold as itself, and protects what looks like an escape.
 Converted iriFromRaw(Part part, std::u32string_view text, PartContext const& context);
 
@@ -35,5 +38,10 @@ Converted uriFromIri(Part part, std::u32string_view text, PartContext const& con
 /// Iri.
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,
                   PartContext const& context);
+
+/// What `rawFromIri` or `uriFromIri` gives, in UTF-16 and in one pass. Gives nothing where only those can
+/// tell: for a text whose escapes are not all UTF-8, or that holds what is no Unicode.
+std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32string_view text,
+                                           PartContext const& context);
 
 } // namespace foundation::network::iri::encoding

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <foundation/network/iri/detail/EncodedPart.hpp>
+#include <foundation/network/iri/detail/Part.hpp>
 
 #include <array>
 #include <cstdint>

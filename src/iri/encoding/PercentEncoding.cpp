@@ -4,6 +4,9 @@
 #include "iri/grammar/CharacterClasses.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace foundation::network::iri::encoding {
 
@@ -53,29 +56,67 @@ bool isWellFormed(std::string_view bytes) {
 } // namespace
 
 bool isUriForm(std::u32string_view text) {
-    return std::all_of(text.begin(), text.end(), isUriCharacter);
+    // The sign bit of one of the differences is set where a character lies outside. No way out of the loop
+    // before its end: so it becomes vector code.
+    std::uint32_t outside = 0;
+    for (char32_t const c : text) {
+        outside |= (c - 33) | (126 - c) | c;
+    }
+    return outside >> 31 == 0;
 }
 
-std::u32string toUriForm(std::u32string_view text) {
-    // The length first: most of the time goes into growing and appending otherwise.
-    std::size_t length = 0;
+namespace {
+
+// The length of the Uri form. Sums of comparisons become vector code, branches do not.
+std::size_t uriLength(std::u32string_view text) {
+    std::size_t escaped = 0;
+    std::size_t longer = 0; // bytes of UTF-8 behind the first
     for (char32_t const c : text) {
-        length += isUriCharacter(c) ? 1U : c < 0x80 ? 3U : c < 0x800 ? 6U : c < 0x10000 ? 9U : 12U;
+        escaped += c - 33 > 126 - 33 ? 1U : 0U;
+        longer += (c >= 0x80 ? 1U : 0U) + (c >= 0x800 ? 1U : 0U) + (c >= 0x10000 ? 1U : 0U);
     }
-    std::u32string result(length, U'\0');
-    char32_t* out = result.data();
+    return text.size() + 2 * escaped + 3 * longer;
+}
+
+// "%XX" of each byte, and one unit more, so that an escape is written at once.
+template <class Char>
+constexpr std::array<std::array<Char, 4>, 256> escapes = [] {
+    std::array<std::array<Char, 4>, 256> all{};
+    for (unsigned byte = 0; byte != all.size(); ++byte) {
+        all[byte] = {Char('%'), static_cast<Char>(upperHex(byte >> 4)),
+                     static_cast<Char>(upperHex(byte & 15)), Char()};
+    }
+    return all;
+}();
+
+// The length first: most of the time goes into growing and appending otherwise.
+template <class String>
+String uriForm(std::u32string_view text) {
+    using Char = typename String::value_type;
+    String result(uriLength(text) + 1, Char());
+    Char* out = result.data();
     for (char32_t const c : text) {
         if (isUriCharacter(c)) {
-            *out++ = c;
+            *out++ = static_cast<Char>(c);
         } else {
             encodeUtf8(c, [&out](unsigned char byte) {
-                *out++ = U'%';
-                *out++ = upperHex(byte >> 4);
-                *out++ = upperHex(byte & 15);
+                std::memcpy(out, escapes<Char>[byte].data(), sizeof escapes<Char>[byte]);
+                out += 3;
             });
         }
     }
+    result.pop_back();
     return result;
+}
+
+} // namespace
+
+std::u32string toUriForm(std::u32string_view text) {
+    return uriForm<std::u32string>(text);
+}
+
+std::u16string toUriFormUtf16(std::u32string_view text) {
+    return uriForm<std::u16string>(text);
 }
 
 std::u32string protectPercentEscapes(std::u32string text) {

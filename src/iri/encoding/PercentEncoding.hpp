@@ -1,17 +1,28 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
 /// The steps on characters and bytes that the conversions of a part are made of. Pure functions, linear.
 namespace foundation::network::iri::encoding {
 
+inline constexpr std::array<signed char, 128> hexValues = [] {
+    std::array<signed char, 128> values{};
+    values.fill(-1);
+    constexpr std::string_view digits = "0123456789abcdef";
+    for (std::size_t value = 0; value != digits.size(); ++value) {
+        values[static_cast<unsigned char>(digits[value])] = static_cast<signed char>(value);
+        if (value > 9) {
+            values[static_cast<unsigned char>(digits[value] - 'a' + 'A')] = static_cast<signed char>(value);
+        }
+    }
+    return values;
+}();
+
 /// The value of an ASCII hexadecimal digit, -1 for any other character.
 [[nodiscard]] constexpr int hexValue(char32_t c) {
-    return c >= U'0' && c <= U'9'   ? static_cast<int>(c - U'0')
-           : c >= U'A' && c <= U'F' ? static_cast<int>(c - U'A' + 10)
-           : c >= U'a' && c <= U'f' ? static_cast<int>(c - U'a' + 10)
-                                    : -1;
+    return c < 128 ? hexValues[c] : -1;
 }
 
 /// Whether a "%" and two ASCII hexadecimal digits stand at `at` in `text`.
@@ -22,7 +33,7 @@ namespace foundation::network::iri::encoding {
 
 /// The upper-case hexadecimal digit of a value below 16.
 [[nodiscard]] constexpr char32_t upperHex(unsigned value) {
-    return value < 10 ? U'0' + value : U'A' + value - 10;
+    return static_cast<unsigned char>("0123456789ABCDEF"[value]);
 }
 
 /// Appends "%" and the two upper-case hexadecimal digits of `byte`.
@@ -40,6 +51,9 @@ void percentByte(String& out, unsigned char byte) {
 /// The text in ASCII: each byte of its UTF-8 form outside 33 to 126 as `%XX`. A "%" stays as it is. Throws
 /// "Invalid UTF-32 code point U+..." for a value above U+10FFFF.
 [[nodiscard]] std::u32string toUriForm(std::u32string_view text);
+
+/// `toUriForm` in UTF-16.
+[[nodiscard]] std::u16string toUriFormUtf16(std::u32string_view text);
 
 /// Each "%" that two hexadecimal digits follow as "%25", so that a text that only looks like an escape
 /// survives the way back.

@@ -2,11 +2,11 @@
 
 #include <foundation/core/except/InternalException.hpp>
 
+#include "iri/encoding/Strides.hpp"
+
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <cstdio>
-#include <cstring>
 
 namespace foundation::network::iri::encoding {
 
@@ -14,14 +14,6 @@ namespace {
 
 using core::except::detail::makeInternalException;
 
-// Units are converted in strides of a constant length, which compilers turn into vector code, into a buffer
-// on the stack: a text of ordinary length is built from it with one allocation of the right size.
-constexpr std::size_t STRIDE = 16;
-constexpr std::size_t BUFFER = 512;
-
-constexpr bool isSurrogate(char32_t c) {
-    return (c & 0xFFFFF800) == 0xD800;
-}
 constexpr bool isLead(char16_t c) {
     return (c & 0xFC00) == 0xD800;
 }
@@ -44,31 +36,6 @@ std::string hexadecimal(char32_t value) {
 [[noreturn]] void throwInvalidUtf8() {
     throw makeInternalException(
         std::out_of_range("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character"));
-}
-
-// The bits of all elements of a stride together, in machine words: compilers do not make vectors of it by
-// themselves.
-template <class Unit>
-std::uint64_t bitsOf(Unit const* units) {
-    constexpr std::size_t words = STRIDE * sizeof(Unit) / sizeof(std::uint64_t);
-    std::array<std::uint64_t, words> loaded;
-    std::memcpy(loaded.data(), units, sizeof loaded);
-    std::uint64_t bits = 0;
-    for (std::uint64_t const word : loaded) {
-        bits |= word;
-    }
-    return bits;
-}
-
-// Whether each element of a stride has one unit in both encodings. The bits of all together nearly always
-// tell; where one of them might be a surrogate or lie above U+FFFF, each is looked at.
-bool isPlain(char16_t const* units) {
-    return (bitsOf(units) & 0x8000800080008000) == 0 || std::none_of(units, units + STRIDE, isSurrogate);
-}
-bool isPlain(char32_t const* codePoints) {
-    return (bitsOf(codePoints) & 0xFFFF8000FFFF8000) == 0 ||
-           std::none_of(codePoints, codePoints + STRIDE,
-                        [](char32_t c) { return c > 0xFFFF || isSurrogate(c); });
 }
 
 // The road of one code point that may take two units; returns the end of the output.
@@ -103,47 +70,47 @@ char16_t* convertOne(char32_t const*& at, char32_t const* /*end*/, char16_t* out
     return out + 2;
 }
 
-// Converts a stride, or what is left; where a pair begins at its end, one unit more. Returns the end of the
-// output.
-template <class In, class Out>
-Out* convertStride(In const*& at, In const* end, Out* out) {
-    auto const left = static_cast<std::size_t>(end - at);
-    if (left >= STRIDE && isPlain(at)) {
-        for (std::size_t i = 0; i != STRIDE; ++i) {
-            out[i] = static_cast<Out>(at[i]);
-        }
-        at += STRIDE;
-        return out + STRIDE;
-    }
-    for (auto const* const stop = at + std::min(STRIDE, left); at < stop;) {
-        out = convertOne(at, end, out);
-    }
-    return out;
+// The units that a text takes in UTF-16.
+std::size_t unitsOf(char32_t const* at, char32_t const* end) {
+    return static_cast<std::size_t>(end - at + std::count_if(at, end, [](char32_t c) { return c > 0xFFFF; }));
 }
-
-// The longest result of a stride, in units.
-template <class Out>
-constexpr std::size_t STRIDE_RESULT = sizeof(Out) == 2 ? 2 * STRIDE : STRIDE;
+// At most, in UTF-32.
+std::size_t unitsOf(char16_t const* at, char16_t const* end) {
+    return static_cast<std::size_t>(end - at);
+}
 
 template <class Out, class In>
 std::basic_string<Out> convert(std::basic_string_view<In> text) {
-    std::array<Out, BUFFER> buffer; // left as it is: each element is written before it is read
-    std::basic_string<Out> result;
+    std::basic_string<Out> result(text.size(), Out());
     auto const* at = text.data();
     auto const* const end = at + text.size();
-    do {
-        Out* out = buffer.data();
-        while (at != end && out <= buffer.data() + (BUFFER - STRIDE_RESULT<Out>)) {
-            out = convertStride(at, end, out);
+    auto const left = [&at, end] { return static_cast<std::size_t>(end - at); };
+    Out* out = result.data();
+    for (; left() >= STRIDE && isPlain(at); at += STRIDE, out += STRIDE) {
+        copyStride(at, out);
+    }
+    if (left() == 0) {
+        return result;
+    }
+    if (left() < STRIDE && text.size() >= STRIDE && isPlain(end - STRIDE)) {
+        copyStride(end - STRIDE, out + left() - STRIDE); // some of them once more
+        return result;
+    }
+    std::size_t const done = static_cast<std::size_t>(out - result.data());
+    result.resize(done + unitsOf(at, end));
+    out = result.data() + done;
+    while (at != end) {
+        if (left() >= STRIDE && isPlain(at)) {
+            copyStride(at, out);
+            at += STRIDE;
+            out += STRIDE;
+        } else {
+            for (auto const* const stop = at + std::min(STRIDE, left()); at < stop;) {
+                out = convertOne(at, end, out);
+            }
         }
-        if (at == end && result.empty()) {
-            return {buffer.data(), out};
-        }
-        if (result.empty()) {
-            result.reserve(text.size());
-        }
-        result.append(buffer.data(), out);
-    } while (at != end);
+    }
+    result.resize(static_cast<std::size_t>(out - result.data()));
     return result;
 }
 

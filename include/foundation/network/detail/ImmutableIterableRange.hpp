@@ -28,6 +28,16 @@ public:
     /// The elements, in their order.
     explicit ImmutableIterableRange(std::vector<T> elements) : items(std::move(elements)) {}
 
+    ImmutableIterableRange(ImmutableIterableRange const&) = default;
+    ImmutableIterableRange(ImmutableIterableRange&&) noexcept = default;
+    ImmutableIterableRange& operator=(ImmutableIterableRange const&) = default;
+    /// A range that is moved to itself stays as it is.
+    ImmutableIterableRange& operator=(ImmutableIterableRange&& other) noexcept {
+        std::vector<T>(std::move(other.items)).swap(items);
+        return *this;
+    }
+    ~ImmutableIterableRange() = default;
+
     /// The first element. Iterators are valid as long as the range, and until it is assigned to or moved
     /// from.
     const_iterator begin() const noexcept { return items.begin(); }

@@ -37,8 +37,8 @@ public:
 
     /// Makes `fresh` the value unless there is one, and gives the value that there is then.
     T const& publish(T&& fresh) const {
-        auto own = std::make_unique<T const>(std::move(fresh));
-        T const* there = nullptr;
+        auto own = std::make_unique<T>(std::move(fresh));
+        T* there = nullptr;
         if (value.compare_exchange_strong(there, own.get(), std::memory_order_acq_rel,
                                           std::memory_order_acquire)) {
             there = own.release();
@@ -46,22 +46,25 @@ public:
         return *there;
     }
 
+    /// The value itself, which must be there, for a change under exclusive use.
+    T& writable() noexcept { return *value.load(std::memory_order_relaxed); }
+
     void reset() noexcept { delete release(); }
 
     void swap(PublishedOnce& other) noexcept {
-        T const* const mine = value.load(std::memory_order_relaxed);
+        T* const mine = value.load(std::memory_order_relaxed);
         value.store(other.value.load(std::memory_order_relaxed), std::memory_order_relaxed);
         other.value.store(mine, std::memory_order_relaxed);
     }
 
 private:
-    T const* release() noexcept {
-        T const* const held = value.load(std::memory_order_relaxed);
+    T* release() noexcept {
+        T* const held = value.load(std::memory_order_relaxed);
         value.store(nullptr, std::memory_order_relaxed);
         return held;
     }
 
-    mutable std::atomic<T const*> value{nullptr};
+    mutable std::atomic<T*> value{nullptr};
 };
 
 } // namespace foundation::network::iri::detail

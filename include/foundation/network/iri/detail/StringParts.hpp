@@ -1,20 +1,52 @@
 #pragma once
 
 #include <foundation/core/Export.hpp>
-#include <foundation/network/iri/detail/EncodedPart.hpp>
+#include <foundation/network/iri/detail/Part.hpp>
+#include <foundation/network/iri/detail/PublishedOnce.hpp>
 
 #include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace foundation::network::iri::detail {
 
+/// A stretch of a text.
+struct Slice {
+    std::size_t begin = 0;
+    std::size_t length = 0;
+
+    friend constexpr bool operator==(Slice const& left, Slice const& right) noexcept {
+        return left.begin == right.begin && left.length == right.length;
+    }
+};
+
 /// The five parts of an IRI that have encoded forms. Each is set once in one form; its other forms come into
 /// being when somebody asks for them, and stay.
 ///
+/// A part is a slice of one text that all parts share, or, set by itself, has a text of its own. A form that
+/// comes out like the one that it was made from shares its text. Nothing points into another object, so
+/// values are copied, moved and swapped as they are.
+///
 /// `const` operations may run at the same time on any number of threads. Setters, `reset`, assignment and
 /// `swap` need exclusive use of the object; a copy may be taken while others read. Moving leaves the source
-/// as a new object is.
+/// as a new object is. What is written by whom, and when:
+///
+/// | Member                       | Written by                               | Read by others |
+/// |------------------------------|------------------------------------------|-----------------------------------|
+/// | `source`, `headers`,         | setters, assignment, `swap`: exclusive   | freely | | `context`, `empty`
+/// | use                                      |                                   | | `states`: how each form
+/// of   | the first fill of a form, with release,  | with acquire                      | | each part is to be
+/// had       | after its text is complete; bits are     |                                   | | | only ever
+/// added                          |                                   | | `own`: texts of forms that   |
+/// `PublishedOnce`: once each               | after `states` says `own`         | | are no slice | | |
+///
+/// There is no lock: two threads that fill one form at once work out the same text, and one of them throws
+/// its own away. A fill that fails leaves the form absent, and the next one tries again.
 ///
 /// Each getter throws `std::runtime_error` with "Item not set: UserInfo" (": Host", ": Path", ": Query",
 /// ": Fragment") for an absent part, and what the conversion throws for a text that has no such form: a
@@ -47,7 +79,8 @@ public:
     /// `formEncoded`: the text is form-encoded, and is not decoded for any form.
     void setQuery(String text, Encoding const& encoding, bool formEncoded);
 
-    /// The text of a part. The reference is valid until the object is assigned to, changed or destroyed.
+    /// The text of a part; forms that are alike give the same object. The reference is valid until the object
+    /// is assigned to, changed or destroyed.
     String const& getUserInfo(Encoding const& encoding) const;
     String const& getHost(Encoding const& encoding) const;
     String const& getPath(Encoding const& encoding) const;
@@ -74,41 +107,86 @@ public:
     /// Makes all parts absent.
     void reset() noexcept;
 
-    // For the IRI value, which owns a source text and parts that are slices of it.
+    // For the IRI value, whose parts are slices of its text.
 
-    /// Takes a text of which parts can then be slices. All parts must be absent.
-    void adoptSource(String text) noexcept;
+    /// Takes a text of which absent parts can then be slices.
+    void adoptSource(String text) noexcept { source = std::move(text); }
     /// The adopted text, empty where there is none.
-    String const& getSource() const noexcept { return owner; }
-    /// Makes an absent part a slice of the adopted text. `setSchemePresent`, called behind the last of them,
-    /// tells the path what stands before it.
-    void setSlice(Part part, std::size_t at, std::size_t size, Encoding const& encoding) noexcept;
-    /// Marks the query, if there is one, as form-encoded or not.
-    void setFormEncoded(bool formEncoded) noexcept;
+    String const& getSource() const noexcept { return source; }
+    /// Makes an absent part a slice of the adopted text. `setContext`, called behind the last of them,
+    /// completes it.
+    void setSlice(Part part, Slice const& slice, Form form) noexcept;
+    /// Tells all parts what their conversions depend on. No form may have been asked for yet.
+    void setContext(bool schemePresent, bool formEncoded) noexcept;
     /// As the getter of `part`, without the need for a string.
     View view(Part part, Encoding const& encoding) const;
     /// As the `stored...` accessor of `part`, without the need for a string.
     std::pair<View, Encoding> storedView(Part part) const;
-    bool has(Part part) const noexcept { return at(part).isPresent(); }
-    bool isFormEncoded() const noexcept { return at(Part::query).getContext().formEncoded; }
-    /// Whether both hold the same parts, set to the same texts in the same forms with the same marks: all
+    /// The text of a part that was set in the Iri form, where `form` has not been worked out from it yet:
+    /// whoever wants it once can make it from this, without keeping it.
+    std::optional<View> unconvertedIri(Part part, Form form) const noexcept {
+        bool const is =
+            header(part).present && header(part).form == Form::iri && state(part, form) == State::absent;
+        return is ? std::optional<View>(held(part, Form::iri)) : std::nullopt;
+    }
+    PartContext const& getContext() const noexcept { return context; }
+    bool has(Part part) const noexcept { return header(part).present; }
+    /// Whether each part is a slice in this form, so that the adopted text has them all. May fill the form.
+    bool isSourceIn(Form form) const;
+    /// Whether both hold the same slices of the same text, set in the same forms with the same marks: all
     /// their forms are the same then.
-    bool isStoredLike(StringParts const& other) const noexcept;
+    bool isSlicedLike(StringParts const& other) const noexcept;
     /// An estimate of the length of all parts' texts, which fills no form.
     std::size_t lengthHint() const noexcept;
 
 private:
-    using Slot = EncodedPart<String>;
+    struct Header {
+        Slice slice;
+        Form form = Form::raw; // the one that was set
+        bool present = false;
 
-    Slot& at(Part part) noexcept { return parts[static_cast<std::size_t>(part)]; }
-    Slot const& at(Part part) const noexcept { return parts[static_cast<std::size_t>(part)]; }
+        friend constexpr bool operator==(Header const& left, Header const& right) noexcept {
+            return left.slice == right.slice && left.form == right.form && left.present == right.present;
+        }
+    };
+
+    /// How the text of a form is to be had: as a slice of `source`, as a text of its own, or as that of
+    /// another form.
+    enum class State : std::uint8_t { absent, slice, own, sameAsRaw, sameAsIri, sameAsUri };
+    static constexpr unsigned STATE_BITS = 3;
+    static constexpr unsigned STATES = 15; // three forms of five parts
+
+    /// A part's own texts, made with the first of them.
+    using OwnTexts = std::array<PublishedOnce<String>, STATES>;
+
+    static constexpr std::size_t index(Part part, Form form) noexcept {
+        return static_cast<std::size_t>(part) * 3 + static_cast<std::size_t>(form);
+    }
+    static constexpr std::uint64_t bits(Part part, Form form, State state) noexcept {
+        return static_cast<std::uint64_t>(state) << (STATE_BITS * index(part, form));
+    }
+    State state(Part part, Form form) const noexcept {
+        std::uint64_t const all = states.load(std::memory_order_acquire);
+        return static_cast<State>(all >> (STATE_BITS * index(part, form)) & ((1U << STATE_BITS) - 1));
+    }
+    Header& header(Part part) noexcept { return headers[static_cast<std::size_t>(part)]; }
+    Header const& header(Part part) const noexcept { return headers[static_cast<std::size_t>(part)]; }
+
     void set(Part part, String text, Encoding const& encoding);
-    void adjustPathContext(bool schemePresent) noexcept;
-    String const& text(Part part, Encoding const& encoding) const;
+    void dropDerived(Part part) noexcept;
+    PublishedOnce<String> const& ownText(Part part, Form form) const;
+    Form holder(Part part, Form form) const;
+    Form fill(Part part, Form form) const;
+    View held(Part part, Form form) const noexcept;
+    String const& text(Part part, Form form) const;
+    String const& get(Part part, Encoding const& encoding) const;
     std::pair<String const&, Encoding> stored(Part part) const;
 
-    String owner;
-    std::array<Slot, 5> parts;
+    String source;
+    std::array<Header, 5> headers;
+    mutable std::atomic<std::uint64_t> states{0};
+    PublishedOnce<OwnTexts> own;
+    PartContext context;
     bool empty = true;
 };
 

@@ -115,6 +115,9 @@ private:
     static constexpr char32_t COMMERCIAL_AT = 64;
     static constexpr char32_t QUESTION_MARK = 63;
 
+    /// The forms of the whole, by encoding; made with the first of them.
+    using WholeTexts = std::array<PublishedOnce<String>, 5>;
+
     /// Presence and shape of the parts, copied and swapped as one.
     struct Flags {
         bool empty = true;        // nothing in it at all
@@ -137,6 +140,9 @@ private:
     void parse();
     void setPartFlags(Parts<Iterator> const& found);
     void setStringParts(Parts<Iterator> const& found);
+    Slice sliceOf(Range const& range) const noexcept {
+        return {static_cast<std::size_t>(range.begin() - sourceText().begin()), range.size()};
+    }
     Range schemeRange(Parts<Iterator> const& found) const { return found.scheme.value_or(Range()); }
     Range userInfoRange(Parts<Iterator> const& found) const { return found.userInfo.value_or(Range()); }
     Range hostRange(Parts<Iterator> const& found) const { return found.host.value_or(Range()); }
@@ -145,27 +151,27 @@ private:
     Range queryRange(Parts<Iterator> const& found) const { return found.query.value_or(Range()); }
     Range fragmentRange(Parts<Iterator> const& found) const { return found.fragment.value_or(Range()); }
 
+    class Draft;
     void buildFromArgs(ArgsBase<String> const& args);
-    void buildScheme(ArgsBase<String> const& args);
-    void buildUserInfo(ArgsBase<String> const& args);
-    void buildHost(ArgsBase<String> const& args);
-    void buildPort(ArgsBase<String> const& args);
-    void buildPath(ArgsBase<String> const& args);
-    void buildQuery(ArgsBase<String> const& args);
-    void buildFragment(ArgsBase<String> const& args);
+    static void buildScheme(ArgsBase<String> const& args, Draft& draft);
+    static void buildUserInfo(ArgsBase<String> const& args, Draft& draft);
+    static void buildHost(ArgsBase<String> const& args, Draft& draft);
+    static void buildPort(ArgsBase<String> const& args, Draft& draft);
+    static void buildPath(ArgsBase<String> const& args, Draft& draft);
+    static void buildQuery(ArgsBase<String> const& args, Draft& draft);
+    static void buildFragment(ArgsBase<String> const& args, Draft& draft);
     void setArgsAuthority(ArgsBase<String>& args) const;
     void setArgsQuery(ArgsBase<String>& args) const;
     void setArgsFragment(ArgsBase<String>& args) const;
     /// Works out the flags that follow from the others, once all parts of a new value are set.
     void close();
 
-    class Draft;
     View rawPath() const;
     void resolvePath(TemplateIRI const& base, Draft& draft) const;
     String mergedPath(TemplateIRI const& base) const;
-    String withoutDotSegments(bool absolute) const;
-    TemplateIRI wholeInto(Draft& draft, bool withScheme) const;
-    bool isSameAs(TemplateIRI const& base) const;
+    void relativiseInto(Draft& draft, TemplateIRI const& base) const;
+    void takeWhole(Draft& draft, bool withScheme) const;
+    bool isSameBehindAuthority(TemplateIRI const& base) const;
     bool hasSameAuthority(TemplateIRI const& base) const;
     bool hasSameRaw(Part part, TemplateIRI const& base) const;
     String getRelativePath(TemplateIRI const& base) const;
@@ -174,7 +180,8 @@ private:
     void generateHash() const;
 
     String const& sourceText() const noexcept { return parts.getSource(); }
-    String nativeScheme() const;
+    View schemeView() const noexcept { return View(sourceText()).substr(scheme.begin, scheme.length); }
+    View portView() const noexcept { return View(sourceText()).substr(portText.begin, portText.length); }
 
     std::u16string getPart(Part part, Encoding const& encoding) const;
     void appendPart(String& text, Part part, Encoding const& encoding) const;
@@ -184,13 +191,14 @@ private:
     String const& toNativeStringFromParts(Encoding const& encoding) const;
     std::u16string toStringFromParts(Encoding const& encoding) const;
 
+    // In the order in which a comparison or a copy meets them.
     Flags flags;
-    unsigned short port = 0;                            // meaningful with `hasPort`
-    std::u16string scheme;                              // as written
-    std::u16string portString;                          // as written
-    StringParts<String> parts;                          // and the source text
-    std::array<PublishedOnce<String>, 5> nativeStrings; // the forms of the whole, by encoding
+    unsigned short port = 0;   // meaningful with `hasPort`
+    StringParts<String> parts; // and the text
+    Slice scheme;              // of the text, as written
+    Slice portText;            // of the text, as written
     CachedHash hash;
+    PublishedOnce<WholeTexts> wholeTexts;
 };
 
 extern template class TemplateIRI<std::u32string>;

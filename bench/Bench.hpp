@@ -1,0 +1,127 @@
+#pragma once
+
+// What the benchmarks of this library and of its peers share: the texts, the operations and how a row is
+// measured.
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace bench {
+
+/// A list of IRIs, in both encodings: a library is given the one that it takes.
+struct Corpus {
+    std::string name;
+    std::vector<std::string> utf8;
+    std::vector<std::u16string> utf16;
+};
+
+/// Links and the pages that they stand on.
+struct Pairs {
+    std::string name;
+    Corpus bases;
+    Corpus references;
+};
+
+struct Data {
+    Corpus urls;
+    Corpus iris;
+    Pairs pairs;
+};
+
+/// The operations; a row of the table is one of them on one list.
+namespace operation {
+inline constexpr char const* parse = "parse, destroy";
+inline constexpr char const* parseAndRead = "parse, read scheme, host, path, query";
+inline constexpr char const* parseToAscii = "parse, write in ASCII";
+inline constexpr char const* text = "text of a parsed value";
+inline constexpr char const* rawPathPlain = "decoded path, fresh, no escape in it";
+inline constexpr char const* rawPathEscaped = "decoded path, fresh, escapes in it";
+inline constexpr char const* ascii = "ASCII text, fresh";
+inline constexpr char const* asciiWarm = "ASCII text, asked for before";
+inline constexpr char const* allForms = "path in all forms, fresh";
+inline constexpr char const* hash = "hash, fresh";
+inline constexpr char const* equal = "equality of equal values, fresh";
+inline constexpr char const* different = "equality of neighbours, fresh";
+inline constexpr char const* copy = "copy, destroy";
+inline constexpr char const* move = "move there and back";
+inline constexpr char const* insert = "insert into an unordered set";
+inline constexpr char const* build = "build from parts, write";
+inline constexpr char const* resolve = "resolve parsed values";
+inline constexpr char const* resolveTexts = "parse both, resolve, write";
+inline constexpr char const* relativise = "make relative";
+} // namespace operation
+
+using Clock = std::chrono::steady_clock;
+
+/// One pass over all items of a row; gives the seconds of what counts.
+using Pass = std::function<double()>;
+
+/// Registers a row's cell. Passes of all cells are interleaved, and the least of a cell's passes is shown.
+void add(char const* operation, std::string const& list, char const* library, std::size_t items, Pass pass);
+
+/// A pass over items as they are.
+template <class Items, class Operation>
+Pass over(Items const& items, Operation operation) {
+    return [&items, operation] {
+        auto const begin = Clock::now();
+        for (auto const& item : items) {
+            operation(item);
+        }
+        return std::chrono::duration<double>(Clock::now() - begin).count();
+    };
+}
+
+/// A pass over values that are made for it outside the time that counts, so that nothing has been worked out
+/// yet.
+template <class Make, class Operation>
+Pass overFresh(Make make, Operation operation) {
+    return [make, operation] {
+        auto values = make();
+        auto const begin = Clock::now();
+        for (auto& value : values) {
+            operation(value);
+        }
+        return std::chrono::duration<double>(Clock::now() - begin).count();
+    };
+}
+
+/// The same for two lists of values side by side.
+template <class Make, class Operation>
+Pass overFreshPairs(Make make, Operation operation) {
+    return [make, operation] {
+        auto values = make();
+        auto const begin = Clock::now();
+        for (std::size_t i = 0; i != values.first.size(); ++i) {
+            operation(values.first[i], values.second[i]);
+        }
+        return std::chrono::duration<double>(Clock::now() - begin).count();
+    };
+}
+
+/// Values of all items of a list, by a function of the item.
+template <class Items, class Make>
+auto makeAll(Items const& items, Make make) {
+    std::vector<decltype(make(items[0]))> values;
+    values.reserve(items.size());
+    for (auto const& item : items) {
+        values.push_back(make(item));
+    }
+    return values;
+}
+
+void addIri(Data const& data);
+
+// The peers that this program was built with.
+void addQUrl(Data const& data);
+void addUriparser(Data const& data);
+void addGUri(Data const& data);
+void addPoco(Data const& data);
+void addCurl(Data const& data);
+void addBoostUrl(Data const& data);
+
+} // namespace bench

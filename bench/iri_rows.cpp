@@ -1,0 +1,150 @@
+// The rows of this library. What a value works out is not there yet when an operation begins: values are made
+// afresh for each pass, outside the time that counts.
+
+#include "Bench.hpp"
+
+#include <foundation/network/IRI.hpp>
+#include <foundation/network/IRIArgs.hpp>
+
+#include <unordered_set>
+
+namespace bench {
+
+namespace {
+
+using benchmark::DoNotOptimize;
+using foundation::network::Encoding;
+using foundation::network::IRI;
+using foundation::network::IRIArgs;
+
+constexpr char const* library = "IRI";
+
+IRI parse(std::u16string const& text) {
+    return IRI(text);
+}
+
+std::vector<std::u16string> thoseWithEscapes(std::vector<std::u16string> const& texts, bool wanted) {
+    std::vector<std::u16string> result;
+    for (auto const& text : texts) {
+        if ((IRI(text).getPath(Encoding::Iri).find(u'%') != std::u16string::npos) == wanted) {
+            result.push_back(text);
+        }
+    }
+    return result;
+}
+
+void addValues(Corpus const& corpus) {
+    auto const& texts = corpus.utf16;
+    auto const row = [&corpus](char const* operation, Pass pass) {
+        add(operation, corpus.name, library, corpus.utf16.size(), std::move(pass));
+    };
+    auto const fresh = [&texts] { return makeAll(texts, parse); };
+    auto const freshTwice = [&texts] { return std::pair(makeAll(texts, parse), makeAll(texts, parse)); };
+    row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(IRI(text)); }));
+    row(operation::parseAndRead, over(texts, [](auto const& text) {
+            IRI const iri(text);
+            DoNotOptimize(iri.getScheme());
+            DoNotOptimize(iri.hasHost() ? iri.getHost(Encoding::Iri) : std::u16string());
+            DoNotOptimize(iri.getPath(Encoding::Iri));
+            DoNotOptimize(iri.hasQuery() ? iri.getQuery(Encoding::Iri) : std::u16string());
+        }));
+    row(operation::parseToAscii,
+        over(texts, [](auto const& text) { DoNotOptimize(IRI(text).toAsciiString(false)); }));
+    row(operation::text, overFresh(fresh, [](IRI const& iri) { DoNotOptimize(iri.toString(false)); }));
+    row(operation::ascii, overFresh(fresh, [](IRI const& iri) { DoNotOptimize(iri.toAsciiString(false)); }));
+    auto const asked = [fresh] {
+        auto values = fresh();
+        for (auto const& iri : values) {
+            (void)iri.toAsciiString(false);
+        }
+        return values;
+    };
+    row(operation::asciiWarm,
+        overFresh(asked, [](IRI const& iri) { DoNotOptimize(iri.toAsciiString(false)); }));
+    row(operation::allForms, overFresh(fresh, [](IRI const& iri) {
+            for (auto const form :
+                 {Encoding::Raw, Encoding::Iri, Encoding::IriStrict, Encoding::Uri, Encoding::UriStrict}) {
+                DoNotOptimize(iri.getPath(form));
+            }
+        }));
+    row(operation::hash, overFresh(fresh, [](IRI const& iri) { DoNotOptimize(iri.hashValue()); }));
+    row(operation::equal,
+        overFreshPairs(freshTwice, [](IRI const& a, IRI const& b) { DoNotOptimize(a == b); }));
+    row(operation::different, [fresh] {
+        auto const values = fresh();
+        auto const begin = Clock::now();
+        for (std::size_t i = 1; i != values.size(); ++i) {
+            DoNotOptimize(values[i - 1] == values[i]);
+        }
+        return std::chrono::duration<double>(Clock::now() - begin).count();
+    });
+    row(operation::copy, overFresh(fresh, [](IRI const& iri) { DoNotOptimize(IRI(iri)); }));
+    row(operation::move, overFresh(fresh, [](IRI& iri) {
+            IRI there(std::move(iri));
+            iri = std::move(there);
+        }));
+    row(operation::insert, [fresh] {
+        auto values = fresh();
+        std::unordered_set<IRI> set;
+        set.reserve(values.size());
+        auto const begin = Clock::now();
+        for (auto& value : values) {
+            set.insert(std::move(value));
+        }
+        return std::chrono::duration<double>(Clock::now() - begin).count();
+    });
+    row(operation::build,
+        overFresh([fresh] { return makeAll(fresh(), [](IRI const& iri) { return IRIArgs(iri); }); },
+                  [](IRIArgs const& args) { DoNotOptimize(IRI(args).toString(false)); }));
+}
+
+void addDecodedPaths(Corpus const& corpus) {
+    for (bool const escaped : {false, true}) {
+        auto const texts = thoseWithEscapes(corpus.utf16, escaped);
+        if (!texts.empty()) {
+            add(escaped ? operation::rawPathEscaped : operation::rawPathPlain, corpus.name, library,
+                texts.size(),
+                overFresh([texts] { return makeAll(texts, parse); },
+                          [](IRI const& iri) { DoNotOptimize(iri.getPath(Encoding::Raw)); }));
+        }
+    }
+}
+
+void addReferences(Pairs const& pairs) {
+    auto const values = [&pairs] {
+        return std::pair(makeAll(pairs.references.utf16, parse), makeAll(pairs.bases.utf16, parse));
+    };
+    std::size_t const items = pairs.bases.utf16.size();
+    add(operation::resolve, pairs.name, library, items,
+        overFreshPairs(values, [](IRI const& reference, IRI const& base) {
+            DoNotOptimize(reference.resolveAgainst(base));
+        }));
+    add(operation::resolveTexts, pairs.name, library, items,
+        overFreshPairs([&pairs] { return std::pair(pairs.references.utf16, pairs.bases.utf16); },
+                       [](auto const& reference, auto const& base) {
+                           DoNotOptimize(IRI(reference).resolveAgainst(IRI(base)).toString(false));
+                       }));
+    auto const targets = [&pairs] {
+        std::vector<IRI> made;
+        for (std::size_t i = 0; i != pairs.bases.utf16.size(); ++i) {
+            IRI const target = IRI(pairs.references.utf16[i]).resolveAgainst(IRI(pairs.bases.utf16[i]));
+            made.emplace_back(target.toString(false));
+        }
+        return std::pair(std::move(made), makeAll(pairs.bases.utf16, parse));
+    };
+    add(operation::relativise, pairs.name, library, items,
+        overFreshPairs(
+            targets, [](IRI const& target, IRI const& base) { DoNotOptimize(target.makeRelativeTo(base)); }));
+}
+
+} // namespace
+
+void addIri(Data const& data) {
+    for (auto const* const corpus : {&data.urls, &data.iris}) {
+        addValues(*corpus);
+        addDecodedPaths(*corpus);
+    }
+    addReferences(data.pairs);
+}
+
+} // namespace bench

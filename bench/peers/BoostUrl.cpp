@@ -1,0 +1,55 @@
+// Boost.URL 1.81, in a library of its own: this program's other Boost does not meet it. A value holds its
+// text and a table of offsets. It takes ASCII only; equality and hash normalise.
+
+#include "../Bench.hpp"
+
+#include <boost/url.hpp>
+
+namespace bench {
+
+namespace {
+
+using benchmark::DoNotOptimize;
+using boost::urls::url;
+
+url parse(std::string const& text) {
+    return url(text);
+}
+
+} // namespace
+
+__attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
+    constexpr char const* library = "Boost.URL";
+    auto const& corpus = data.urls;
+    auto const& texts = corpus.utf8;
+    auto const row = [&corpus](char const* operation, Pass pass) {
+        add(operation, corpus.name, library, corpus.utf8.size(), std::move(pass));
+    };
+    auto const fresh = [&texts] { return makeAll(texts, parse); };
+    row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(url(text)); }));
+    row(operation::parseAndRead, over(texts, [](auto const& text) {
+            url const value(text);
+            DoNotOptimize(std::string(value.scheme()));
+            DoNotOptimize(std::string(value.encoded_host()));
+            DoNotOptimize(std::string(value.encoded_path()));
+            DoNotOptimize(std::string(value.encoded_query()));
+        }));
+    row(operation::text,
+        overFresh(fresh, [](url const& value) { DoNotOptimize(std::string(value.buffer())); }));
+    row(operation::hash, overFresh(fresh, [](url const& value) { DoNotOptimize(std::hash<url>()(value)); }));
+    row(operation::equal, overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
+                                         [](url const& a, url const& b) { DoNotOptimize(a == b); }));
+    row(operation::copy, overFresh(fresh, [](url const& value) { DoNotOptimize(url(value)); }));
+    auto const& pairs = data.pairs;
+    auto const values = [&pairs] {
+        return std::pair(makeAll(pairs.references.utf8, parse), makeAll(pairs.bases.utf8, parse));
+    };
+    add(operation::resolve, pairs.name, library, pairs.bases.utf8.size(),
+        overFreshPairs(values, [](url const& reference, url const& base) {
+            url target;
+            (void)boost::urls::resolve(base, reference, target);
+            DoNotOptimize(target);
+        }));
+}
+
+} // namespace bench

@@ -1,0 +1,55 @@
+// POCO's URI. It decodes each part when it parses, and folds scheme and host.
+
+#include "../Bench.hpp"
+
+#include <Poco/URI.h>
+
+namespace bench {
+
+namespace {
+
+using benchmark::DoNotOptimize;
+using Poco::URI;
+
+URI parse(std::string const& text) {
+    return URI(text);
+}
+
+} // namespace
+
+void addPoco(Data const& data) {
+    constexpr char const* library = "POCO";
+    for (auto const* const corpus : {&data.urls, &data.iris}) {
+        auto const& texts = corpus->utf8;
+        auto const row = [corpus](char const* operation, Pass pass) {
+            add(operation, corpus->name, library, corpus->utf8.size(), std::move(pass));
+        };
+        auto const fresh = [&texts] { return makeAll(texts, parse); };
+        row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(URI(text)); }));
+        row(operation::parseAndRead, over(texts, [](auto const& text) {
+                URI const uri(text);
+                DoNotOptimize(std::string(uri.getScheme()));
+                DoNotOptimize(std::string(uri.getHost()));
+                DoNotOptimize(std::string(uri.getPath()));
+                DoNotOptimize(uri.getQuery());
+            }));
+        row(operation::parseToAscii,
+            over(texts, [](auto const& text) { DoNotOptimize(URI(text).toString()); }));
+        row(operation::text, overFresh(fresh, [](URI const& uri) { DoNotOptimize(uri.toString()); }));
+        row(operation::equal, overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
+                                             [](URI const& a, URI const& b) { DoNotOptimize(a == b); }));
+        row(operation::copy, overFresh(fresh, [](URI const& uri) { DoNotOptimize(URI(uri)); }));
+    }
+    auto const& pairs = data.pairs;
+    auto const values = [&pairs] {
+        return std::pair(makeAll(pairs.references.utf8, parse), makeAll(pairs.bases.utf8, parse));
+    };
+    add(operation::resolve, pairs.name, library, pairs.bases.utf8.size(),
+        overFreshPairs(values, [](URI const& reference, URI const& base) {
+            URI target(base);
+            target.resolve(reference);
+            DoNotOptimize(target);
+        }));
+}
+
+} // namespace bench

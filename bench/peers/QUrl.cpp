@@ -1,0 +1,116 @@
+// Qt's QUrl. A value shares its parts with its copies; it holds the path decoded but for a few characters. It
+// is parsed in the tolerant mode, which mends what it can, and compares after a look at each part.
+
+#include "../Bench.hpp"
+
+#include <QtCore/QString>
+#include <QtCore/QUrl>
+
+#include <unordered_set>
+
+namespace bench {
+
+namespace {
+
+using benchmark::DoNotOptimize;
+
+QString toQString(std::u16string const& text) {
+    return QString::fromUtf16(text.data(), static_cast<int>(text.size()));
+}
+QUrl parse(std::u16string const& text) {
+    return QUrl(toQString(text));
+}
+
+struct Hash {
+    std::size_t operator()(QUrl const& url) const { return qHash(url); }
+};
+
+} // namespace
+
+void addQUrl(Data const& data) {
+    constexpr char const* library = "QUrl";
+    for (auto const* const corpus : {&data.urls, &data.iris}) {
+        auto const& texts = corpus->utf16;
+        auto const row = [corpus](char const* operation, Pass pass) {
+            add(operation, corpus->name, library, corpus->utf16.size(), std::move(pass));
+        };
+        auto const fresh = [&texts] { return makeAll(texts, parse); };
+        auto const freshTwice = [&texts] { return std::pair(makeAll(texts, parse), makeAll(texts, parse)); };
+        row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
+        row(operation::parseAndRead, over(texts, [](auto const& text) {
+                QUrl const url = parse(text);
+                DoNotOptimize(url.scheme());
+                DoNotOptimize(url.host());
+                DoNotOptimize(url.path());
+                DoNotOptimize(url.query());
+            }));
+        row(operation::parseToAscii,
+            over(texts, [](auto const& text) { DoNotOptimize(parse(text).toEncoded()); }));
+        row(operation::text, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(url.toString()); }));
+        row(operation::ascii, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(url.toEncoded()); }));
+        row(operation::hash, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(qHash(url)); }));
+        row(operation::equal,
+            overFreshPairs(freshTwice, [](QUrl const& a, QUrl const& b) { DoNotOptimize(a == b); }));
+        row(operation::different, [fresh] {
+            auto const values = fresh();
+            auto const begin = Clock::now();
+            for (std::size_t i = 1; i != values.size(); ++i) {
+                DoNotOptimize(values[i - 1] == values[i]);
+            }
+            return std::chrono::duration<double>(Clock::now() - begin).count();
+        });
+        row(operation::copy, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(QUrl(url)); }));
+        row(operation::move, overFresh(fresh, [](QUrl& url) {
+                QUrl there(std::move(url));
+                url = std::move(there);
+            }));
+        row(operation::insert, [fresh] {
+            auto values = fresh();
+            std::unordered_set<QUrl, Hash> set;
+            set.reserve(values.size());
+            auto const begin = Clock::now();
+            for (auto& value : values) {
+                set.insert(std::move(value));
+            }
+            return std::chrono::duration<double>(Clock::now() - begin).count();
+        });
+        row(operation::build, overFresh(fresh, [](QUrl const& url) {
+                QUrl built;
+                built.setScheme(url.scheme());
+                built.setHost(url.host());
+                built.setPath(url.path());
+                built.setQuery(url.query());
+                DoNotOptimize(built.toString());
+            }));
+        for (bool const escaped : {false, true}) {
+            std::vector<std::u16string> some;
+            for (auto const& text : texts) {
+                if (parse(text).path(QUrl::FullyEncoded).contains('%') == escaped) {
+                    some.push_back(text);
+                }
+            }
+            if (!some.empty()) {
+                add(escaped ? operation::rawPathEscaped : operation::rawPathPlain, corpus->name, library,
+                    some.size(),
+                    overFresh([some] { return makeAll(some, parse); },
+                              [](QUrl const& url) { DoNotOptimize(url.path(QUrl::FullyDecoded)); }));
+            }
+        }
+    }
+    auto const& pairs = data.pairs;
+    auto const values = [&pairs] {
+        return std::pair(makeAll(pairs.references.utf16, parse), makeAll(pairs.bases.utf16, parse));
+    };
+    std::size_t const items = pairs.bases.utf16.size();
+    add(operation::resolve, pairs.name, library, items,
+        overFreshPairs(values, [](QUrl const& reference, QUrl const& base) {
+            DoNotOptimize(base.resolved(reference));
+        }));
+    add(operation::resolveTexts, pairs.name, library, items,
+        overFreshPairs([&pairs] { return std::pair(pairs.references.utf16, pairs.bases.utf16); },
+                       [](auto const& reference, auto const& base) {
+                           DoNotOptimize(parse(base).resolved(parse(reference)).toString());
+                       }));
+}
+
+} // namespace bench

@@ -1,0 +1,102 @@
+// uriparser. A value is pointers into the text that it was parsed from, which it does not own; a path is a
+// list of segments. It takes ASCII only, and equality compares the pieces.
+
+#include "../Bench.hpp"
+
+#include <uriparser/Uri.h>
+
+#include <memory>
+
+namespace bench {
+
+namespace {
+
+using benchmark::DoNotOptimize;
+
+struct Free {
+    void operator()(UriUriA* uri) const {
+        uriFreeUriMembersA(uri);
+        delete uri;
+    }
+};
+using Uri = std::unique_ptr<UriUriA, Free>;
+
+Uri parse(std::string const& text) {
+    Uri uri(new UriUriA());
+    uriParseSingleUriExA(uri.get(), text.data(), text.data() + text.size(), nullptr);
+    return uri;
+}
+
+std::string textOf(UriUriA const& uri) {
+    int length = 0;
+    uriToStringCharsRequiredA(&uri, &length);
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    uriToStringA(text.data(), &uri, length + 1, nullptr);
+    text.pop_back();
+    return text;
+}
+
+} // namespace
+
+void addUriparser(Data const& data) {
+    constexpr char const* library = "uriparser";
+    auto const& corpus = data.urls;
+    auto const& texts = corpus.utf8;
+    auto const row = [&corpus](char const* operation, Pass pass) {
+        add(operation, corpus.name, library, corpus.utf8.size(), std::move(pass));
+    };
+    auto const fresh = [&texts] { return makeAll(texts, parse); };
+    row(operation::parse, over(texts, [](auto const& text) {
+            UriUriA uri;
+            uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), nullptr);
+            DoNotOptimize(uri);
+            uriFreeUriMembersA(&uri);
+        }));
+    row(operation::text, overFresh(fresh, [](Uri const& uri) { DoNotOptimize(textOf(*uri)); }));
+    row(operation::equal,
+        overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
+                       [](Uri const& a, Uri const& b) { DoNotOptimize(uriEqualsUriA(a.get(), b.get())); }));
+    auto const& pairs = data.pairs;
+    auto const values = [&pairs] {
+        return std::pair(makeAll(pairs.references.utf8, parse), makeAll(pairs.bases.utf8, parse));
+    };
+    std::size_t const items = pairs.bases.utf8.size();
+    add(operation::resolve, pairs.name, library, items,
+        overFreshPairs(values, [](Uri const& reference, Uri const& base) {
+            UriUriA target;
+            uriAddBaseUriA(&target, reference.get(), base.get());
+            DoNotOptimize(target);
+            uriFreeUriMembersA(&target);
+        }));
+    add(operation::resolveTexts, pairs.name, library, items,
+        overFreshPairs([&pairs] { return std::pair(pairs.references.utf8, pairs.bases.utf8); },
+                       [](std::string const& reference, std::string const& base) {
+                           Uri const r = parse(reference);
+                           Uri const b = parse(base);
+                           UriUriA target;
+                           uriAddBaseUriA(&target, r.get(), b.get());
+                           DoNotOptimize(textOf(target));
+                           uriFreeUriMembersA(&target);
+                       }));
+    // The texts of the targets stay: the values point into them.
+    auto const targets = std::make_shared<std::vector<std::string>>();
+    for (std::size_t i = 0; i != items; ++i) {
+        UriUriA target;
+        uriAddBaseUriA(&target, parse(pairs.references.utf8[i]).get(), parse(pairs.bases.utf8[i]).get());
+        targets->push_back(textOf(target));
+        uriFreeUriMembersA(&target);
+    }
+    add(operation::relativise, pairs.name, library, items,
+        overFreshPairs(
+            [&pairs, targets] {
+                return std::pair(makeAll(*targets, parse), makeAll(pairs.bases.utf8, parse));
+            },
+            [](Uri const& target, Uri const& base) {
+                UriUriA reference;
+                uriRemoveBaseUriA(&reference, target.get(), base.get(), URI_FALSE);
+                DoNotOptimize(reference);
+                uriFreeUriMembersA(&reference);
+            }));
+}
+
+} // namespace bench

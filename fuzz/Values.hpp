@@ -1,0 +1,62 @@
+#pragma once
+
+/// Values out of lines: a text to parse, or behind a "!" parts to build from, with a "|" between two.
+
+#include "Input.hpp"
+
+#include <foundation/network/IRIArgs.hpp>
+
+namespace fuzz {
+
+using foundation::network::IRIArgs;
+using support::IRI;
+
+/// Each piece is a part behind the letter of its setter, or a key and a value. What a setter refuses is left
+/// out.
+inline IRIArgs argsOf(std::string_view pieces) {
+    static constexpr std::pair<char, IRIArgs& (IRIArgs::*)(Text const&)> setters[] = {
+        {'s', &IRIArgs::setScheme},  {'u', &IRIArgs::setUserInfo}, {'h', &IRIArgs::setHost},
+        {'o', &IRIArgs::setPort},    {'p', &IRIArgs::setPath},     {'q', &IRIArgs::setQuery},
+        {'f', &IRIArgs::setFragment}};
+    IRIArgs args;
+    for (std::string_view const piece : split(pieces, '|')) {
+        char const letter = piece.empty() ? '=' : piece.front();
+        auto const pair = split(piece, '=');
+        bool set = false;
+        (void)unlessRefused<std::logic_error>([&] {
+            for (auto const& [name, setter] : setters) {
+                set = set || name == letter;
+                name == letter ? (void)(args.*setter)(units(piece.substr(1))) : (void)0;
+            }
+            if (!set) { // the letter tells the two flags
+                args.appendQueryKeyValuePair(pair.empty() ? u"" : units(pair[0]),
+                                             pair.size() < 2 ? u"" : units(pair[1]), letter % 2 != 0,
+                                             letter % 4 > 1);
+            }
+            return 0;
+        });
+    }
+    return args;
+}
+
+inline std::optional<IRI> valueOf(std::string_view line) {
+    return unlessRefused<std::logic_error>([&] {
+        return !line.empty() && line.front() == '!' ? IRI(argsOf(line.substr(1))) : IRI(units(line));
+    });
+}
+
+/// Holds a law on the values of two lines, whose answers it must leave as they were.
+template <class Law>
+int onTwo(std::string_view input, Law law) {
+    auto const found = split(input, '\n');
+    auto const left = found.size() == 2 ? valueOf(found[0]) : std::nullopt;
+    auto const right = left ? valueOf(found[1]) : std::nullopt;
+    if (right && support::canBeReadAgain(*left) && support::canBeReadAgain(*right)) {
+        std::string const before = answers(*left) + answers(*right);
+        (void)unlessRefused<std::logic_error>([&] { return law(*left, *right), 0; });
+        require(answers(*left) + answers(*right) == before, "an operand has changed", input);
+    }
+    return 0;
+}
+
+} // namespace fuzz
