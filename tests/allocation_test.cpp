@@ -33,6 +33,10 @@ thread_local bool failed = false;
     void* const memory = std::malloc(size);
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
+[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+    failed = failed || countdown == 1;
+    return countdown != 0 && --countdown == 0 ? nullptr : std::malloc(size);
+}
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
