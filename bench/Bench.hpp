@@ -8,8 +8,11 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
+
+#include <malloc.h>
 
 namespace bench {
 
@@ -31,6 +34,7 @@ struct Data {
     Corpus urls;
     Corpus iris;
     Pairs pairs;
+    Corpus hosts; // domain names in Unicode
 };
 
 /// The operations; a row of the table is one of them on one list.
@@ -54,6 +58,12 @@ inline constexpr char const* build = "build from parts, write";
 inline constexpr char const* resolve = "resolve parsed values";
 inline constexpr char const* resolveTexts = "parse both, resolve, write";
 inline constexpr char const* relativise = "make relative";
+inline constexpr char const* parseTwice = "parse on two threads at once";
+inline constexpr char const* bytesHeld = "bytes held by a parsed value, not ns";
+inline constexpr char const* addressFromText = "address from text";
+inline constexpr char const* addressToText = "address to text";
+inline constexpr char const* listAdapters = "list the adapters";
+inline constexpr char const* nameToAscii = "domain name to ASCII";
 } // namespace operation
 
 using Clock = std::chrono::steady_clock;
@@ -114,7 +124,35 @@ auto makeAll(Items const& items, Make make) {
     return values;
 }
 
+/// A pass on two threads, each over all items.
+template <class Items, class Operation>
+Pass overTwice(Items const& items, Operation operation) {
+    return [&items, operation] {
+        auto const run = [&items, operation] {
+            for (auto const& item : items) {
+                operation(item);
+            }
+        };
+        auto const begin = Clock::now();
+        std::thread other(run);
+        run();
+        other.join();
+        return std::chrono::duration<double>(Clock::now() - begin).count();
+    };
+}
+
+/// Not a time: the bytes that values hold, object and heap, as so many nanoseconds.
+template <class Make>
+Pass held(Make make) {
+    return [make] {
+        auto const before = mallinfo2().uordblks;
+        auto const values = make();
+        return static_cast<double>(mallinfo2().uordblks - before) * 1e-9;
+    };
+}
+
 void addIri(Data const& data);
+void addNetwork(Data const& data);
 
 // The peers that this program was built with.
 void addQUrl(Data const& data);

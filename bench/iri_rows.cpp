@@ -17,7 +17,7 @@ using foundation::network::Encoding;
 using foundation::network::IRI;
 using foundation::network::IRIArgs;
 
-constexpr char const* library = "IRI";
+constexpr char const* library = "this library";
 
 IRI parse(std::u16string const& text) {
     return IRI(text);
@@ -41,6 +41,8 @@ void addValues(Corpus const& corpus) {
     auto const fresh = [&texts] { return makeAll(texts, parse); };
     auto const freshTwice = [&texts] { return std::pair(makeAll(texts, parse), makeAll(texts, parse)); };
     row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(IRI(text)); }));
+    row(operation::parseTwice, overTwice(texts, [](auto const& text) { DoNotOptimize(IRI(text)); }));
+    row(operation::bytesHeld, held(fresh));
     row(operation::parseAndRead, over(texts, [](auto const& text) {
             IRI const iri(text);
             DoNotOptimize(iri.getScheme());

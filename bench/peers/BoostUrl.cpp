@@ -27,6 +27,7 @@ __attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
     };
     auto const fresh = [&texts] { return makeAll(texts, parse); };
     row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(url(text)); }));
+    row(operation::bytesHeld, held(fresh));
     row(operation::parseAndRead, over(texts, [](auto const& text) {
             url const value(text);
             DoNotOptimize(std::string(value.scheme()));

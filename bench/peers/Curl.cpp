@@ -42,6 +42,7 @@ void addCurl(Data const& data) {
         };
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
+        row(operation::bytesHeld, held(fresh));
         row(operation::parseAndRead, over(texts, [](auto const& text) {
                 Url const url = parse(text);
                 for (auto const part : {CURLUPART_SCHEME, CURLUPART_HOST, CURLUPART_PATH, CURLUPART_QUERY}) {

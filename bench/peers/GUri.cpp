@@ -35,6 +35,7 @@ void addGUri(Data const& data) {
         };
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
+        row(operation::bytesHeld, held(fresh));
         row(operation::parseAndRead, over(texts, [](auto const& text) {
                 Uri const uri = parse(text);
                 DoNotOptimize(std::string(g_uri_get_scheme(uri.get())));

@@ -26,6 +26,7 @@ void addPoco(Data const& data) {
         };
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(URI(text)); }));
+        row(operation::bytesHeld, held(fresh));
         row(operation::parseAndRead, over(texts, [](auto const& text) {
                 URI const uri(text);
                 DoNotOptimize(std::string(uri.getScheme()));

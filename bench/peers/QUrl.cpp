@@ -37,6 +37,8 @@ void addQUrl(Data const& data) {
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         auto const freshTwice = [&texts] { return std::pair(makeAll(texts, parse), makeAll(texts, parse)); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
+        row(operation::parseTwice, overTwice(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
+        row(operation::bytesHeld, held(fresh));
         row(operation::parseAndRead, over(texts, [](auto const& text) {
                 QUrl const url = parse(text);
                 DoNotOptimize(url.scheme());

@@ -52,6 +52,7 @@ void addUriparser(Data const& data) {
             DoNotOptimize(uri);
             uriFreeUriMembersA(&uri);
         }));
+    row(operation::bytesHeld, held(fresh));
     row(operation::text, overFresh(fresh, [](Uri const& uri) { DoNotOptimize(textOf(*uri)); }));
     row(operation::equal,
         overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },

@@ -1,6 +1,6 @@
 // What an IRI costs, beside the field's other libraries where they are installed.
 //
-//   iri_bench [--urls=FILE] [--iris=FILE] [--pairs=FILE] [google-benchmark options]
+//   bench [--urls=FILE] [--iris=FILE] [--pairs=FILE] [google-benchmark options]
 //
 // FILE is UTF-8, an IRI a line; of the pairs base and reference, separated by a tab. The lists of
 // examples/data are the default; neighbours in the list of home pages are the default pairs. It prints a
@@ -39,7 +39,7 @@ std::vector<std::string> lines(std::string const& path) {
         result.push_back(line);
     }
     if (result.empty()) {
-        std::cerr << "iri_bench: nothing in " << path << '\n';
+        std::cerr << "bench: nothing in " << path << '\n';
         std::exit(2);
     }
     return result;
@@ -100,6 +100,7 @@ std::string takeOption(int& argc, char** argv, std::string const& name, std::str
     return value;
 }
 
+constexpr char const* OWN = "this library";
 constexpr char separator = '|'; // between the pieces of a benchmark's name
 
 // Rows in the order in which they were registered.
@@ -138,7 +139,7 @@ public:
             }
         }
         std::sort(libraries.begin(), libraries.end(), [](auto const& a, auto const& b) {
-            return std::pair(a != "IRI", a != "QUrl") < std::pair(b != "IRI", b != "QUrl");
+            return std::pair(a != OWN, a != "QUrl") < std::pair(b != OWN, b != "QUrl");
         });
         std::printf("| operation | list |");
         for (auto const& library : libraries) {
@@ -180,10 +181,10 @@ private:
                 std::printf(" |");
                 continue;
             }
-            best = library == "IRI" ? best : std::min(best, cell->second);
+            best = library == OWN ? best : std::min(best, cell->second);
             std::printf(" %.0f |", cell->second);
         }
-        auto const own = row.cells.find("IRI");
+        auto const own = row.cells.find(OWN);
         auto const ratio = [&](bool known, double other) {
             known&& own != row.cells.end() ? std::printf(" %.2f |", own->second / other) : std::printf(" |");
         };
@@ -224,6 +225,7 @@ int main(int argc, char** argv) {
     std::string const urls = takeOption(argc, argv, "urls", BENCH_DATA "/homepages.txt");
     std::string const iris = takeOption(argc, argv, "iris", BENCH_DATA "/iris.txt");
     std::string const pairs = takeOption(argc, argv, "pairs", "");
+    std::string const hosts = takeOption(argc, argv, "hosts", "");
     std::vector<char*> arguments(argv, argv + argc);
     std::string interleaved = "--benchmark_enable_random_interleaving=true";
     arguments.insert(arguments.begin() + 1, interleaved.data());
@@ -233,8 +235,12 @@ int main(int argc, char** argv) {
         return 2;
     }
     Data const data{corpusOf(nameOf(urls), lines(urls)), corpusOf(nameOf(iris), lines(iris)),
-                    readPairs(pairs, lines(BENCH_DATA "/homepages.txt"))};
+                    readPairs(pairs, lines(BENCH_DATA "/homepages.txt")),
+                    hosts.empty() ? corpusOf("five names", {"bücher.example", "例え.テスト", "почта.example",
+                                                            "www.example.org", "ελλάδα.example"})
+                                  : corpusOf(nameOf(hosts), lines(hosts))};
     addIri(data);
+    addNetwork(data);
 #ifdef BENCH_QT
     addQUrl(data);
 #endif
