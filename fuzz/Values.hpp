@@ -6,6 +6,8 @@
 
 #include <foundation/network/IRIArgs.hpp>
 
+#include <algorithm>
+
 namespace fuzz {
 
 using foundation::network::IRIArgs;
@@ -20,20 +22,17 @@ inline IRIArgs argsOf(std::string_view pieces) {
         {'f', &IRIArgs::setFragment}};
     IRIArgs args;
     for (std::string_view const piece : split(pieces, '|')) {
-        char const letter = piece.empty() ? '=' : piece.front();
-        auto const pair = split(piece, '=');
-        bool set = false;
+        auto const* const setter =
+            std::find_if(std::begin(setters), std::end(setters),
+                         [&](auto const& each) { return !piece.empty() && each.first == piece.front(); });
         (void)unlessRefused<std::logic_error>([&] {
-            for (auto const& [name, setter] : setters) {
-                set = set || name == letter;
-                name == letter ? (void)(args.*setter)(units(piece.substr(1))) : (void)0;
+            if (setter != std::end(setters)) {
+                return &(args.*setter->second)(units(piece.substr(1)));
             }
-            if (!set) { // the letter tells the two flags
-                args.appendQueryKeyValuePair(pair.empty() ? u"" : units(pair[0]),
-                                             pair.size() < 2 ? u"" : units(pair[1]), letter % 2 != 0,
-                                             letter % 4 > 1);
-            }
-            return 0;
+            auto const pair = split(piece, '='); // its length tells the two flags
+            return &args.appendQueryKeyValuePair(pair.empty() ? u"" : units(pair[0]),
+                                                 pair.size() < 2 ? u"" : units(pair[1]),
+                                                 piece.size() % 2 != 0, piece.size() % 4 > 1);
         });
     }
     return args;

@@ -6,8 +6,9 @@
 #include "support/ReferenceMatcher.hpp"
 #include "support/StoredParts.hpp"
 
-#include <algorithm>
+#include <foundation/network/iri/detail/Parts.hpp>
 
+using foundation::network::iri::detail::portStringToNumeric;
 using fuzz::require;
 using fuzz::Text;
 using support::Encoding;
@@ -15,14 +16,6 @@ using support::IRI;
 namespace plain = support::plain;
 
 namespace {
-
-bool isPort(std::u32string const& text) {
-    bool const digits =
-        std::all_of(text.begin(), text.end(), [](char32_t c) { return c >= '0' && c <= '9'; });
-    std::string const value(std::min(text.find_first_not_of(U'0'), text.size()), '0');
-    return digits && !text.empty() && text.size() - value.size() < 6 &&
-           std::stoul("0" + std::string(text.begin(), text.end()).substr(value.size())) <= 65535;
-}
 
 void partHolds(IRI const& iri, int number, std::optional<std::u32string> const& part) {
     constexpr decltype(&IRI::getPath) getters[] = {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath,
@@ -43,7 +36,10 @@ int fuzz::holds(std::string_view input) {
     std::u32string const native = codePoints(input);
     bool const sound = support::toUtf16(native).has_value();
     auto match = sound ? support::ReferenceMatcher::match(native) : std::nullopt;
-    match = match && match->port && !isPort(*match->port) ? std::nullopt : match;
+    unsigned short port = 0;
+    if (match && match->port && !portStringToNumeric(*match->port, port)) {
+        match.reset();
+    }
     std::optional<IRI> iri;
     try {
         iri.emplace(text);
@@ -56,9 +52,8 @@ int fuzz::holds(std::string_view input) {
     if (iri) {
         require(iri->toString(false) == text, "another text", text);
         int number = 0;
-        for (auto const* part :
-             {&match->userInfo, &match->host, &match->path, &match->query, &match->fragment}) {
-            partHolds(*iri, number++, *part);
+        for (auto const& part : {match->userInfo, match->host, match->path, match->query, match->fragment}) {
+            partHolds(*iri, number++, part);
         }
         support::formsHold(*iri);
         require(answers(*iri) == answers(IRI(text)), "depends on what was asked before", text);

@@ -143,7 +143,8 @@ TEST(LinuxSystem, ReadsWhatTheKernelAnswers) {
             link(3, IFF_LOOPBACK | IFF_RUNNING, attribute(200, std::string(60'000, 0))),
         done,
         address(AF_INET, 24, 2,
-                attribute(IFA_ADDRESS, "\x0A\0\0\x02"s) + attribute(IFA_LOCAL, "\x0A\0\0\x01"s)) +
+                attribute(IFA_ADDRESS, "\x0A\0\0\x02"s) + attribute(IFA_LOCAL, "\x0A\0\0\x01"s) +
+                    attribute(IFA_ADDRESS, "\x0A\0\0\x02"s)) +
             address(AF_INET6, 64, 2, attribute(IFA_ADDRESS, "\xFE\x80"s + std::string(14, '\0'))) +
             address(12, 8, 2, attribute(IFA_LOCAL, "\x01")) +
             address(AF_INET, 8, 2, attribute(IFA_LOCAL, "abc")) + address(AF_INET, 8, 2, "\xFF\xFF\x02\0"s) +

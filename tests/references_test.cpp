@@ -105,6 +105,8 @@ TEST(Resolve, DiffersFromTheRfcAsDocumented) {
         {u"c/../d", u"http://h/a", u"http://h/d"},
         {u"c/..", u"http://h/a", u"http://h/"},
         {u"g", u"http://h/a/b/..", u"http://h/a/g"},
+        {u"g", u"http://h/./a", u"http://h/g"},
+        {u"g", u".", u"g"},
         {u"/.//d", u"x:", u"x:/.//d"},
         {u"..", u"a/b", u"/"},
         {u"a:b", u"", u"a:b"},

@@ -68,7 +68,9 @@ std::vector<Member> pool(std::size_t size) {
         {IRI(u"http://a/b%20c"), true},
         {IRI(u"http://a:080/"), true},
         {IRI(u"http://a:80/"), true},
-        {IRI(IRIArgs().setScheme(u"http").setHost(u"a").setPort(80).setPath(u"/")), false}};
+        {IRI(IRIArgs().setScheme(u"http").setHost(u"a").setPort(80).setPath(u"/")), false},
+        {IRI(IRIArgs().setQuery(u"a=%2B")), false}, // the same text, and another mark
+        {IRI(IRIArgs().appendQueryKeyValuePair(u"a", u"+", false, false)), false}};
     while (values.size() < size) {
         Member const any = generator.pick(values);
         switch (generator.below(4)) {

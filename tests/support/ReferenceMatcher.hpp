@@ -1,15 +1,14 @@
 #pragma once
 
-// A slow, plain matcher of IRI references: each rule of the grammar as a function that takes a place in a
-// text and gives the place behind what it matched, or nothing. No tables, no looks ahead, no runs.
+// A slow, plain matcher of IRI references: each rule of the grammar as a function from a place in a text to
+// the place behind what it matched, or to `none`, which every rule hands on. No tables, no looks ahead, no
+// runs.
 
 #include <boost/spirit/home/support/char_encoding/unicode.hpp>
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace support {
 
@@ -49,201 +48,138 @@ public:
 private:
     using Unicode = boost::spirit::char_encoding::unicode;
     using At = std::size_t;
-    using Match = std::optional<At>;
-    using Rule = Match (ReferenceMatcher::*)(At) const;
+    static constexpr At none = std::u32string_view::npos;
 
     explicit ReferenceMatcher(std::u32string_view whole) : text(whole) {}
 
     static bool in(char32_t c, char32_t first, char32_t last) { return c >= first && c <= last; }
     static bool oneOf(char32_t c, std::u32string_view set) { return set.find(c) != set.npos; }
+    static bool regName(char32_t c) { return iunreserved(c) || subDelims(c); }
+    static bool userInfo(char32_t c) { return regName(c) || c == U':'; }
+    static bool ipchar(char32_t c) { return regName(c) || oneOf(c, U":@%"); }
+    static bool noColon(char32_t c) { return regName(c) || oneOf(c, U"@%"); }
+    static bool query(char32_t c) { return ipchar(c) || oneOf(c, U"/?") || iprivate(c); }
+    static bool fragment(char32_t c) { return ipchar(c) || oneOf(c, U"/?"); }
+    static bool schemeRest(char32_t c) { return alpha(c) || digit(c) || oneOf(c, U"+.-"); }
+    static bool hostGoesOn(char32_t c) { return regName(c) || c == U'@'; }
 
-    template <class Test>
-    Match one(At at, Test test) const {
-        return at < text.size() && test(text[at]) ? Match(at + 1) : std::nullopt;
+    using Test = bool (*)(char32_t);
+    static At either(At first, At second) { return first != none ? first : second; }
+    At one(At at, Test test) const { return at < text.size() && test(text[at]) ? at + 1 : none; }
+    At lit(At at, std::u32string_view wanted) const {
+        return at <= text.size() && text.substr(at, wanted.size()) == wanted ? at + wanted.size() : none;
     }
-    Match literal(At at, std::u32string_view wanted) const {
-        return text.substr(at, wanted.size()) == wanted ? Match(at + wanted.size()) : std::nullopt;
-    }
-    Match pctEncoded(At at) const {
-        Match const percent = literal(at, U"%");
-        Match const first = percent ? one(*percent, xdigit) : percent;
-        return first ? one(*first, xdigit) : first;
-    }
+    At pctEncoded(At at) const { return one(one(lit(at, U"%"), xdigit), xdigit); }
     // *( characters of a test / pct-encoded )
-    template <class Test>
     At many(At at, Test test, bool escapes) const {
-        while (true) {
-            Match next = one(at, test);
-            next = next || !escapes ? next : pctEncoded(at);
-            if (!next) {
-                return at;
-            }
-            at = *next;
+        for (At next = at; next != none; next = either(one(at, test), escapes ? pctEncoded(at) : none)) {
+            at = next;
         }
+        return at;
     }
-    static bool iregNameCharacter(char32_t c) { return iunreserved(c) || subDelims(c); }
-    static bool iuserinfoCharacter(char32_t c) { return iregNameCharacter(c) || c == U':'; }
-    static bool ipcharCharacter(char32_t c) { return iregNameCharacter(c) || oneOf(c, U":@%"); }
-    static bool noColonCharacter(char32_t c) { return iregNameCharacter(c) || oneOf(c, U"@%"); }
+    At manyAtLeastOne(At at, Test test) const {
+        At const end = many(at, test, false);
+        return end == at ? none : end;
+    }
 
-    Match decOctet(At at) const {
-        if (literal(at, U"0") && one(at + 1, digit)) {
-            return std::nullopt;
-        }
+    At decOctet(At at) const {
         unsigned value = 0;
         At end = at;
         for (; end < text.size() && end < at + 3 && in(text[end], U'0', U'9'); ++end) {
             value = value * 10 + (text[end] - U'0');
         }
-        return end == at || value > 255 ? std::nullopt : Match(end);
+        return end == at || value > 255 || one(lit(at, U"0"), digit) != none ? none : end;
     }
-    Match ipv4(At at) const {
-        Match place = decOctet(at);
-        for (int i = 0; i < 3 && place; ++i) {
-            place = literal(*place, U".");
-            place = place ? decOctet(*place) : place;
-        }
-        return place;
-    }
-    Match h16(At at) const {
-        At end = at;
-        while (end < at + 4 && one(end, xdigit)) {
-            ++end;
-        }
-        return end == at ? std::nullopt : Match(end);
-    }
-    Match group(At at) const {
-        Match const digits = h16(at);
-        return digits ? literal(*digits, U":") : digits;
-    }
-    Match ls32(At at) const {
-        Match place = group(at);
-        place = place ? h16(*place) : place;
-        return place ? place : ipv4(at);
-    }
-    At optionalGroup(At at) const {
-        Match const place = group(at);
-        return place && !literal(*place, U":") ? *place : at;
-    }
-    // n(P) [ h16 ] "::" m(G) and then a last rule, or nothing
-    Match compressed(At at, int before, int after, Rule last) const {
-        for (int i = 0; i < before; ++i) {
-            at = optionalGroup(at);
-        }
-        Match place = literal(h16(at).value_or(at), U"::");
-        for (int i = 0; i < after && place; ++i) {
-            place = group(*place);
-        }
-        return place && last != nullptr ? (this->*last)(*place) : place;
-    }
-    Match ipv6(At at) const {
-        Match full = at;
-        for (int i = 0; i < 6 && full; ++i) {
-            full = group(*full);
-        }
-        full = full ? ls32(*full) : full;
-        if (full) {
-            return full;
-        }
-        if (literal(at, U"::")) { // the second alternative has no h16 before its "::"
-            Match const second = compressed(at, 0, 5, &ReferenceMatcher::ls32);
-            if (second) {
-                return second;
-            }
-        }
-        for (int before = 0; before <= 6; ++before) {
-            Rule const last = before <= 4   ? &ReferenceMatcher::ls32
-                              : before == 5 ? &ReferenceMatcher::h16
-                                            : nullptr;
-            Match const found = compressed(at, before, before < 4 ? 4 - before : 0, last);
-            if (found) {
-                return found;
-            }
-        }
-        return std::nullopt;
-    }
-    Match ipvFuture(At at) const {
-        Match const v = literal(at, U"v");
-        At const digits = v ? many(*v, xdigit, false) : at;
-        Match const dot = v && digits != *v ? literal(digits, U".") : std::nullopt;
-        At const end = dot ? many(*dot, iuserinfoCharacter, false) : at;
-        return dot && end != *dot ? Match(end) : std::nullopt;
-    }
-    At ihost(At at) const {
-        if (Match const open = literal(at, U"[")) {
-            Match const inside = ipv6(*open) ? ipv6(*open) : ipvFuture(*open);
-            Match const close = inside ? literal(*inside, U"]") : inside;
-            if (close) {
-                return *close;
-            }
-        }
-        if (Match const end = ipv4(at)) {
-            auto const goesOn = [](char32_t c) { return iregNameCharacter(c) || c == U'@'; };
-            if (!one(*end, goesOn) && !pctEncoded(*end)) {
-                return *end;
-            }
-        }
-        return many(at, iregNameCharacter, true);
-    }
-    // *( "/" isegment )
-    At segments(At at) const {
-        while (Match const slash = literal(at, U"/")) {
-            at = many(*slash, ipcharCharacter, true);
+    At ipv4(At at) const {
+        at = decOctet(at);
+        for (int i = 0; i < 3; ++i) {
+            at = decOctet(lit(at, U"."));
         }
         return at;
     }
-    std::u32string cut(At from, At to) const { return std::u32string(text.substr(from, to - from)); }
-
-    At hierarchical(At at, bool relative) {
-        if (Match const authority = literal(at, U"//")) {
-            at = *authority;
-            At const user = many(at, iuserinfoCharacter, true);
-            if (Match const behind = literal(user, U"@")) {
-                parts.userInfo = cut(at, user);
-                at = *behind;
-            }
-            At const host = ihost(at);
-            parts.host = cut(at, host);
-            at = host;
-            if (Match const colon = literal(at, U":")) {
-                at = many(*colon, digit, false);
-                parts.port = cut(*colon, at);
-            }
-            At const path = segments(at);
-            parts.path = cut(at, path);
-            return path;
-        }
+    At h16(At at) const {
         At end = at;
-        if (Match const slash = literal(at, U"/")) {
-            end = many(*slash, ipcharCharacter, true);
-            end = end == *slash ? end : segments(end);
-        } else {
-            end = relative ? many(at, noColonCharacter, true) : many(at, ipcharCharacter, true);
-            end = end == at ? end : segments(end);
+        while (at != none && end < at + 4 && one(end, xdigit) != none) {
+            ++end;
         }
-        parts.path = cut(at, end);
-        return end;
+        return end == at ? none : end;
+    }
+    At group(At at) const { return lit(h16(at), U":"); }
+    At ls32(At at) const { return either(h16(group(at)), ipv4(at)); }
+    At groups(At at, int count) const {
+        for (; count > 0; --count) {
+            at = group(at);
+        }
+        return at;
+    }
+    // before( P ) [ h16 ] "::"
+    At compressed(At at, int before) const {
+        for (; before > 0; --before) {
+            At const next = group(at);
+            at = next != none && lit(next, U":") == none ? next : at;
+        }
+        return lit(either(h16(at), at), U"::");
+    }
+    At ipv6(At at) const {
+        At found = either(ls32(groups(at, 6)), ls32(groups(lit(at, U"::"), 5)));
+        for (int before = 0; before <= 4; ++before) {
+            found = either(found, ls32(groups(compressed(at, before), 4 - before)));
+        }
+        return either(either(found, h16(compressed(at, 5))), compressed(at, 6));
+    }
+    At ipvFuture(At at) const {
+        return manyAtLeastOne(lit(manyAtLeastOne(lit(at, U"v"), xdigit), U"."), userInfo);
+    }
+    At ihost(At at) const {
+        At const inside = lit(at, U"[");
+        At const literal = lit(either(ipv6(inside), ipvFuture(inside)), U"]");
+        At const address = ipv4(at);
+        bool const goesOn = one(address, hostGoesOn) != none || pctEncoded(address) != none;
+        return either(literal, address != none && !goesOn ? address : many(at, regName, true));
+    }
+    // *( "/" isegment )
+    At segments(At at) const {
+        for (At next = at; next != none; next = lit(at, U"/")) {
+            at = next == at ? at : many(next, ipchar, true);
+        }
+        return at;
+    }
+
+    At cut(At from, At to, ReferenceParts::Field& field) const {
+        field = text.substr(from, to - from);
+        return to;
+    }
+    At authority(At at) {
+        At const user = many(at, userInfo, true);
+        if (At const behind = lit(user, U"@"); behind != none) {
+            cut(at, user, parts.userInfo);
+            at = behind;
+        }
+        at = cut(at, ihost(at), parts.host);
+        if (At const colon = lit(at, U":"); colon != none) {
+            at = cut(colon, many(colon, digit, false), parts.port);
+        }
+        return cut(at, segments(at), parts.path);
+    }
+    At hierarchical(At at, bool relative) {
+        if (At const behind = lit(at, U"//"); behind != none) {
+            return authority(behind);
+        }
+        At const slash = lit(at, U"/");
+        At const begin = either(slash, at);
+        At const first = many(begin, slash == none && relative ? noColon : ipchar, true);
+        return cut(at, first == begin ? begin : segments(first), parts.path);
     }
     At reference() {
-        At at = 0;
-        if (Match const first = one(0, alpha)) {
-            At const end = many(
-                *first, [](char32_t c) { return alpha(c) || digit(c) || oneOf(c, U"+.-"); }, false);
-            if (Match const colon = literal(end, U":")) {
-                parts.scheme = cut(0, end);
-                at = *colon;
-            }
-        }
+        At const scheme = one(0, alpha) == none ? none : many(0, schemeRest, false);
+        At at = lit(scheme, U":");
+        at = at == none ? 0 : (cut(0, scheme, parts.scheme), at);
         at = hierarchical(at, !parts.scheme);
-        if (Match const mark = literal(at, U"?")) {
-            at = many(
-                *mark, [](char32_t c) { return ipcharCharacter(c) || oneOf(c, U"/?") || iprivate(c); }, true);
-            parts.query = cut(*mark, at);
+        if (At const mark = lit(at, U"?"); mark != none) {
+            at = cut(mark, many(mark, query, true), parts.query);
         }
-        if (Match const hash = literal(at, U"#")) {
-            at = many(
-                *hash, [](char32_t c) { return ipcharCharacter(c) || oneOf(c, U"/?"); }, true);
-            parts.fragment = cut(*hash, at);
+        if (At const hash = lit(at, U"#"); hash != none) {
+            at = cut(hash, many(hash, fragment, true), parts.fragment);
         }
         return at;
     }
