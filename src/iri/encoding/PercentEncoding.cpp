@@ -116,7 +116,7 @@ std::u32string toUriForm(std::u32string_view text) {
 }
 
 std::u16string toUriFormUtf16(std::u32string_view text) {
-    return uriForm<std::u16string>(text);
+    return isUriForm(text) ? toUtf16(text) : uriForm<std::u16string>(text);
 }
 
 std::u32string protectPercentEscapes(std::u32string text) {
