@@ -20,8 +20,8 @@ bool beginsWithSlash(std::u32string_view path) {
     return !path.empty() && path.front() == U'/';
 }
 
-// Whether two characters stand side by side somewhere. The sign bit is set where they do; no way out of the loop before
-// its end, so it becomes vector code.
+// Whether two characters stand side by side somewhere. The sign bit is set where they do; no way out of the
+// loop before its end, so it becomes vector code.
 bool holdsPair(std::u32string_view path, char32_t first, char32_t second) {
     std::uint32_t found = 0;
     for (std::size_t i = 1; i < path.size(); ++i) {
@@ -92,7 +92,9 @@ bool hasRelativePathSegments(std::u32string_view path) noexcept {
     return false;
 }
 
-bool canBeSplit(std::u32string_view path) noexcept { return !holdsPair(path, U'/', U'/'); }
+bool canBeSplit(std::u32string_view path) noexcept {
+    return !holdsPair(path, U'/', U'/');
+}
 
 PathComponents componentsOf(std::u32string_view path) {
     std::vector<std::u32string_view> elements;
