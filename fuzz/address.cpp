@@ -6,6 +6,7 @@
 #include <foundation/network/InterfaceAddress.hpp>
 
 #include <arpa/inet.h>
+#include <array>
 
 using namespace foundation::network;
 
@@ -14,11 +15,12 @@ int fuzz::holds(std::string_view input) {
     fuzz::Text const shown(text.begin(), text.end());
     auto const made = fuzz::unlessRefused<std::invalid_argument>([&] { return InetAddress(text); });
     if (text.find_first_of(std::string_view("%\0", 2)) == text.npos) { // neither scope nor an early end
-        unsigned char bytes[16];
-        bool const four = inet_pton(AF_INET, text.c_str(), bytes) == 1;
-        bool const six = !four && inet_pton(AF_INET6, text.c_str(), bytes) == 1;
+        std::array<unsigned char, 16> bytes{};
+        bool const four = inet_pton(AF_INET, text.c_str(), bytes.data()) == 1;
+        bool const six = !four && inet_pton(AF_INET6, text.c_str(), bytes.data()) == 1;
         require(made.has_value() == (four || six), "taken or refused unlike the system", shown);
-        require(!made || made->bytes() == std::vector<unsigned char>(bytes, bytes + (four ? 4 : 16)),
+        require(!made || made->bytes() ==
+                             std::vector<unsigned char>(bytes.begin(), bytes.begin() + (four ? 4 : 16)),
                 "other bytes", shown);
     }
     if (made) {

@@ -18,7 +18,9 @@ int fuzz::holds(std::string_view input) {
         }
         require(IdnConverter(converter).convert(name) == *ascii, "a copy converts differently", name);
         fuzz::Text const unicode = converter.toUnicode(*ascii);
-        bool const clean = ascii->find('\x1A') == ascii->npos && unicode.find(u'\uFFFD') == unicode.npos;
+        // Of an invalid name there is no way back: ICU marks it, or it decodes to what looks encoded still.
+        bool const clean = ascii->find('\x1A') == ascii->npos && unicode.find(u'\uFFFD') == unicode.npos &&
+                           unicode.find(u"xn--") == unicode.npos;
         require(!clean || converter.toAscii(unicode) == *ascii, "there and back is another name", name,
                 unicode);
     }

@@ -8,23 +8,27 @@
 
 #include <foundation/network/iri/detail/Parts.hpp>
 
+#include <array>
+
 using foundation::network::iri::detail::portStringToNumeric;
 using fuzz::require;
 using fuzz::Text;
 using support::Encoding;
 using support::IRI;
 namespace plain = support::plain;
+using namespace std::string_view_literals;
 
 namespace {
 
-void partHolds(IRI const& iri, int number, std::optional<std::u32string> const& part) {
-    constexpr decltype(&IRI::getPath) getters[] = {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath,
-                                                   &IRI::getQuery, &IRI::getFragment};
-    constexpr char32_t const* names[] = {U"UserInfo", U"Host", U"Path", U"Query", U"Fragment"};
+void partHolds(IRI const& iri, std::size_t number, std::optional<std::u32string> const& part) {
+    constexpr std::array getters{&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
+                                 &IRI::getFragment};
+    constexpr std::array names{U"UserInfo"sv, U"Host"sv, U"Path"sv, U"Query"sv, U"Fragment"sv};
     for (Encoding const form : {Encoding::Raw, Encoding::Iri, Encoding::Uri}) {
-        std::u32string const expected = part ? plain::expected(number, Encoding::Iri, form, *part)
-                                             : std::u32string(U"! Item not set: ") + names[number];
-        Text const given = plain::outcome([&] { return (iri.*getters[number])(form); });
+        std::u32string const expected =
+            part ? plain::expected(static_cast<int>(number), Encoding::Iri, form, *part)
+                 : std::u32string(U"! Item not set: ").append(names.at(number));
+        Text const given = plain::outcome([&] { return (iri.*getters.at(number))(form); });
         require(given == support::toUtf16(expected), "another form of a part", given, expected);
     }
 }
@@ -51,7 +55,7 @@ int fuzz::holds(std::string_view input) {
     require(iri.has_value() == match.has_value(), "taken or refused unlike the grammar", text);
     if (iri) {
         require(iri->toString(false) == text, "another text", text);
-        int number = 0;
+        std::size_t number = 0;
         for (auto const& part : {match->userInfo, match->host, match->path, match->query, match->fragment}) {
             partHolds(*iri, number++, part);
         }

@@ -45,6 +45,8 @@ TEST(Idn, ConvertsKnownNames) {
              {u"-under_score-", "-under_score-", u"-under_score-"},
              {std::u16string(300, u'A'), std::string(300, 'a'), std::u16string(300, u'a')},
              {u"A.xn--a", "a.xn--a\x1A", u"a.xn--a\u001A"}, // ICU marks the second label with U+FFFD
+             // Invalid: it decodes to a label that looks encoded still.
+             {u"xn--xn--bcher-kv8a", "xn--xn--bcher-kv8a", u"xn--b\u110Fcher"},
          }) {
         EXPECT_EQ(converter.toAscii(unicode), ascii);
         EXPECT_EQ(converter.convert(unicode), ascii);
