@@ -222,11 +222,11 @@ DecodedText decodeUtf8(std::string bytes) {
 } // namespace
 
 bool isRawAlready(std::u32string_view text) {
-    std::uint32_t found = 0; // as in `hasNoPercent`: a "%", a surrogate, a value above U+10FFFF
+    std::uint32_t bits = 0;
     for (char32_t const c : text) {
-        found |= ((c ^ U'%') - 1) | (((c & 0xFFFFF800) ^ 0xD800) - 1) | (0x10FFFF - c) | c;
+        bits |= c;
     }
-    return found >> 31 == 0;
+    return hasNoPercent(text) && (bits < 0xD800 || std::all_of(text.begin(), text.end(), isUnicodeScalar));
 }
 
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context) {

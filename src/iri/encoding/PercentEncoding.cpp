@@ -93,7 +93,13 @@ constexpr std::array<std::array<Char, 4>, 256> escapes = [] {
 template <class String>
 String uriForm(std::u32string_view text) {
     using Char = typename String::value_type;
-    String result(uriLength(text) + 1, Char());
+    std::size_t const length = uriLength(text);
+    if constexpr (sizeof(Char) == sizeof(char16_t)) {
+        if (length == text.size()) {
+            return toUtf16(text);
+        }
+    }
+    String result(length + 1, Char());
     Char* out = result.data();
     for (char32_t const c : text) {
         if (isUriCharacter(c)) {
@@ -116,7 +122,7 @@ std::u32string toUriForm(std::u32string_view text) {
 }
 
 std::u16string toUriFormUtf16(std::u32string_view text) {
-    return isUriForm(text) ? toUtf16(text) : uriForm<std::u16string>(text);
+    return uriForm<std::u16string>(text);
 }
 
 std::u32string protectPercentEscapes(std::u32string text) {
