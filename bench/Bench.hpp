@@ -145,9 +145,13 @@ Pass overTwice(Items const& items, Operation operation) {
 template <class Make>
 Pass held(Make make) {
     return [make] {
-        auto const before = mallinfo2().uordblks;
+        auto const inUse = [] {
+            auto const now = mallinfo2();
+            return now.uordblks + now.hblkhd; // in the arenas, and mapped by themselves
+        };
+        auto const before = inUse();
         auto const values = make();
-        return static_cast<double>(mallinfo2().uordblks - before) * 1e-9;
+        return static_cast<double>(inUse() - before) * 1e-9;
     };
 }
 
