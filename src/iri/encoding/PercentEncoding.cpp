@@ -67,15 +67,21 @@ bool isUriForm(std::u32string_view text) {
 
 namespace {
 
-// The length of the Uri form. Sums of comparisons become vector code, branches do not.
+// The length of the Uri form. Sums of comparisons become vector code, branches do not; a block at a time, so
+// that the sums are as wide as a code point.
 std::size_t uriLength(std::u32string_view text) {
-    std::size_t escaped = 0;
-    std::size_t longer = 0; // bytes of UTF-8 behind the first
-    for (char32_t const c : text) {
-        escaped += c - 33 > 126 - 33 ? 1U : 0U;
-        longer += (c >= 0x80 ? 1U : 0U) + (c >= 0x800 ? 1U : 0U) + (c >= 0x10000 ? 1U : 0U);
+    constexpr std::size_t block = 4096;
+    std::size_t length = text.size();
+    for (; !text.empty(); text.remove_prefix(std::min(block, text.size()))) {
+        std::uint32_t escaped = 0;
+        std::uint32_t longer = 0; // bytes of UTF-8 behind the first
+        for (char32_t const c : text.substr(0, block)) {
+            escaped += c - 33 > 126 - 33 ? 1U : 0U;
+            longer += (c >= 0x80 ? 1U : 0U) + (c >= 0x800 ? 1U : 0U) + (c >= 0x10000 ? 1U : 0U);
+        }
+        length += 2 * std::size_t{escaped} + 3 * std::size_t{longer};
     }
-    return text.size() + 2 * escaped + 3 * longer;
+    return length;
 }
 
 // "%XX" of each byte, and one unit more, so that an escape is written at once.
@@ -93,13 +99,7 @@ constexpr std::array<std::array<Char, 4>, 256> escapes = [] {
 template <class String>
 String uriForm(std::u32string_view text) {
     using Char = typename String::value_type;
-    std::size_t const length = uriLength(text);
-    if constexpr (sizeof(Char) == sizeof(char16_t)) {
-        if (length == text.size()) {
-            return toUtf16(text);
-        }
-    }
-    String result(length + 1, Char());
+    String result(uriLength(text) + 1, Char());
     Char* out = result.data();
     for (char32_t const c : text) {
         if (isUriCharacter(c)) {
@@ -122,7 +122,7 @@ std::u32string toUriForm(std::u32string_view text) {
 }
 
 std::u16string toUriFormUtf16(std::u32string_view text) {
-    return uriForm<std::u16string>(text);
+    return isUriForm(text) ? toUtf16(text) : uriForm<std::u16string>(text);
 }
 
 std::u32string protectPercentEscapes(std::u32string text) {
