@@ -3,13 +3,14 @@
 
 #include "support/Generator.hpp"
 #include "support/Laws.hpp"
+#include "support/Threads.hpp"
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <sstream>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -26,25 +27,16 @@ using support::show;
 TEST(IriParse, TakesApart) {
     using Part = std::optional<Text>;
     constexpr auto no = std::nullopt;
-    struct Row {
-        Text text;
-        Part scheme, userInfo, host, port;
-        Text path;
-        Part query, fragment;
-    };
+    // clang-format off
+    struct Row { Text text; Part scheme, userInfo, host, port; Text path; Part query, fragment; };
     Row const rows[] = {
-        {u"", no, no, no, no, u"", no, no},
-        {u"//u:p@h:8/p?q#f", no, u"u:p", u"h", u"8", u"/p", u"q", u"f"},
-        {u"a:", u"a", no, no, no, u"", no, no},
-        {u"a:b:c", u"a", no, no, no, u"b:c", no, no},
+        {u"", no, no, no, no, u"", no, no}, {u"//u:p@h:8/p?q#f", no, u"u:p", u"h", u"8", u"/p", u"q", u"f"},
+        {u"a:", u"a", no, no, no, u"", no, no}, {u"a:b:c", u"a", no, no, no, u"b:c", no, no},
         {u"./1a:b", no, no, no, no, u"./1a:b", no, no},
         {u"a:?x?y/z#f?g", u"a", no, no, no, u"", u"x?y/z", u"f?g"},
-        {u"a:#", u"a", no, no, no, u"", no, u""},
-        {u"a:b?", u"a", no, no, no, u"b", u"", no},
-        {u"//a/b@c", no, no, u"a", no, u"/b@c", no, no},
-        {u"//", no, no, u"", no, u"", no, no},
-        {u"//@", no, u"", u"", no, u"", no, no},
-        {u"//:80", no, no, u"", u"80", u"", no, no},
+        {u"a:#", u"a", no, no, no, u"", no, u""}, {u"a:b?", u"a", no, no, no, u"b", u"", no},
+        {u"//a/b@c", no, no, u"a", no, u"/b@c", no, no}, {u"//", no, no, u"", no, u"", no, no},
+        {u"//@", no, u"", u"", no, u"", no, no}, {u"//:80", no, no, u"", u"80", u"", no, no},
         {u"http://a:0080/", u"http", no, u"a", u"0080", u"/", no, no},
         {u"//[::1]:80/", no, no, u"[::1]", u"80", u"/", no, no},
         {u"//[1:2:3:4:5:6:1.2.3.4]", no, no, u"[1:2:3:4:5:6:1.2.3.4]", no, u"", no, no},
@@ -52,12 +44,12 @@ TEST(IriParse, TakesApart) {
         {u"//1.2.3.4:80", no, no, u"1.2.3.4", u"80", u"", no, no},
         {u"//1.2.3.4.5", no, no, u"1.2.3.4.5", no, u"", no, no},
         {u"//01.2.3.4", no, no, u"01.2.3.4", no, u"", no, no},
-        {u"//a%41b/", no, no, u"a%41b", no, u"/", no, no},
-        {u"/a%zz", no, no, no, no, u"/a%zz", no, no},
+        {u"//a%41b/", no, no, u"a%41b", no, u"/", no, no}, {u"/a%zz", no, no, no, no, u"/a%zz", no, no},
         {u"\u00E91:x", u"\u00E91", no, no, no, u"x", no, no},
         {u"?\uE000\U000E0000", no, no, no, no, u"", u"\uE000\U000E0000", no},
         {u"x:\U000E1000", u"x", no, no, no, u"\U000E1000", no, no},
     };
+    // clang-format on
     for (auto const& row : rows) {
         SCOPED_TRACE(show(row.text));
         IRI const iri(row.text);
@@ -110,45 +102,30 @@ TEST(IriParse, RefusesWhatIsNoUtf16) {
 }
 
 TEST(IriParse, KnowsItsShape) {
-    struct Row {
-        Text text;
-        std::string traits; // the letters of the predicates that hold, in the order below
-    };
+    // clang-format off
+    struct Row { Text text; std::string traits; };
     Row const rows[] = {
         {u"", "e"},           {u"mailto:a@b", "saO"}, {u"file:/a", "sap"}, {u"a:", "saO"},
         {u"b/c", ""},         {u"//h", "Ah"},         {u"//@h", "Ahu"},    {u"a:b?", "saqO"},
         {u"a:#", "safO"},     {u"/a", "p"},           {u"?", "q"},         {u"#", "f"},
         {u"x://h/", "sAahp"}, {u"x://h:1", "sAaoh"},  {u"x:a/b", "saO"},
     };
+    // clang-format on
     for (auto const& row : rows) {
-        IRI const iri(row.text);
-        std::string traits;
-        auto const add = [&](bool holds, char letter) { traits += holds ? std::string(1, letter) : ""; };
-        add(iri.isEmpty(), 'e');
-        add(iri.hasScheme(), 's');
-        add(iri.hasAuthority(), 'A');
-        add(iri.isAbsolute(), 'a');
-        add(iri.hasPort(), 'o');
-        add(iri.hasQuery(), 'q');
-        add(iri.hasFragment(), 'f');
-        add(iri.hasHost(), 'h');
-        add(iri.hasUserInfo(), 'u');
-        add(iri.hasAbsolutePath(), 'p');
-        add(iri.isOpaque(), 'O');
-        EXPECT_EQ(traits, row.traits) << show(row.text);
+        EXPECT_EQ(support::traits(IRI(row.text)), row.traits) << show(row.text);
     }
 }
 
 TEST(IriParse, AnAbsentPartIsNamed) {
     IRI const none;
-    EXPECT_EQ(thrown<std::runtime_error>([&] { none.getScheme(); }), "No scheme");
-    EXPECT_EQ(thrown<std::runtime_error>([&] { none.getPort(); }), "No port");
-    EXPECT_EQ(thrown<std::runtime_error>([&] { none.getPortNumber(); }), "No port");
-    EXPECT_EQ(thrown<std::runtime_error>([&] { none.getPath(Encoding::Iri); }), "Item not set: Path");
-    EXPECT_EQ(thrown<std::runtime_error>([&] { none.getAuthority(Encoding::UriStrict); }),
+    auto const refusal = [](auto ask) { return thrown<std::runtime_error>(ask); };
+    EXPECT_EQ(refusal([&] { none.getScheme(); }), "No scheme");
+    EXPECT_EQ(refusal([&] { none.getPort(); }), "No port");
+    EXPECT_EQ(refusal([&] { none.getPortNumber(); }), "No port");
+    EXPECT_EQ(refusal([&] { none.getPath(Encoding::Iri); }), "Item not set: Path");
+    EXPECT_EQ(refusal([&] { none.getAuthority(Encoding::UriStrict); }),
               "Item not set: Host: Host (in getAuthority)");
-    EXPECT_EQ(thrown<std::runtime_error>([&] { none.getSchemeSpecificPart(Encoding::Raw); }),
-              "Item not set: Path");
+    EXPECT_EQ(refusal([&] { none.getSchemeSpecificPart(Encoding::Raw); }), "Item not set: Path");
     EXPECT_EQ(IRI(u"").getPath(Encoding::Iri), u"");
     EXPECT_EQ(thrown<std::out_of_range>([] { IRI(u"/%C0%AF").getPath(Encoding::Raw); }),
               "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
@@ -195,76 +172,58 @@ TEST(IriText, FormsHoldTheirPromises) {
     EXPECT_GT(seen, 10000);
 }
 
-// The other questions, those that take another value among them.
-Text other(IRI const& iri, std::size_t which) {
+// Everything that a value can be asked, comparisons and resolutions with another one among it.
+std::vector<std::function<Text(IRI const&)>> allQuestions() {
     static IRI const base(u"http://u%41@h\u00E9:8/./c?q");
-    std::ostringstream stream;
-    switch (which) {
-    case 0:
-        return Text(iri == base || iri != IRI(iri) ? u"same" : u"other");
-    case 1:
-        return Text(iri < base ? u"less" : u"not less") + (IRITextLess()(base, iri) ? u"less" : u"not less");
-    case 2:
-        return iri.resolveAgainst(base).toString(true) + base.resolveAgainst(iri).toString(true);
-    case 3:
-        return iri.makeRelativeTo(base).toString(true);
-    case 4:
-        return IRI(IRIArgs(iri)).getPath(Encoding::Uri);
-    default:
-        stream << iri << iri.hashValue() << iri.getPortNumber() << iri.isOpaque();
-        std::string const given = stream.str();
-        return iri.getScheme() + iri.getPort() + Text(given.begin(), given.end());
+    std::vector<std::function<Text(IRI const&)>> all = {
+        [](auto& iri) { return iri.toString(false); },
+        [](auto& iri) { return iri.toString(true); },
+        [](auto& iri) { return iri.toAsciiString(false); },
+        [](auto& iri) { return iri.toAsciiString(true); },
+        [](auto& iri) { return iri.getScheme() + iri.getPort(); },
+        [](auto& iri) { return Text(iri == base || iri != IRI(iri) ? u"same" : u"other"); },
+        [](auto& iri) { return Text(iri < base ? u"less" : u"not less"); },
+        [](auto& iri) { return Text(IRITextLess()(base, iri) ? u"greater" : u"not greater"); },
+        [](auto& iri) { return iri.resolveAgainst(base).toString(true); },
+        [](auto& iri) { return base.resolveAgainst(iri).toString(true); },
+        [](auto& iri) { return iri.makeRelativeTo(base).toString(true); },
+        [](auto& iri) { return IRI(IRIArgs(iri)).getPath(Encoding::Uri); },
+        [](auto& iri) {
+            std::ostringstream stream;
+            stream << iri << iri.hashValue() << iri.getPortNumber() << iri.isOpaque();
+            std::string const given = stream.str();
+            return Text(given.begin(), given.end());
+        }};
+    for (Encoding const encoding : encodings) {
+        for (auto const getter : {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
+                                  &IRI::getFragment, &IRI::getAuthority, &IRI::getSchemeSpecificPart}) {
+            all.emplace_back([=](auto& iri) { return (iri.*getter)(encoding); });
+        }
     }
+    return all;
 }
 
 TEST(IriThreads, OneValueAnswersManyAsOne) {
     // The first parse of this process is raced as well: ctest runs each test in a process of its own.
     Text const text = u"http://u%41@h\u00E9:8/a%20b/\u00E9?q%C3%A9=%25#f%";
-    auto const answers = [](IRI const& iri, std::size_t which) {
-        Encoding const encoding = encodings[which % 5];
-        switch (which / 5) {
-        case 0:
-            return iri.getUserInfo(encoding);
-        case 1:
-            return iri.getHost(encoding);
-        case 2:
-            return iri.getPath(encoding);
-        case 3:
-            return iri.getQuery(encoding);
-        case 4:
-            return iri.getFragment(encoding);
-        case 5:
-            return iri.getAuthority(encoding);
-        case 6:
-            return iri.getSchemeSpecificPart(encoding);
-        case 7:
-            return which % 2 == 0 ? iri.toString(which % 5 > 2) : iri.toAsciiString(which % 5 > 2);
-        default:
-            return other(iri, which - 40);
-        }
-    };
-    constexpr std::size_t questions = 46;
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < 30; ++round) {
         std::optional<IRI> shared;
         std::once_flag made;
-        std::vector<std::vector<Text>> given(16, std::vector<Text>(questions));
-        std::vector<std::thread> threads;
-        for (std::size_t i = 0; i != given.size(); ++i) {
-            threads.emplace_back([&, i] {
-                IRI const own(text);
-                std::call_once(made, [&] { shared.emplace(text); });
-                support::Generator order(i);
-                for (int step = 0; step < 100; ++step) {
-                    std::size_t const which = order.below(questions);
-                    given[i][which] = answers(order.chance(10) ? IRI(*shared) : *shared, which);
-                }
-            });
-        }
-        for (auto& thread : threads) {
-            thread.join();
-        }
-        for (std::size_t which = 0; which != questions; ++which) {
-            Text const alone = answers(IRI(text), which);
+        std::vector<std::vector<Text>> given(16, std::vector<Text>(48));
+        support::onThreads(given.size(), [&](std::size_t i) {
+            IRI const own(text);
+            std::call_once(made, [&] { shared.emplace(round % 2 == 0 ? IRI(text) : IRI(IRIArgs(own))); });
+            auto const questions = allQuestions();
+            support::Generator order(i);
+            for (int step = 0; step < 100; ++step) {
+                std::size_t const which = order.below(questions.size());
+                given[i].at(which) = questions[which](order.chance(30) ? IRI(*shared) : *shared);
+            }
+        });
+        auto const questions = allQuestions();
+        ASSERT_EQ(questions.size(), 48u);
+        for (std::size_t which = 0; which != questions.size(); ++which) {
+            Text const alone = questions[which](round % 2 == 0 ? IRI(text) : IRI(IRIArgs(IRI(text))));
             for (auto const& answer : given) {
                 ASSERT_TRUE(answer[which].empty() || answer[which] == alone) << which << show(answer[which]);
             }
