@@ -8,6 +8,7 @@
 
 #include "support/Laws.hpp"
 #include "support/ReferenceMatcher.hpp"
+#include "support/StoredParts.hpp"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@
 namespace {
 
 using namespace foundation::network;
+using support::plain::outcome;
 using Addresses = foundation::network::detail::ImmutableIterableRange<InetAddress>;
 using Parts = foundation::network::iri::detail::StringParts<std::u32string>;
 using Failure = foundation::core::except::detail::AnonymousInternalException<std::logic_error>;
@@ -80,8 +82,20 @@ TEST(Audit, EveryClassSurvivesItselfAndBeingMovedFrom) {
     audit(IdnConverterException("a name of more than fifteen bytes"), IdnConverterException("one"), what);
     audit(Failure(std::logic_error("one")), Failure(std::logic_error("")), what);
     Parts parts;
-    parts.setPath(U"/a", Encoding::Raw);
-    audit(parts, Parts(), [](Parts const& p) { return std::to_string(p.isEmpty()); });
+    parts.setHost(U"h%20", Encoding::Iri);
+    parts.setPath(U"/a b", Encoding::Raw);
+    (void)parts.getPath(Encoding::Uri);
+    auto const forms = [](Parts const& p) {
+        std::u32string all;
+        for (auto const encoding : support::encodings) {
+            all +=
+                outcome([&] { return p.getHost(encoding); }) + outcome([&] { return p.getPath(encoding); });
+        }
+        return support::show(all) + std::to_string(p.isEmpty());
+    };
+    audit(parts, Parts(), forms);
+    Parts const moved(std::move(parts));
+    EXPECT_EQ(forms(parts), forms(Parts()));
     EXPECT_EQ(audited, 11);
 }
 
@@ -97,8 +111,7 @@ TEST(Audit, ShortTextsAreTakenAsThePlainMatcherTakesThem) {
                 text += alphabet[rest % (std::size(alphabet) - 1)];
             }
             auto const expected = support::ReferenceMatcher::match(std::u32string(text.begin(), text.end()));
-            bool const refused =
-                !expected || expected->port == U""; // ports of one or two digits are in range
+            bool const refused = !expected || expected->port == U""; // one or two digits are in range
             auto const iri = support::parsed(text);
             ASSERT_EQ(iri.has_value(), !refused) << support::show(text);
             taken += iri && support::formsHold(*iri);

@@ -202,25 +202,4 @@ TEST(StringParts, AFailedFormLeavesTheOthers) {
     }
 }
 
-TEST(StringParts, CopiesMovesAndSwapsKeepEveryForm) {
-    StringParts parts;
-    parts.setHost(U"h%20", Encoding::Iri);
-    parts.setPath(U"/a b", Encoding::Raw);
-    (void)parts.getPath(Encoding::Uri);
-    StringParts copy;
-    copy = parts;
-    StringParts moved(std::move(parts));
-    EXPECT_TRUE(parts.isEmpty());
-    EXPECT_EQ(outcome([&] { return parts.getPath(Encoding::Raw); }), U"! Item not set: Path");
-    EXPECT_TRUE(copy == moved);
-    StringParts other;
-    other.setFragment(U"f", Encoding::Raw);
-    other.swap(copy);
-    EXPECT_EQ(copy.getFragment(Encoding::Uri), U"f");
-    EXPECT_EQ(outcome([&] { return copy.getPath(Encoding::Raw); }), U"! Item not set: Path");
-    EXPECT_TRUE(other == moved);
-    other = std::move(copy);
-    EXPECT_EQ(other.getFragment(Encoding::Uri), U"f");
-}
-
 } // namespace

@@ -11,13 +11,8 @@
 
 namespace {
 
+using namespace support;
 using foundation::network::IRIArgs;
-using support::Encoding;
-using support::IRI;
-using support::show;
-using support::thrown;
-using Text = std::u16string;
-constexpr auto Iri = Encoding::Iri;
 
 Text resolved(Text const& reference, Text const& base) {
     return IRI(reference).resolveAgainst(IRI(base)).toString(false);
@@ -56,7 +51,7 @@ TEST(Resolve, GivesTheExamplesOfRfc3986) {
 }
 
 // References and bases: small alphabets, so that segments meet, and much of what makes trouble.
-Text randomReference(support::Generator& generator) {
+Text randomReference(Generator& generator) {
     static constexpr char16_t const* segments[] = {u"a",   u"b",   u"a",      u"b",      u"c",   u".",
                                                    u"..",  u".",   u"..",     u"",       u"...", u"a:b",
                                                    u"%2F", u"%2e", u"\u00E9", u"%C3%A9", u"%"};
@@ -72,18 +67,18 @@ Text randomReference(support::Generator& generator) {
 }
 
 TEST(Resolve, AgreesWithTheRfcButForTheNamedDifferences) {
-    support::Generator generator(21);
-    support::Tally tally;
+    Generator generator(21);
+    Tally tally;
     for (int round = 0; round < 200000; ++round) {
-        auto const reference = support::parsed(randomReference(generator));
-        auto const base = support::parsed(randomReference(generator));
+        auto const reference = parsed(randomReference(generator));
+        auto const base = parsed(randomReference(generator));
         if (reference && base) {
-            tally.add(support::resolutionHolds(*reference, *base));
+            tally.add(resolutionHolds(*reference, *base));
         }
     }
     EXPECT_GT(tally.held, 100000);
-    for (std::size_t i = 0; i != std::size(support::differences); ++i) {
-        EXPECT_GT(tally.different[i], 0) << support::differences[i].reason;
+    for (std::size_t i = 0; i != std::size(differences); ++i) {
+        EXPECT_GT(tally.different[i], 0) << differences[i].reason;
     }
 }
 
@@ -155,23 +150,23 @@ TEST(Relativise, RefusesInItsOrder) {
 }
 
 TEST(Relativise, ResolvingGivesTheTargetBackButForTheNamedLosses) {
-    support::Generator generator(22);
-    support::Tally tally;
+    Generator generator(22);
+    Tally tally;
     for (int round = 0; round < 200000; ++round) {
-        auto const iri = support::parsed(randomReference(generator));
-        auto const base = support::parsed(randomReference(generator));
+        auto const iri = parsed(randomReference(generator));
+        auto const base = parsed(randomReference(generator));
         std::optional<IRI> reference;
         try {
             reference = iri && base ? std::optional(iri->makeRelativeTo(*base)) : std::nullopt;
         } catch (std::logic_error const&) {
         }
         if (reference) {
-            tally.add(support::relativisationHolds(*reference, *iri, *base));
+            tally.add(relativisationHolds(*reference, *iri, *base));
         }
     }
     EXPECT_GT(tally.held, 10000);
-    for (std::size_t i = 0; i != std::size(support::backLosses); ++i) {
-        EXPECT_GT(tally.different[i], 0) << support::backLosses[i].reason;
+    for (std::size_t i = 0; i != std::size(backLosses); ++i) {
+        EXPECT_GT(tally.different[i], 0) << backLosses[i].reason;
     }
 }
 

@@ -14,40 +14,27 @@
 
 namespace {
 
-using foundation::network::IRIArgs;
-using foundation::network::IRITextLess;
-using support::answers;
-using support::Encoding;
-using support::IRI;
-using support::show;
-using support::thrown;
+using namespace foundation::network;
+using namespace support;
 using Text = std::u16string;
 
 // Arguments of every shape that can be built.
-IRIArgs randomArgs(support::Generator& generator) {
-    auto const text = [&](std::size_t limit) {
-        return support::toUtf16(generator.pieces(limit)).value_or(u"\u00E9");
-    };
+IRIArgs randomArgs(Generator& generator) {
+    auto const text = [&](std::size_t limit) { return toUtf16(generator.pieces(limit)).value_or(u"\u00E9"); };
+    auto const chance = [&](std::size_t percent) { return generator.chance(percent); };
     IRIArgs args;
-    if (generator.chance(60)) {
-        args.setScheme(generator.chance(50) ? u"http" : u"x");
+    chance(60) ? (void)args.setScheme(chance(50) ? u"http" : u"x") : (void)0;
+    bool const host = chance(50);
+    host ? (void)args.setHost(text(3)) : (void)0;
+    host&& chance(30) ? (void)args.setUserInfo(text(3)) : (void)0;
+    host&& chance(30) ? (void)args.setPort(static_cast<unsigned short>(generator.below(0x10000))) : (void)0;
+    Text const path = text(4);
+    chance(80) ? (void)args.setPath(host && !path.empty() ? u"/" + path : path) : (void)0;
+    chance(40) ? (void)args.setQuery(text(4)) : (void)0;
+    for (std::size_t pairs = chance(30) ? generator.below(4) : 0; pairs != 0; --pairs) {
+        args.appendQueryKeyValuePair(text(2) + u"k", text(3), chance(50), chance(20));
     }
-    bool const host = generator.chance(50);
-    if (host) {
-        args.setHost(text(3));
-        generator.chance(30) ? (void)args.setUserInfo(text(3)) : (void)0;
-        generator.chance(30) ? (void)args.setPort(static_cast<unsigned short>(generator.below(0x10000)))
-                             : (void)0;
-    }
-    if (generator.chance(80)) {
-        Text const path = text(4);
-        args.setPath(host && !path.empty() ? u"/" + path : path);
-    }
-    generator.chance(40) ? (void)args.setQuery(text(4)) : (void)0;
-    for (std::size_t pairs = generator.chance(30) ? generator.below(4) : 0; pairs != 0; --pairs) {
-        args.appendQueryKeyValuePair(text(2) + u"k", text(3), generator.chance(50), generator.chance(20));
-    }
-    generator.chance(30) ? (void)args.setFragment(text(3)) : (void)0;
+    chance(30) ? (void)args.setFragment(text(3)) : (void)0;
     return args;
 }
 
@@ -58,7 +45,7 @@ struct Member {
 
 // Values made in every way, equal ones among them.
 std::vector<Member> pool(std::size_t size) {
-    support::Generator generator(11);
+    Generator generator(11);
     std::vector<Member> values{
         {IRI(), false},
         {IRI(u""), true},
@@ -72,21 +59,15 @@ std::vector<Member> pool(std::size_t size) {
         {IRI(IRIArgs().appendQueryKeyValuePair(u"a", u"+", false, false)), false}};
     while (values.size() < size) {
         Member const any = generator.pick(values);
-        switch (generator.below(4)) {
-        case 0:
-            if (auto const iri = support::parsed(support::toUtf16(generator.reference()))) {
+        std::size_t const how = generator.below(4);
+        if (how < 2) { // what a generated text or another one's text gives
+            auto const text = how == 0 ? toUtf16(generator.reference()) : any.iri.toString(false);
+            if (auto const iri = parsed(text)) {
                 values.push_back({*iri, true});
             }
-            break;
-        case 1:
+        } else if (how == 2) {
             values.push_back({IRI(randomArgs(generator)), false});
-            break;
-        case 2: // what another one's text gives
-            if (auto const iri = support::parsed(any.iri.toString(false))) {
-                values.push_back({*iri, true});
-            }
-            break;
-        default: // a copy of what has been asked for everything, moved, and what the move left
+        } else { // a copy of what has been asked for everything, moved, and what the move left
             (void)answers(any.iri);
             IRI copy(any.iri);
             values.push_back({std::move(copy), any.parsed});
@@ -101,7 +82,7 @@ TEST(Values, EqualityIsAnEquivalenceThatTheIriTextsDecide) {
     int equal = 0;
     for (auto const& [a, aParsed] : values) {
         for (auto const& [b, bParsed] : values) {
-            equal += support::equalityHolds(a, b) && &a != &b && !a.isEmpty();
+            equal += equalityHolds(a, b) && &a != &b && !a.isEmpty();
         }
     }
     EXPECT_GT(equal, 100);
@@ -163,7 +144,7 @@ std::uint64_t fnv1a(std::u32string const& text) {
 TEST(Values, HashIsFnv1aOfTheIriText) {
     for (std::u32string const text :
          {U"a", U"http://h\u00E9/\u4E2D?\U0001F600#\u00FF\u0100", U"//", U"?\U0010FFFD\uE000"}) {
-        EXPECT_EQ(IRI(*support::toUtf16(text)).hashValue(), fnv1a(text)) << show(text);
+        EXPECT_EQ(IRI(*toUtf16(text)).hashValue(), fnv1a(text)) << show(text);
     }
     EXPECT_EQ(IRI().hashValue(), 0u);
     EXPECT_EQ(IRI(u"").hashValue(), 0u);
@@ -174,7 +155,7 @@ TEST(Values, AssignmentMoveAndSwapCarryEverything) {
     auto const values = pool(60);
     for (auto const& [a, aParsed] : values) {
         for (auto const& [b, bParsed] : values) {
-            support::valuesTravel(a, b);
+            valuesTravel(a, b);
         }
     }
 }
@@ -183,7 +164,7 @@ TEST(Values, CopiesBesideReadersAreWhole) {
     for (int round = 0; round < 30; ++round) {
         IRI const shared(u"http://u%41@h\u00E9:8/a%20b/\u00E9?q%C3%A9=%25#f%");
         std::string const whole = answers(IRI(shared));
-        support::onThreads(8, [&](std::size_t i) {
+        onThreads(8, [&](std::size_t i) {
             IRI own(i % 2 == 0 ? u"x" : u"//y/z?");
             for (int step = 0; step < 10; ++step) {
                 IRI copy(shared);
@@ -196,14 +177,14 @@ TEST(Values, CopiesBesideReadersAreWhole) {
 }
 
 TEST(IriArgs, BuiltPrintedAndParsedAgainIsTheSame) {
-    support::Generator generator(12);
-    support::Tally tally;
+    Generator generator(12);
+    Tally tally;
     for (int round = 0; round < 20000; ++round) {
-        tally.add(support::buildHolds(IRI(randomArgs(generator))));
+        tally.add(buildHolds(IRI(randomArgs(generator))));
     }
     EXPECT_GT(tally.held, 15000);
-    for (std::size_t i = 0; i != std::size(support::buildLosses); ++i) {
-        EXPECT_GT(tally.different[i], 10) << support::buildLosses[i].reason;
+    for (std::size_t i = 0; i != std::size(buildLosses); ++i) {
+        EXPECT_GT(tally.different[i], 10) << buildLosses[i].reason;
     }
 }
 
@@ -254,7 +235,7 @@ TEST(IriArgs, BuildsWhatIsDocumented) {
         IRI const iri(row.args);
         EXPECT_EQ(iri.toString(false), row.text);
         EXPECT_EQ(iri.toString(false), row.text); // from the cache
-        EXPECT_EQ(support::traits(iri), row.traits) << show(row.text);
+        EXPECT_EQ(traits(iri), row.traits) << show(row.text);
     }
 }
 
