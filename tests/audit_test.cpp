@@ -102,13 +102,13 @@ TEST(Audit, EveryClassSurvivesItselfAndBeingMovedFrom) {
 // Every text of up to four characters that means something.
 TEST(Audit, ShortTextsAreTakenAsThePlainMatcherTakesThem) {
     constexpr char16_t alphabet[] = u"a1:/?#[]@%.\\ \u00E9\uE000";
-    int taken = 0;
-    int rows = 0;
-    for (std::size_t length = 0, count = 1; length <= 4; ++length, count *= std::size(alphabet) - 1) {
+    constexpr std::size_t letters = std::size(alphabet) - 1;
+    int taken = 0, rows = 0;
+    for (std::size_t length = 0, count = 1; length <= 4; ++length, count *= letters) {
         for (std::size_t number = 0; number != count; ++number, ++rows) {
             std::u16string text;
-            for (std::size_t rest = number; text.size() != length; rest /= std::size(alphabet) - 1) {
-                text += alphabet[rest % (std::size(alphabet) - 1)];
+            for (std::size_t rest = number; text.size() != length; rest /= letters) {
+                text += alphabet[rest % letters];
             }
             auto const expected = support::ReferenceMatcher::match(std::u32string(text.begin(), text.end()));
             bool const refused = !expected || expected->port == U""; // one or two digits are in range

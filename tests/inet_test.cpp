@@ -72,8 +72,7 @@ TEST(InetAddressText, AgreesWithTheSystemOnGeneratedRows) {
             byte = static_cast<unsigned char>(row % 5 == 0 || pick(3) == 0 ? random() : 0);
         }
         if (row % 7 == 0 && bytes.size() == 16) { // ::ffff:0:0/96
-            std::fill_n(bytes.begin(), 10, static_cast<unsigned char>(0));
-            std::fill_n(bytes.begin() + 10, 2, static_cast<unsigned char>(0xFF));
+            std::copy_n("\0\0\0\0\0\0\0\0\0\0\xFF\xFF", 12, bytes.begin());
         }
         std::string text = textOf(bytes.size() == 4 ? AF_INET : AF_INET6, bytes);
         ASSERT_EQ(InetAddress(bytes).toString(), text);
@@ -132,18 +131,6 @@ TEST(InetAddressKinds, EndWhereTheirRangesEnd) {
         EXPECT_EQ(address.isLoopback(), row[0] == 'l') << row;
         EXPECT_EQ(address.isMulticast(), row[0] == 'm') << row;
     }
-}
-
-TEST(InetAddressValue, CopiesAndMoves) {
-    InetAddress named = InetAddress::getByName("127.0.0.1");
-    InetAddress copy = named;
-    InetAddress const moved = std::move(named);
-    EXPECT_EQ(moved.getHostName(), "127.0.0.1");
-    EXPECT_EQ(copy.toString(), moved.toString());
-    named = InetAddress("::1"); // a value that was moved from takes another
-    EXPECT_EQ(named.toString(), "::1");
-    copy = named;
-    EXPECT_EQ(copy.toString(), "::1");
 }
 
 TEST(InterfaceAddressValue, KeepsAddressAndPrefix) {

@@ -20,10 +20,7 @@ namespace {
 using namespace foundation::network;
 using namespace std::string_literals;
 using platform::UnicastAddress;
-using testing::AllOf;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace testing;
 using Failure = foundation::core::except::detail::AnonymousInternalException<std::system_error>;
 using Adapters = foundation::network::detail::ImmutableIterableRange<NetworkInterface>;
 

@@ -177,15 +177,11 @@ TEST(StringParts, AStoredTextCarriesItsEncoding) {
 }
 
 TEST(StringParts, ComparesInTheLeftOnesForm) {
-    StringParts raw;
+    StringParts raw, iri, lower, upper;
     raw.setPath(U"/b c", Encoding::Raw);
-    StringParts iri;
     iri.setPath(U"/b%20c", Encoding::Iri);
-    EXPECT_TRUE(raw == iri);
-    EXPECT_TRUE(iri == raw);
-    StringParts lower;
+    EXPECT_TRUE(raw == iri && iri == raw);
     lower.setPath(U"/%c3%a9", Encoding::Iri);
-    StringParts upper;
     upper.setPath(U"/\u00E9", Encoding::Raw);
     EXPECT_TRUE(upper == lower); // both read /é
     EXPECT_TRUE(lower != upper); // one is written /%c3%a9, the other /é

@@ -103,8 +103,7 @@ TEST(Resolve, DiffersFromTheRfcAsDocumented) {
     EXPECT_TRUE(IRI(u"").resolveAgainst(IRI(u"#f")).isEmpty());
     EXPECT_EQ(IRI(u"a").resolveAgainst(IRI()).toString(false), u"a");
     EXPECT_EQ(IRI().resolveAgainst(IRI()).getPath(Iri), u"");
-    EXPECT_EQ(thrown<std::out_of_range>([] { (void)IRI(u"%C0%AF").resolveAgainst(IRI(u"x:")); }),
-              "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
+    EXPECT_THROW((void)IRI(u"%C0%AF").resolveAgainst(IRI(u"x:")), std::out_of_range);
     // Parts go over in the form in which they were stored, a form-encoded query with its mark.
     IRI const form(IRIArgs().setPath(u"p").appendQueryKeyValuePair(u"a", u"b c=", false, false));
     EXPECT_EQ(form.resolveAgainst(IRI(u"x://u%41@h%41/")).toString(false), u"x://u%41@h%41/p?a=b+c%3D");
