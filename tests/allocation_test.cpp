@@ -24,11 +24,7 @@ thread_local bool failed = false;
 
 // Not inlined: GCC would see a mismatch of `new` and `free`.
 [[gnu::noinline]] void* operator new(std::size_t size) {
-    failed = failed || countdown == 1;
-    if (countdown != 0 && --countdown == 0) {
-        throw std::bad_alloc();
-    }
-    void* const memory = std::malloc(size);
+    void* const memory = operator new(size, std::nothrow);
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
 [[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {

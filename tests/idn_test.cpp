@@ -112,7 +112,6 @@ TEST(Idn, FailsWithTheNameOfIcusError) {
 TEST(Idn, CopiesConvertOnManyThreads) {
     IdnConverter original;
     std::vector<std::thread> threads;
-    threads.reserve(8);
     for (int i = 0; i < 8; ++i) {
         threads.emplace_back([copy = original] {
             for (int round = 0; round < 500; ++round) {

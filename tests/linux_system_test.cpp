@@ -26,20 +26,15 @@ std::string padded(std::string bytes) {
     return bytes.append((4 - bytes.size() % 4) % 4, '\0');
 }
 
-std::string message(int type, std::string const& payload, int flags = NLM_F_MULTI,
+std::string message(unsigned short type, std::string const& payload, unsigned short flags = NLM_F_MULTI,
                     unsigned int sequence = 0) {
-    nlmsghdr header{};
-    header.nlmsg_len = static_cast<unsigned int>(sizeof(header) + payload.size());
-    header.nlmsg_type = static_cast<unsigned short>(type);
-    header.nlmsg_flags = static_cast<unsigned short>(flags);
-    header.nlmsg_seq = sequence;
-    return padded(raw(header) + payload);
+    auto const size = static_cast<unsigned int>(sizeof(nlmsghdr) + payload.size());
+    return padded(raw(nlmsghdr{size, type, flags, sequence, 0}) + payload);
 }
 
-std::string attribute(int type, std::string const& value) {
-    rtattr const head{static_cast<unsigned short>(sizeof(rtattr) + value.size()),
-                      static_cast<unsigned short>(type)};
-    return padded(raw(head) + value);
+std::string attribute(unsigned short type, std::string const& value) {
+    auto const size = static_cast<unsigned short>(sizeof(rtattr) + value.size());
+    return padded(raw(rtattr{size, type}) + value);
 }
 
 std::string link(int index, unsigned int flags, std::string const& attributes) {

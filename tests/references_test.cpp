@@ -22,10 +22,8 @@ Text relative(Text const& iri, Text const& base) {
 }
 
 TEST(Resolve, GivesTheExamplesOfRfc3986) {
-    struct Row {
-        Text reference, target;
-    };
     // clang-format off
+    struct Row { Text reference, target; };
     Row const rows[] = { // section 5.4.1
         {u"g:h", u"g:h"}, {u"g", u"http://a/b/c/g"}, {u"./g", u"http://a/b/c/g"}, {u"g/", u"http://a/b/c/g/"},
         {u"/g", u"http://a/g"}, {u"//g", u"http://g"}, {u"?y", u"http://a/b/c/d;p?y"}, {u"g?y", u"http://a/b/c/g?y"},
@@ -42,12 +40,10 @@ TEST(Resolve, GivesTheExamplesOfRfc3986) {
         {u"g?y/./x", u"http://a/b/c/g?y/./x"}, {u"g?y/../x", u"http://a/b/c/g?y/../x"}, {u"g#s/./x", u"http://a/b/c/g#s/./x"},
         {u"g#s/../x", u"http://a/b/c/g#s/../x"}, {u"http:g", u"http:g"}};
     // clang-format on
-    int rowsRun = 0;
     for (auto const& row : rows) {
         EXPECT_EQ(resolved(row.reference, u"http://a/b/c/d;p?q"), row.target) << show(row.reference);
-        ++rowsRun;
     }
-    EXPECT_EQ(rowsRun, 42);
+    EXPECT_EQ(std::size(rows), 42u);
 }
 
 // References and bases: small alphabets, so that segments meet, and much of what makes trouble.
