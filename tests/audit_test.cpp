@@ -8,6 +8,7 @@
 
 #include "support/Laws.hpp"
 #include "support/ReferenceMatcher.hpp"
+#include "support/StoredParts.hpp"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@
 namespace {
 
 using namespace foundation::network;
+using support::plain::outcome;
 using Addresses = foundation::network::detail::ImmutableIterableRange<InetAddress>;
 using Parts = foundation::network::iri::detail::StringParts<std::u32string>;
 using Failure = foundation::core::except::detail::AnonymousInternalException<std::logic_error>;
@@ -80,25 +82,36 @@ TEST(Audit, EveryClassSurvivesItselfAndBeingMovedFrom) {
     audit(IdnConverterException("a name of more than fifteen bytes"), IdnConverterException("one"), what);
     audit(Failure(std::logic_error("one")), Failure(std::logic_error("")), what);
     Parts parts;
-    parts.setPath(U"/a", Encoding::Raw);
-    audit(parts, Parts(), [](Parts const& p) { return std::to_string(p.isEmpty()); });
+    parts.setHost(U"h%20", Encoding::Iri);
+    parts.setPath(U"/a b", Encoding::Raw);
+    (void)parts.getPath(Encoding::Uri);
+    auto const forms = [](Parts const& p) {
+        std::u32string all;
+        for (auto const encoding : support::encodings) {
+            all +=
+                outcome([&] { return p.getHost(encoding); }) + outcome([&] { return p.getPath(encoding); });
+        }
+        return support::show(all) + std::to_string(p.isEmpty());
+    };
+    audit(parts, Parts(), forms);
+    Parts const moved(std::move(parts));
+    EXPECT_EQ(forms(parts), forms(Parts()));
     EXPECT_EQ(audited, 11);
 }
 
 // Every text of up to four characters that means something.
 TEST(Audit, ShortTextsAreTakenAsThePlainMatcherTakesThem) {
     constexpr char16_t alphabet[] = u"a1:/?#[]@%.\\ \u00E9\uE000";
-    int taken = 0;
-    int rows = 0;
-    for (std::size_t length = 0, count = 1; length <= 4; ++length, count *= std::size(alphabet) - 1) {
+    constexpr std::size_t letters = std::size(alphabet) - 1;
+    int taken = 0, rows = 0;
+    for (std::size_t length = 0, count = 1; length <= 4; ++length, count *= letters) {
         for (std::size_t number = 0; number != count; ++number, ++rows) {
             std::u16string text;
-            for (std::size_t rest = number; text.size() != length; rest /= std::size(alphabet) - 1) {
-                text += alphabet[rest % (std::size(alphabet) - 1)];
+            for (std::size_t rest = number; text.size() != length; rest /= letters) {
+                text += alphabet[rest % letters];
             }
             auto const expected = support::ReferenceMatcher::match(std::u32string(text.begin(), text.end()));
-            bool const refused =
-                !expected || expected->port == U""; // ports of one or two digits are in range
+            bool const refused = !expected || expected->port == U""; // one or two digits are in range
             auto const iri = support::parsed(text);
             ASSERT_EQ(iri.has_value(), !refused) << support::show(text);
             taken += iri && support::formsHold(*iri);

@@ -4,10 +4,9 @@
 #include "iri/RelativePath.hpp"
 #include "iri/grammar/PercentDecoder.hpp"
 #include "support/Generator.hpp"
+#include "support/Iris.hpp"
 #include "support/PlainConversions.hpp"
-#include "support/Show.hpp"
 
-#include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/Parts.hpp>
 
 #include <gtest/gtest.h>
@@ -15,19 +14,13 @@
 namespace {
 
 namespace encoding = foundation::network::iri::encoding;
-using foundation::core::except::detail::AnonymousInternalException;
 using foundation::network::iri::grammar::percentDecodeGrammar;
 using support::show;
 using Text = std::u32string;
 
-template <class Operation>
-std::string words(Operation operation) {
-    try {
-        operation();
-    } catch (AnonymousInternalException<std::out_of_range> const& e) {
-        return e.what();
-    }
-    return "nothing thrown";
+// The words of a refusal.
+std::string words(auto operation) {
+    return support::thrown<std::out_of_range>(operation);
 }
 
 TEST(Transcoding, EveryCodePointGoesThereAndBack) {
@@ -74,22 +67,15 @@ TEST(Transcoding, RefusesWhatIsNoUtf8) {
 }
 
 TEST(PercentSteps, StrayPercentIsEscapedOnce) {
-    struct Row {
-        Text text;
-        bool brackets;
-        Text escaped;
+    // clang-format off
+    struct Row { Text text; bool brackets; Text escaped; };
+    Row const rows[] = {
+        {U"", true, U""}, {U"%", true, U"%25"}, {U"a%", true, U"a%25"}, {U"a%2", true, U"a%252"},
+        {U"%2f", true, U"%2f"}, {U"%zz", false, U"%25zz"}, {U"%%41", true, U"%25%41"},
+        {U"a[b]", true, U"a%5Bb%5D"}, {U"[::1]", false, U"[::1]"}, {U"%2", false, U"%252"},
+        {U"%4g%G4", true, U"%254g%25G4"},
     };
-    Row const rows[] = {{U"", true, U""},
-                        {U"%", true, U"%25"},
-                        {U"a%", true, U"a%25"},
-                        {U"a%2", true, U"a%252"},
-                        {U"%2f", true, U"%2f"},
-                        {U"%zz", false, U"%25zz"},
-                        {U"%%41", true, U"%25%41"},
-                        {U"a[b]", true, U"a%5Bb%5D"},
-                        {U"[::1]", false, U"[::1]"},
-                        {U"%2", false, U"%252"},
-                        {U"%4g%G4", true, U"%254g%25G4"}};
+    // clang-format on
     for (auto const& row : rows) {
         EXPECT_EQ(encoding::escapeStrayPercent(row.text, row.brackets), row.escaped) << show(row.text);
     }
@@ -103,21 +89,14 @@ TEST(PercentSteps, StrayPercentIsEscapedOnce) {
 TEST(PercentDecoder, KeepsWhatIsExcludedLetterByLetter) {
     percentDecodeGrammar const some(U"%/");
     percentDecodeGrammar const all(U"");
-    struct Row {
-        percentDecodeGrammar const& decoder;
-        Text text;
-        Text decoded;
+    // clang-format off
+    struct Row { percentDecodeGrammar const& decoder; Text text; Text decoded; };
+    Row const rows[] = {
+        {some, U"a%2Fb", U"a%2Fb"}, {some, U"a%2fb", U"a%2fb"}, {some, U"a%41b", U"aAb"},
+        {some, U"%25", U"%25"}, {some, U"%4", U"%4"}, {some, U"%", U"%"}, {some, U"%zz", U"%zz"},
+        {all, U"%C3%A9", U"\u00C3\u00A9"}, {all, U"%\uFF14\uFF11", U"%\uFF14\uFF11"}, {all, U"%%41", U"%A"},
     };
-    Row const rows[] = {{some, U"a%2Fb", U"a%2Fb"},
-                        {some, U"a%2fb", U"a%2fb"},
-                        {some, U"a%41b", U"aAb"},
-                        {some, U"%25", U"%25"},
-                        {some, U"%4", U"%4"},
-                        {some, U"%", U"%"},
-                        {some, U"%zz", U"%zz"},
-                        {all, U"%C3%A9", U"\u00C3\u00A9"},
-                        {all, U"%\uFF14\uFF11", U"%\uFF14\uFF11"},
-                        {all, U"%%41", U"%A"}};
+    // clang-format on
     for (auto const& row : rows) {
         Text decoded;
         EXPECT_TRUE(row.decoder.decode(row.text, decoded));
@@ -129,39 +108,27 @@ TEST(PercentDecoder, KeepsWhatIsExcludedLetterByLetter) {
 }
 
 TEST(RelativePath, KnowsDotSegments) {
-    for (auto const* const path : {U"/a/./b", U"/a/../b", U"../a", U"./a", U"/a/.", U"/a/..", U"/a/./", U".",
-                                   U"..", U"//.", U"...a/.."}) {
-        EXPECT_TRUE(foundation::network::iri::hasRelativePathSegments(path))
-            << show(std::u32string_view(path));
+    using foundation::network::iri::hasRelativePathSegments;
+    for (Text const path : {U"/a/./b", U"/a/../b", U"../a", U"./a", U"/a/.", U"/a/..", U"/a/./", U".", U"..",
+                            U"//.", U"...a/.."}) {
+        EXPECT_TRUE(hasRelativePathSegments(path)) << show(path);
     }
-    for (auto const* const path : {U"", U"/", U"/a.b", U"/.a/b", U"/a/.b", U"/a/..b", U"...", U"/a./b..",
-                                   U".../a", U"a/...", U"/..a"}) {
-        EXPECT_FALSE(foundation::network::iri::hasRelativePathSegments(path))
-            << show(std::u32string_view(path));
+    for (Text const path : {U"", U"/", U"/a.b", U"/.a/b", U"/a/.b", U"/a/..b", U"...", U"/a./b..", U".../a",
+                            U"a/...", U"/..a"}) {
+        EXPECT_FALSE(hasRelativePathSegments(path)) << show(path);
     }
 }
 
 TEST(Port, IsReadWhole) {
     using foundation::network::iri::detail::portStringToNumeric;
-    struct Row {
-        Text text;
-        int number; // -1: refused
+    // clang-format off
+    struct Row { Text text; int number; }; // -1: refused
+    Row const rows[] = {
+        {U"0", 0}, {U"80", 80}, {U"00080", 80}, {U"65535", 65535}, {U"0000000000000000080", 80},
+        {U"65536", -1}, {U"", -1}, {U"-1", -1}, {U"1 ", -1}, {U"+80", -1}, {U"80a", -1},
+        {U"\u0668\u0660", -1}, {U"00", 0}, {U"99999999999", -1}, {Text{0xFFFFFF38}, -1},
     };
-    Row const rows[] = {{U"0", 0},
-                        {U"80", 80},
-                        {U"00080", 80},
-                        {U"65535", 65535},
-                        {U"0000000000000000080", 80},
-                        {U"65536", -1},
-                        {U"", -1},
-                        {U"-1", -1},
-                        {U"1 ", -1},
-                        {U"+80", -1},
-                        {U"80a", -1},
-                        {U"\u0668\u0660", -1},
-                        {U"00", 0},
-                        {U"99999999999", -1},
-                        {Text{0xFFFFFF38}, -1}};
+    // clang-format on
     for (auto const& row : rows) {
         unsigned short value = 7;
         EXPECT_EQ(portStringToNumeric(row.text, value), row.number >= 0) << show(row.text);

@@ -1,13 +1,13 @@
 #include <foundation/core/except/InternalException.hpp>
 
+#include "support/Threads.hpp"
+
 #include <boost/exception/info.hpp>
 #include <boost/exception_ptr.hpp>
 #include <gtest/gtest.h>
 
 #include <exception>
 #include <memory>
-#include <thread>
-#include <vector>
 
 namespace {
 
@@ -17,11 +17,11 @@ using except::detail::makeInternalException;
 
 template <class Std>
 Std sample() {
-    return Std("message of the throw");
-}
-template <>
-std::system_error sample<std::system_error>() {
-    return std::system_error(ENOENT, std::system_category(), "message of the throw");
+    if constexpr (std::is_same_v<Std, std::system_error>) {
+        return Std(ENOENT, std::system_category(), "message of the throw");
+    } else {
+        return Std("message of the throw");
+    }
 }
 
 template <class Std>
@@ -93,11 +93,8 @@ struct Probe : except::IException {
     void rethrow() const override { throw *this; }
 };
 
-TEST(FamilyText, WithoutAStandardBaseTheTextIsUnknown) {
+TEST(FamilyText, IsUnknownWithoutAStandardBaseAndNarrowsUnpairedSurrogates) {
     EXPECT_STREQ(Probe().what(), "Unknown exception");
-}
-
-TEST(FamilyText, NarrowsUnpairedSurrogatesToTheReplacementCharacter) {
     EXPECT_EQ(Probe().convert_str(u"\u00E9\U0001F600"), "\xC3\xA9\xF0\x9F\x98\x80");
     EXPECT_EQ(Probe().convert_str(std::u16string(1, char16_t(0xD800))), "\xEF\xBF\xBD");
 }
@@ -105,22 +102,16 @@ TEST(FamilyText, NarrowsUnpairedSurrogatesToTheReplacementCharacter) {
 TEST(FamilyThreads, OneExceptionIsRethrownByMany) {
     using Note = boost::error_info<struct NoteTag, int>;
     auto const shared = makeInternalException(std::out_of_range("shared")) << Note(7);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back([&shared] {
-            for (int round = 0; round < 200; ++round) {
-                try {
-                    shared.rethrow();
-                } catch (except::IException const& e) {
-                    EXPECT_STREQ(e.what(), "shared");
-                    EXPECT_EQ(*boost::get_error_info<Note>(e), 7);
-                }
+    support::onThreads(8, [&shared](std::size_t) {
+        for (int round = 0; round < 200; ++round) {
+            try {
+                shared.rethrow();
+            } catch (except::IException const& e) {
+                EXPECT_STREQ(e.what(), "shared");
+                EXPECT_EQ(*boost::get_error_info<Note>(e), 7);
             }
-        });
-    }
-    for (auto& thread : threads) {
-        thread.join();
-    }
+        }
+    });
 }
 
 } // namespace

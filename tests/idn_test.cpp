@@ -28,26 +28,23 @@ TEST(TextConverters, ReplaceWhatTheOtherSideCantHold) {
 }
 
 TEST(Idn, ConvertsKnownNames) {
-    struct Row {
-        std::u16string unicode;
-        std::string ascii;
-        std::u16string back;
-    };
     IdnConverter const converter;
-    for (auto const& [unicode, ascii, back] : std::vector<Row>{
-             {u"", "", u""},
-             {u"bücher.example", "xn--bcher-kva.example", u"bücher.example"},
-             {u"Example.ORG", "example.org", u"example.org"},
-             {u"straße.example", "strasse.example", u"strasse.example"},
-             {u"\u4F8B\u3048\u3002\u30C6\u30B9\u30C8", "xn--r8jz45g.xn--zckzah",
-              u"\u4F8B\u3048.\u30C6\u30B9\u30C8"},
-             {u"a..b", "a..b", u"a..b"},
-             {u"-under_score-", "-under_score-", u"-under_score-"},
-             {std::u16string(300, u'A'), std::string(300, 'a'), std::u16string(300, u'a')},
-             {u"A.xn--a", "a.xn--a\x1A", u"a.xn--a\u001A"}, // ICU marks the second label with U+FFFD
-             // Invalid: it decodes to a label that looks encoded still.
-             {u"xn--xn--bcher-kv8a", "xn--xn--bcher-kv8a", u"xn--b\u110Fcher"},
-         }) {
+    // clang-format off
+    struct Row { std::u16string unicode; std::string ascii; std::u16string back; };
+    Row const rows[] = {
+        {u"", "", u""}, {u"bücher.example", "xn--bcher-kva.example", u"bücher.example"},
+        {u"Example.ORG", "example.org", u"example.org"},
+        {u"straße.example", "strasse.example", u"strasse.example"},
+        {u"\u4F8B\u3048\u3002\u30C6\u30B9\u30C8", "xn--r8jz45g.xn--zckzah",
+         u"\u4F8B\u3048.\u30C6\u30B9\u30C8"},
+        {u"a..b", "a..b", u"a..b"}, {u"-under_score-", "-under_score-", u"-under_score-"},
+        {std::u16string(300, u'A'), std::string(300, 'a'), std::u16string(300, u'a')},
+        {u"A.xn--a", "a.xn--a\x1A", u"a.xn--a\u001A"}, // ICU marks the second label with U+FFFD
+        // Invalid: it decodes to a label that looks encoded still.
+        {u"xn--xn--bcher-kv8a", "xn--xn--bcher-kv8a", u"xn--b\u110Fcher"},
+    };
+    // clang-format on
+    for (auto const& [unicode, ascii, back] : rows) {
         EXPECT_EQ(converter.toAscii(unicode), ascii);
         EXPECT_EQ(converter.convert(unicode), ascii);
         EXPECT_EQ(idn_to_ascii(unicode), ascii);
@@ -115,7 +112,6 @@ TEST(Idn, FailsWithTheNameOfIcusError) {
 TEST(Idn, CopiesConvertOnManyThreads) {
     IdnConverter original;
     std::vector<std::thread> threads;
-    threads.reserve(8);
     for (int i = 0; i < 8; ++i) {
         threads.emplace_back([copy = original] {
             for (int round = 0; round < 500; ++round) {

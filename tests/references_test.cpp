@@ -11,13 +11,8 @@
 
 namespace {
 
+using namespace support;
 using foundation::network::IRIArgs;
-using support::Encoding;
-using support::IRI;
-using support::show;
-using support::thrown;
-using Text = std::u16string;
-constexpr auto Iri = Encoding::Iri;
 
 Text resolved(Text const& reference, Text const& base) {
     return IRI(reference).resolveAgainst(IRI(base)).toString(false);
@@ -27,10 +22,8 @@ Text relative(Text const& iri, Text const& base) {
 }
 
 TEST(Resolve, GivesTheExamplesOfRfc3986) {
-    struct Row {
-        Text reference, target;
-    };
     // clang-format off
+    struct Row { Text reference, target; };
     Row const rows[] = { // section 5.4.1
         {u"g:h", u"g:h"}, {u"g", u"http://a/b/c/g"}, {u"./g", u"http://a/b/c/g"}, {u"g/", u"http://a/b/c/g/"},
         {u"/g", u"http://a/g"}, {u"//g", u"http://g"}, {u"?y", u"http://a/b/c/d;p?y"}, {u"g?y", u"http://a/b/c/g?y"},
@@ -47,16 +40,14 @@ TEST(Resolve, GivesTheExamplesOfRfc3986) {
         {u"g?y/./x", u"http://a/b/c/g?y/./x"}, {u"g?y/../x", u"http://a/b/c/g?y/../x"}, {u"g#s/./x", u"http://a/b/c/g#s/./x"},
         {u"g#s/../x", u"http://a/b/c/g#s/../x"}, {u"http:g", u"http:g"}};
     // clang-format on
-    int rowsRun = 0;
     for (auto const& row : rows) {
         EXPECT_EQ(resolved(row.reference, u"http://a/b/c/d;p?q"), row.target) << show(row.reference);
-        ++rowsRun;
     }
-    EXPECT_EQ(rowsRun, 42);
+    EXPECT_EQ(std::size(rows), 42u);
 }
 
 // References and bases: small alphabets, so that segments meet, and much of what makes trouble.
-Text randomReference(support::Generator& generator) {
+Text randomReference(Generator& generator) {
     static constexpr char16_t const* segments[] = {u"a",   u"b",   u"a",      u"b",      u"c",   u".",
                                                    u"..",  u".",   u"..",     u"",       u"...", u"a:b",
                                                    u"%2F", u"%2e", u"\u00E9", u"%C3%A9", u"%"};
@@ -72,51 +63,34 @@ Text randomReference(support::Generator& generator) {
 }
 
 TEST(Resolve, AgreesWithTheRfcButForTheNamedDifferences) {
-    support::Generator generator(21);
-    int same = 0;
-    int different[std::size(support::differences)] = {};
+    Generator generator(21);
+    Tally tally;
     for (int round = 0; round < 200000; ++round) {
-        auto const reference = support::parsed(randomReference(generator));
-        auto const base = support::parsed(randomReference(generator));
+        auto const reference = parsed(randomReference(generator));
+        auto const base = parsed(randomReference(generator));
         if (reference && base) {
-            auto const found = support::resolutionHolds(*reference, *base);
-            same += !found.known;
-            for (std::size_t i = 0; i != std::size(different); ++i) {
-                different[i] += found.different[i];
-            }
+            tally.add(resolutionHolds(*reference, *base));
         }
     }
-    EXPECT_GT(same, 100000);
-    for (std::size_t i = 0; i != std::size(different); ++i) {
-        EXPECT_GT(different[i], 0) << support::differences[i].reason;
+    EXPECT_GT(tally.held, 100000);
+    for (std::size_t i = 0; i != std::size(differences); ++i) {
+        EXPECT_GT(tally.different[i], 0) << differences[i].reason;
     }
 }
 
 TEST(Resolve, DiffersFromTheRfcAsDocumented) {
-    struct Row {
-        Text reference, base, target;
-    };
+    // clang-format off
+    struct Row { Text reference, base, target; };
     Row const rows[] = {
-        {u"y/../z", u"x://a", u"x://a/y/../z"},
-        {u"a%2Fb/c", u"x:/d/e", u"x:/d/a/b/c"},
-        {u"p:a/./b", u"x:y", u"p:a/b"},
-        {u"p:a/./b", u"x:/y", u"p:/a/b"},
-        {u"a", u"mailto:x", u"mailto:a"},
-        {u"c/../d", u"http://h/a", u"http://h/d"},
-        {u"c/..", u"http://h/a", u"http://h/"},
-        {u"g", u"http://h/a/b/..", u"http://h/a/g"},
-        {u"g", u"http://h/./a", u"http://h/g"},
-        {u"g", u".", u"g"},
-        {u"/.//d", u"x:", u"x:/.//d"},
-        {u"..", u"a/b", u"/"},
-        {u"a:b", u"", u"a:b"},
-        {u"./a:b", u"", u"a%3Ab"},
-        {u"x:%2Fa", u"", u"x:/a"},
-        {u"#", u"http://h/a?q#f", u"http://h/a?q#"},
-        {u"", u"http://h/b#f", u"http://h/b"},
-        {u"", u"#f", u""},
-        {u"a/..//b", u"c", u"/b"},
+        {u"y/../z", u"x://a", u"x://a/y/../z"}, {u"a%2Fb/c", u"x:/d/e", u"x:/d/a/b/c"},
+        {u"p:a/./b", u"x:y", u"p:a/b"}, {u"p:a/./b", u"x:/y", u"p:/a/b"}, {u"a", u"mailto:x", u"mailto:a"},
+        {u"c/../d", u"http://h/a", u"http://h/d"}, {u"c/..", u"http://h/a", u"http://h/"},
+        {u"g", u"http://h/a/b/..", u"http://h/a/g"}, {u"g", u"http://h/./a", u"http://h/g"},
+        {u"g", u".", u"g"}, {u"/.//d", u"x:", u"x:/.//d"}, {u"..", u"a/b", u"/"}, {u"a:b", u"", u"a:b"},
+        {u"./a:b", u"", u"a%3Ab"}, {u"x:%2Fa", u"", u"x:/a"}, {u"#", u"http://h/a?q#f", u"http://h/a?q#"},
+        {u"", u"http://h/b#f", u"http://h/b"}, {u"", u"#f", u""}, {u"a/..//b", u"c", u"/b"},
     };
+    // clang-format on
     for (auto const& row : rows) {
         EXPECT_EQ(resolved(row.reference, row.base), row.target)
             << show(row.reference) << " against " << show(row.base);
@@ -125,8 +99,7 @@ TEST(Resolve, DiffersFromTheRfcAsDocumented) {
     EXPECT_TRUE(IRI(u"").resolveAgainst(IRI(u"#f")).isEmpty());
     EXPECT_EQ(IRI(u"a").resolveAgainst(IRI()).toString(false), u"a");
     EXPECT_EQ(IRI().resolveAgainst(IRI()).getPath(Iri), u"");
-    EXPECT_EQ(thrown<std::out_of_range>([] { (void)IRI(u"%C0%AF").resolveAgainst(IRI(u"x:")); }),
-              "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
+    EXPECT_THROW((void)IRI(u"%C0%AF").resolveAgainst(IRI(u"x:")), std::out_of_range);
     // Parts go over in the form in which they were stored, a form-encoded query with its mark.
     IRI const form(IRIArgs().setPath(u"p").appendQueryKeyValuePair(u"a", u"b c=", false, false));
     EXPECT_EQ(form.resolveAgainst(IRI(u"x://u%41@h%41/")).toString(false), u"x://u%41@h%41/p?a=b+c%3D");
@@ -134,38 +107,25 @@ TEST(Resolve, DiffersFromTheRfcAsDocumented) {
 }
 
 TEST(Relativise, GivesWhatIsDocumented) {
-    struct Row {
-        Text iri, base, reference;
-    };
+    // clang-format off
+    struct Row { Text iri, base, reference; };
     Row const rows[] = {
-        {u"http://a/b/c", u"http://a/b/c", u""},
-        {u"http://a/b/c#f", u"http://a/b/c", u"#f"},
-        {u"http://a/b/c", u"http://a/b/d", u"c"},
-        {u"http://a/b/c/d", u"http://a/b/e", u"c/d"},
-        {u"http://a/b", u"http://a/c/d", u"../b"},
-        {u"http://a/x/y", u"http://a/x/p/q", u"../y"},
-        {u"http://a/x/y", u"http://a/x/p/q/r", u"../../y"},
-        {u"http://a/x/y", u"http://a/x/p/", u"../y"},
-        {u"http://a/x", u"http://a/", u"x"},
-        {u"http://a/", u"http://a/x", u"."},
-        {u"http://a/b", u"http://a", u"/b"},
-        {u"http://a/b", u"http://a/b?q", u"./b"},
-        {u"http://a/b/", u"http://a/b/?q", u"."},
-        {u"http://a/c/../b", u"http://a/b?q", u"./b"},
-        {u"x:b", u"x:b?q", u"./b"},
-        {u"http://a/b?q", u"http://a/b?q#f", u""},
-        {u"http://a/b?x", u"http://a/b?y", u"?x"},
-        {u"http://a?q", u"http://a/b", u"//a?q"},
-        {u"http://a?q", u"http://a/b?q", u"//a?q"},
-        {u"x:y", u"http://a", u"x:y"},
-        {u"http://h/p", u"http://g/p", u"//h/p"},
-        {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
-        {u"x:/p", u"x://a/p", u"x:/p"},
-        {u"http://a//b", u"http://a/c", u"/.//b"},
+        {u"http://a/b/c", u"http://a/b/c", u""}, {u"http://a/b/c#f", u"http://a/b/c", u"#f"},
+        {u"http://a/b/c", u"http://a/b/d", u"c"}, {u"http://a/b/c/d", u"http://a/b/e", u"c/d"},
+        {u"http://a/b", u"http://a/c/d", u"../b"}, {u"http://a/x/y", u"http://a/x/p/q", u"../y"},
+        {u"http://a/x/y", u"http://a/x/p/q/r", u"../../y"}, {u"http://a/x/y", u"http://a/x/p/", u"../y"},
+        {u"http://a/x", u"http://a/", u"x"}, {u"http://a/", u"http://a/x", u"."},
+        {u"http://a/b", u"http://a", u"/b"}, {u"http://a/b", u"http://a/b?q", u"./b"},
+        {u"http://a/b/", u"http://a/b/?q", u"."}, {u"http://a/c/../b", u"http://a/b?q", u"./b"},
+        {u"x:b", u"x:b?q", u"./b"}, {u"http://a/b?q", u"http://a/b?q#f", u""},
+        {u"http://a/b?x", u"http://a/b?y", u"?x"}, {u"http://a?q", u"http://a/b", u"//a?q"},
+        {u"http://a?q", u"http://a/b?q", u"//a?q"}, {u"x:y", u"http://a", u"x:y"},
+        {u"http://h/p", u"http://g/p", u"//h/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
+        {u"x:/p", u"x://a/p", u"x:/p"}, {u"http://a//b", u"http://a/c", u"/.//b"},
         {u"http://a/%C0%AF/b", u"http://a/%C0%AF/c", u"b"},
-        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"},
-        {u"/a:b", u"/c", u"a%3Ab"},
+        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"/a:b", u"/c", u"a%3Ab"},
     };
+    // clang-format on
     for (auto const& row : rows) {
         EXPECT_EQ(relative(row.iri, row.base), row.reference) << show(row.iri) << " from " << show(row.base);
     }
@@ -185,28 +145,23 @@ TEST(Relativise, RefusesInItsOrder) {
 }
 
 TEST(Relativise, ResolvingGivesTheTargetBackButForTheNamedLosses) {
-    support::Generator generator(22);
-    int held = 0;
-    int lost[std::size(support::backLosses)] = {};
+    Generator generator(22);
+    Tally tally;
     for (int round = 0; round < 200000; ++round) {
-        auto const iri = support::parsed(randomReference(generator));
-        auto const base = support::parsed(randomReference(generator));
+        auto const iri = parsed(randomReference(generator));
+        auto const base = parsed(randomReference(generator));
         std::optional<IRI> reference;
         try {
             reference = iri && base ? std::optional(iri->makeRelativeTo(*base)) : std::nullopt;
         } catch (std::logic_error const&) {
         }
         if (reference) {
-            auto const found = support::relativisationHolds(*reference, *iri, *base);
-            held += !found.known;
-            for (std::size_t i = 0; i != std::size(lost); ++i) {
-                lost[i] += found.different[i];
-            }
+            tally.add(relativisationHolds(*reference, *iri, *base));
         }
     }
-    EXPECT_GT(held, 10000);
-    for (std::size_t i = 0; i != std::size(lost); ++i) {
-        EXPECT_GT(lost[i], 0) << support::backLosses[i].reason;
+    EXPECT_GT(tally.held, 10000);
+    for (std::size_t i = 0; i != std::size(backLosses); ++i) {
+        EXPECT_GT(tally.different[i], 0) << backLosses[i].reason;
     }
 }
 

@@ -1,10 +1,10 @@
 #include <foundation/network/InetAddress.hpp>
 #include <foundation/network/NetworkInterface.hpp>
 
-#include <foundation/core/except/InternalException.hpp>
-
 #include "OwnNamespace.hpp"
 #include "inet/ResolverContext.hpp"
+#include "support/Iris.hpp"
+#include "support/Threads.hpp"
 
 #include <boost/asio/error.hpp>
 #include <gmock/gmock.h>
@@ -24,13 +24,11 @@ using testing::ElementsAre;
 
 // The error code as the library tells it for a result of `getaddrinfo`.
 std::error_code codeOf(int result) {
-    boost::system::error_code code = boost::asio::error::no_recovery;
-    if (result == EAI_NONAME || result == EAI_NODATA || result == EAI_ADDRFAMILY) {
-        code = boost::asio::error::host_not_found;
-    } else if (result == EAI_AGAIN) {
-        code = boost::asio::error::host_not_found_try_again;
-    }
-    return code;
+    using namespace boost::asio::error;
+    bool const unknown = result == EAI_NONAME || result == EAI_NODATA || result == EAI_ADDRFAMILY;
+    return make_error_code(unknown               ? host_not_found
+                           : result == EAI_AGAIN ? host_not_found_try_again
+                                                 : no_recovery);
 }
 
 // What `getaddrinfo` gives for a name, called directly: numeric texts, or the failure's text.
@@ -137,13 +135,8 @@ TEST(LocalHostInNamespace, HasTheMachinesName) {
 
         for (std::size_t const length : {32u, 63u}) {
             setName(std::string(length, 'n'));
-            try {
-                InetAddress::getLocalHost();
-                ADD_FAILURE();
-            } catch (Failure const& e) {
-                EXPECT_EQ(e.code(), std::error_code(ENAMETOOLONG, std::system_category()));
-                EXPECT_STREQ(e.what(), "Call to GetComputerName failed.: File name too long");
-            }
+            EXPECT_EQ(support::thrown<std::system_error>([] { InetAddress::getLocalHost(); }),
+                      "Call to GetComputerName failed.: File name too long");
         }
 
         setName("B\303\274cher"); // in its ASCII form among the hosts, as a loopback address
@@ -159,23 +152,16 @@ TEST(LocalHostInNamespace, HasTheMachinesName) {
 }
 
 TEST(Threads, LookUpAndListAtOnce) {
-    std::vector<std::thread> threads;
-    threads.reserve(16);
-    for (int i = 0; i < 16; ++i) {
-        threads.emplace_back([i] {
-            for (int round = 0; round < 20; ++round) {
-                if (i % 2 == 0) {
-                    EXPECT_TRUE(InetAddress::getByName("localhost").isLoopback());
-                    EXPECT_FALSE(InetAddress("127.0.0.1").getHostName().empty());
-                } else {
-                    EXPECT_LE(NetworkInterface::list().size(), NetworkInterface::listAll().size());
-                }
+    support::onThreads(16, [](std::size_t i) {
+        for (int round = 0; round < 20; ++round) {
+            if (i % 2 == 0) {
+                EXPECT_TRUE(InetAddress::getByName("localhost").isLoopback());
+                EXPECT_FALSE(InetAddress("127.0.0.1").getHostName().empty());
+            } else {
+                EXPECT_LE(NetworkInterface::list().size(), NetworkInterface::listAll().size());
             }
-        });
-    }
-    for (auto& thread : threads) {
-        thread.join();
-    }
+        }
+    });
 }
 
 } // namespace

@@ -3,52 +3,38 @@
 
 #include "support/Generator.hpp"
 #include "support/Laws.hpp"
+#include "support/Threads.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <map>
-#include <thread>
 #include <unordered_set>
 #include <vector>
 
 namespace {
 
-using foundation::network::IRIArgs;
-using foundation::network::IRITextLess;
-using support::answers;
-using support::Encoding;
-using support::IRI;
-using support::show;
-using support::thrown;
+using namespace foundation::network;
+using namespace support;
 using Text = std::u16string;
 
 // Arguments of every shape that can be built.
-IRIArgs randomArgs(support::Generator& generator) {
-    auto const text = [&](std::size_t limit) {
-        return support::toUtf16(generator.pieces(limit)).value_or(u"\u00E9");
-    };
+IRIArgs randomArgs(Generator& generator) {
+    auto const text = [&](std::size_t limit) { return toUtf16(generator.pieces(limit)).value_or(u"\u00E9"); };
+    auto const chance = [&](std::size_t percent) { return generator.chance(percent); };
     IRIArgs args;
-    if (generator.chance(60)) {
-        args.setScheme(generator.chance(50) ? u"http" : u"x");
+    chance(60) ? (void)args.setScheme(chance(50) ? u"http" : u"x") : (void)0;
+    bool const host = chance(50);
+    host ? (void)args.setHost(text(3)) : (void)0;
+    host&& chance(30) ? (void)args.setUserInfo(text(3)) : (void)0;
+    host&& chance(30) ? (void)args.setPort(static_cast<unsigned short>(generator.below(0x10000))) : (void)0;
+    Text const path = text(4);
+    chance(80) ? (void)args.setPath(host && !path.empty() ? u"/" + path : path) : (void)0;
+    chance(40) ? (void)args.setQuery(text(4)) : (void)0;
+    for (std::size_t pairs = chance(30) ? generator.below(4) : 0; pairs != 0; --pairs) {
+        args.appendQueryKeyValuePair(text(2) + u"k", text(3), chance(50), chance(20));
     }
-    bool const host = generator.chance(50);
-    if (host) {
-        args.setHost(text(3));
-        generator.chance(30) ? (void)args.setUserInfo(text(3)) : (void)0;
-        generator.chance(30) ? (void)args.setPort(static_cast<unsigned short>(generator.below(0x10000)))
-                             : (void)0;
-    }
-    if (generator.chance(80)) {
-        Text const path = text(4);
-        args.setPath(host && !path.empty() ? u"/" + path : path);
-    }
-    generator.chance(40) ? (void)args.setQuery(text(4)) : (void)0;
-    for (std::size_t pairs = generator.chance(30) ? generator.below(4) : 0; pairs != 0; --pairs) {
-        args.appendQueryKeyValuePair(text(2) + u"k", text(3), generator.chance(50), generator.chance(20));
-    }
-    generator.chance(30) ? (void)args.setFragment(text(3)) : (void)0;
+    chance(30) ? (void)args.setFragment(text(3)) : (void)0;
     return args;
 }
 
@@ -59,7 +45,7 @@ struct Member {
 
 // Values made in every way, equal ones among them.
 std::vector<Member> pool(std::size_t size) {
-    support::Generator generator(11);
+    Generator generator(11);
     std::vector<Member> values{
         {IRI(), false},
         {IRI(u""), true},
@@ -73,21 +59,15 @@ std::vector<Member> pool(std::size_t size) {
         {IRI(IRIArgs().appendQueryKeyValuePair(u"a", u"+", false, false)), false}};
     while (values.size() < size) {
         Member const any = generator.pick(values);
-        switch (generator.below(4)) {
-        case 0:
-            if (auto const iri = support::parsed(support::toUtf16(generator.reference()))) {
+        std::size_t const how = generator.below(4);
+        if (how < 2) { // what a generated text or another one's text gives
+            auto const text = how == 0 ? toUtf16(generator.reference()) : any.iri.toString(false);
+            if (auto const iri = parsed(text)) {
                 values.push_back({*iri, true});
             }
-            break;
-        case 1:
+        } else if (how == 2) {
             values.push_back({IRI(randomArgs(generator)), false});
-            break;
-        case 2: // what another one's text gives
-            if (auto const iri = support::parsed(any.iri.toString(false))) {
-                values.push_back({*iri, true});
-            }
-            break;
-        default: // a copy of what has been asked for everything, moved, and what the move left
+        } else { // a copy of what has been asked for everything, moved, and what the move left
             (void)answers(any.iri);
             IRI copy(any.iri);
             values.push_back({std::move(copy), any.parsed});
@@ -102,13 +82,7 @@ TEST(Values, EqualityIsAnEquivalenceThatTheIriTextsDecide) {
     int equal = 0;
     for (auto const& [a, aParsed] : values) {
         for (auto const& [b, bParsed] : values) {
-            bool const same = a.isEmpty() == b.isEmpty() && a.toString(false) == b.toString(false);
-            SCOPED_TRACE(show(a.toString(false)) + ' ' + show(b.toString(false)));
-            ASSERT_EQ(a == b, same);
-            ASSERT_EQ(a != b, !same);
-            ASSERT_EQ(IRI(a) == b, same); // hashes and texts are there on one side, on both, or on none
-            ASSERT_TRUE(!same || a.hashValue() == b.hashValue());
-            equal += same && &a != &b && !a.isEmpty();
+            equal += equalityHolds(a, b) && &a != &b && !a.isEmpty();
         }
     }
     EXPECT_GT(equal, 100);
@@ -170,7 +144,7 @@ std::uint64_t fnv1a(std::u32string const& text) {
 TEST(Values, HashIsFnv1aOfTheIriText) {
     for (std::u32string const text :
          {U"a", U"http://h\u00E9/\u4E2D?\U0001F600#\u00FF\u0100", U"//", U"?\U0010FFFD\uE000"}) {
-        EXPECT_EQ(IRI(*support::toUtf16(text)).hashValue(), fnv1a(text)) << show(text);
+        EXPECT_EQ(IRI(*toUtf16(text)).hashValue(), fnv1a(text)) << show(text);
     }
     EXPECT_EQ(IRI().hashValue(), 0u);
     EXPECT_EQ(IRI(u"").hashValue(), 0u);
@@ -179,26 +153,9 @@ TEST(Values, HashIsFnv1aOfTheIriText) {
 
 TEST(Values, AssignmentMoveAndSwapCarryEverything) {
     auto const values = pool(60);
-    std::string const nothing = answers(IRI());
     for (auto const& [a, aParsed] : values) {
         for (auto const& [b, bParsed] : values) {
-            std::string const whatA = answers(a);
-            std::string const whatB = answers(b);
-            IRI target(a);
-            target = b;
-            ASSERT_EQ(answers(target), whatB);
-            IRI other(a);
-            swap(target, other);
-            ASSERT_EQ(answers(target), whatA);
-            ASSERT_EQ(answers(other), whatB);
-            target = std::move(other);
-            ASSERT_EQ(answers(target), whatB);
-            ASSERT_EQ(answers(other), nothing);
-            auto& self = target;
-            target = self;
-            target = std::move(self);
-            target.swap(self);
-            ASSERT_EQ(answers(target), whatB);
+            valuesTravel(a, b);
         }
     }
 }
@@ -207,40 +164,27 @@ TEST(Values, CopiesBesideReadersAreWhole) {
     for (int round = 0; round < 30; ++round) {
         IRI const shared(u"http://u%41@h\u00E9:8/a%20b/\u00E9?q%C3%A9=%25#f%");
         std::string const whole = answers(IRI(shared));
-        std::vector<std::thread> threads;
-        std::atomic<int> wrong{0};
-        for (int i = 0; i < 8; ++i) {
-            threads.emplace_back([&, i] {
-                IRI own(i % 2 == 0 ? u"x" : u"//y/z?");
-                for (int step = 0; step < 10; ++step) {
-                    IRI copy(shared);
-                    copy.swap(own);
-                    copy = shared;
-                    wrong += answers(own) != whole || answers(copy) != whole || answers(shared) != whole;
-                }
-            });
-        }
-        for (auto& thread : threads) {
-            thread.join();
-        }
-        ASSERT_EQ(wrong, 0);
+        onThreads(8, [&](std::size_t i) {
+            IRI own(i % 2 == 0 ? u"x" : u"//y/z?");
+            for (int step = 0; step < 10; ++step) {
+                IRI copy(shared);
+                copy.swap(own);
+                copy = shared;
+                ASSERT_TRUE(answers(own) == whole && answers(copy) == whole && answers(shared) == whole);
+            }
+        });
     }
 }
 
 TEST(IriArgs, BuiltPrintedAndParsedAgainIsTheSame) {
-    support::Generator generator(12);
-    int held = 0;
-    int lost[std::size(support::buildLosses)] = {};
+    Generator generator(12);
+    Tally tally;
     for (int round = 0; round < 20000; ++round) {
-        auto const found = support::buildHolds(IRI(randomArgs(generator)));
-        held += !found.known;
-        for (std::size_t i = 0; i != std::size(lost); ++i) {
-            lost[i] += found.different[i];
-        }
+        tally.add(buildHolds(IRI(randomArgs(generator))));
     }
-    EXPECT_GT(held, 15000);
-    for (std::size_t i = 0; i != std::size(lost); ++i) {
-        EXPECT_GT(lost[i], 10) << support::buildLosses[i].reason;
+    EXPECT_GT(tally.held, 15000);
+    for (std::size_t i = 0; i != std::size(buildLosses); ++i) {
+        EXPECT_GT(tally.different[i], 10) << buildLosses[i].reason;
     }
 }
 
@@ -270,55 +214,42 @@ TEST(IriArgs, RefusalsComeInTheirOrder) {
 }
 
 TEST(IriArgs, BuildsWhatIsDocumented) {
-    struct Row {
-        IRIArgs args;
-        Text text;
-        char const* shape; // e: isEmpty, a: isAbsolute, o: isOpaque, p: hasAbsolutePath
-    };
+    // clang-format off
+    struct Row { IRIArgs args; Text text; std::string traits; };
     Row const rows[] = {
-        {IRIArgs(), u"", "e"},
-        {IRIArgs().setScheme(u"s"), u"s:", "ao"},
-        {IRIArgs().setScheme(u"s").setHost(u"h"), u"s://h", "a"},
-        {IRIArgs().setQuery(u""), u"?", ""},
-        {IRIArgs().setPath(u"a:b"), u"a%3Ab", ""},
-        {IRIArgs().setScheme(u"s").setPath(u"a:b"), u"s:a:b", "ao"},
-        {IRIArgs().setHost(u"h").setPort(u"080").setPath(u"/\u00E9 %41?#"), u"//h:80/\u00E9%20%2541%3F%23",
-         "p"},
-        {IRIArgs().setHost(u"h").setPort(0), u"//h:0", ""},
+        {IRIArgs(), u"", "e"}, {IRIArgs().setScheme(u"s"), u"s:", "saO"},
+        {IRIArgs().setScheme(u"s").setHost(u"h"), u"s://h", "sAah"}, {IRIArgs().setQuery(u""), u"?", "q"},
+        {IRIArgs().setPath(u"a:b"), u"a%3Ab", ""}, {IRIArgs().setHost(u"h").setPort(0), u"//h:0", "Aoh"},
+        {IRIArgs().setScheme(u"s").setPath(u"a:b"), u"s:a:b", "saO"},
+        {IRIArgs().setHost(u"h").setPort(u"080").setPath(u"/\u00E9 %41?#"),
+         u"//h:80/\u00E9%20%2541%3F%23", "Aohp"},
         {IRIArgs().setHost(u"h").setUserInfo(u"u").setPort(1).clearHost().clearUserInfo(), u"", "e"},
         {IRIArgs().setScheme(u"s").setPath(u"p").setFragment(u"f").clearScheme().clearPath().clearFragment(),
          u"", "e"},
-        {IRIArgs().setHost(u"h").setPort(1).clearPort(), u"//h", ""},
-        {IRIArgs().setHost(u"[::1]"), u"//%5B%3A%3A1%5D", ""},
-        {IRIArgs(IRI(u"x:/%2Fa")), u"x://a", "ap"},
-        {IRIArgs(IRI(u"\u00E9:b")), u"\u00E9:b", "ao"},
+        {IRIArgs().setHost(u"h").setPort(1).clearPort(), u"//h", "Ah"},
+        {IRIArgs().setHost(u"[::1]"), u"//%5B%3A%3A1%5D", "Ah"},
+        {IRIArgs(IRI(u"x:/%2Fa")), u"x://a", "sap"}, {IRIArgs(IRI(u"\u00E9:b")), u"\u00E9:b", "saO"},
     };
+    // clang-format on
     for (auto const& row : rows) {
         IRI const iri(row.args);
         EXPECT_EQ(iri.toString(false), row.text);
         EXPECT_EQ(iri.toString(false), row.text); // from the cache
-        std::string shape;
-        shape += iri.isEmpty() ? "e" : "";
-        shape += iri.isAbsolute() ? "a" : "";
-        shape += iri.isOpaque() ? "o" : "";
-        shape += iri.hasAbsolutePath() ? "p" : "";
-        EXPECT_EQ(shape, row.shape) << show(row.text);
+        EXPECT_EQ(traits(iri), row.traits) << show(row.text);
     }
 }
 
 TEST(IriArgs, FormEncodedQueriesGrowKeyByKey) {
-    struct Pair {
-        Text key, value;
-        bool encode, semicolon;
-        Text query; // of the IRI, as Iri, after this and all pairs before it
-    };
+    // clang-format off
+    // The query is that of the IRI, as Iri, after this and all pairs before it.
+    struct Pair { Text key, value; bool encode, semicolon; Text query; };
     Pair const rows[] = {
-        {u"a b", u"c+d", false, false, u"a+b=c%2Bd"},
-        {u"x", u"", false, false, u"a+b=c%2Bd&x="},
+        {u"a b", u"c+d", false, false, u"a+b=c%2Bd"}, {u"x", u"", false, false, u"a+b=c%2Bd&x="},
         {u"a&b", u"c;d=", false, true, u"a+b=c%2Bd&x=;a&b=c%3Bd%3D"},
         {u"a&b", u"c;d\u00E9", false, false, u"a+b=c%2Bd&x=;a&b=c%3Bd%3D&a%26b=c;d\u00E9"},
         {u"%", u"[", true, false, u"a+b=c%2Bd&x=;a&b=c%3Bd%3D&a%26b=c;d%C3%A9&%=%5B"},
     };
+    // clang-format on
     IRIArgs args;
     for (auto const& row : rows) {
         args.appendQueryKeyValuePair(row.key, row.value, row.encode, row.semicolon);

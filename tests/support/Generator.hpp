@@ -30,28 +30,15 @@ public:
 
     /// A text in the shape of an IRI reference, with or without faults.
     std::u32string reference() {
-        std::u32string text;
+        std::u32string text = chance(60) ? std::u32string(pick(schemes)) + U":" : U"";
         if (chance(60)) {
-            text.append(pick(schemes)).append(U":");
+            text += U"//" + (chance(30) ? pieces(3) + U"@" : U"");
+            text += chance(70) ? std::u32string(pick(hosts)) : pieces(3);
+            text += chance(30) ? U":" + std::u32string(pick(ports)) : U"";
         }
-        if (chance(60)) {
-            text.append(U"//");
-            if (chance(30)) {
-                text.append(pieces(3)).append(U"@");
-            }
-            text.append(chance(70) ? std::u32string(pick(hosts)) : pieces(3));
-            if (chance(30)) {
-                text.append(U":").append(pick(ports));
-            }
-        }
-        text.append(path());
-        if (chance(40)) {
-            text.append(U"?").append(pieces(4));
-        }
-        if (chance(30)) {
-            text.append(U"#").append(pieces(3));
-        }
-        return text;
+        text += path();
+        text += chance(40) ? U"?" + pieces(4) : U"";
+        return text + (chance(30) ? U"#" + pieces(3) : U"");
     }
 
     /// A reference with some characters dropped, doubled or replaced.
@@ -59,16 +46,10 @@ public:
         std::u32string text = reference();
         for (std::size_t changes = 1 + below(3); changes != 0 && !text.empty(); --changes) {
             std::size_t const at = below(text.size());
-            switch (below(3)) {
-            case 0:
-                text.erase(at, 1);
-                break;
-            case 1:
-                text.insert(at, pick(fragments));
-                break;
-            default:
-                text[at] = pick(fragments)[0];
-            }
+            std::size_t const how = below(3);
+            how == 0   ? text.erase(at, 1)
+            : how == 1 ? text.insert(at, pick(fragments))
+                       : text.replace(at, 1, pick(fragments).substr(0, 1));
         }
         return text;
     }
@@ -76,9 +57,7 @@ public:
     std::u32string path() {
         std::u32string text;
         for (std::size_t segments = below(5); segments != 0; --segments) {
-            if (!text.empty() || chance(70)) {
-                text.append(U"/");
-            }
+            text += text.empty() && !chance(70) ? U"" : U"/";
             text.append(chance(30) ? std::u32string(pick(dots)) : pieces(3));
         }
         return text;
@@ -98,23 +77,21 @@ private:
     static constexpr char32_t surrogate = 0xD800;
     static constexpr char32_t beyond = 0x110000;
     static constexpr char32_t farBeyond = 0xFFFFFF3A; // ":" in its lowest eight bits
-    static constexpr std::array<Text, 9> schemes{U"http", U"x", U"a1+.-",   U"\u00E9", U"1a",
-                                                 U"+",    U"",  U"\u0660x", U"x\u0660"};
     // clang-format off
+    static constexpr std::array<Text, 9> schemes{
+        U"http", U"x", U"a1+.-", U"\u00E9", U"1a", U"+", U"", U"\u0660x", U"x\u0660"};
     static constexpr std::array<Text, 30> hosts{
         U"h", U"", U"example.org", U"b\u00FCcher.example", U"1.2.3.4", U"1.2.3.4.5", U"1.2.3.256",
         U"01.2.3.4", U"0.0.0.0", U"255.255.255.255", U"1.2.3", U"1.2.3.4a", U"1.2.3.4%41", U"[::]", U"[::1]",
         U"[1:2:3:4:5:6:7:8]", U"[1:2:3:4:5:6:7]", U"[1:2:3:4:5:6:1.2.3.4]", U"[::ffff:1.2.3.4]",
         U"[1::2:3:4]", U"[1:2::7:8]", U"[1:2:3:4:5:6:7::]", U"[1:::2]", U"[12345::]", U"[v1.a:b]", U"[V1.a]",
         U"[vF.]", U"[]", U"[\uFF21::\uFF10]", U"[::1"};
-    // clang-format on
-    static constexpr std::array<Text, 9> ports{U"80",    U"",       U"0",  U"00080",      U"65535",
-                                               U"65536", U"\u0661", U"8a", U"99999999999"};
+    static constexpr std::array<Text, 9> ports{
+        U"80", U"", U"0", U"00080", U"65535", U"65536", U"\u0661", U"8a", U"99999999999"};
     static constexpr std::array<Text, 6> dots{U".", U"..", U"...", U"", U".a", U"%2e"};
-    static constexpr std::array<Text, 16> plain{U"a",  U"b",      U"Z",      U"0",          U"9",   U"-",
-                                                U"_~", U"\u00E9", U"\u4E2D", U"\U0001F600", U"%41", U"%C3%A9",
-                                                U"=",  U"&",      U"+;",     U"abc"};
-    // clang-format off
+    static constexpr std::array<Text, 16> plain{
+        U"a", U"b", U"Z", U"0", U"9", U"-", U"_~", U"\u00E9", U"\u4E2D", U"\U0001F600", U"%41", U"%C3%A9",
+        U"=", U"&", U"+;", U"abc"};
     static constexpr std::array<Text, 44> fragments{
         U"/", U"//", U"?", U"#", U"[", U"]", U"@", U":", U"%", U"%4", U"%zz", U"%FF", U"%2F", U"%2f", U"%25",
         U"%E4%B8", U"%ED%A0%80", U"%C0%AF", U"%F8%88%80%80%80", U"%\uFF14\uFF11", U" ", U"\"", U"<", U">",

@@ -10,6 +10,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace support {
 
@@ -55,6 +56,20 @@ inline std::optional<IRI> parsed(std::optional<std::u16string> const& text) {
     }
 }
 
+/// A letter for each predicate that holds.
+inline std::string traits(IRI const& iri) {
+    constexpr std::pair<char, bool (IRI::*)() const> predicates[] = {
+        {'e', &IRI::isEmpty},         {'s', &IRI::hasScheme}, {'A', &IRI::hasAuthority},
+        {'a', &IRI::isAbsolute},      {'o', &IRI::hasPort},   {'q', &IRI::hasQuery},
+        {'f', &IRI::hasFragment},     {'h', &IRI::hasHost},   {'u', &IRI::hasUserInfo},
+        {'p', &IRI::hasAbsolutePath}, {'O', &IRI::isOpaque}};
+    std::string letters;
+    for (auto const& [letter, predicate] : predicates) {
+        letters.append((iri.*predicate)() ? 1 : 0, letter);
+    }
+    return letters;
+}
+
 /// Everything that a value answers, in one text.
 inline std::string answers(IRI const& iri) {
     std::string all;
@@ -64,8 +79,7 @@ inline std::string answers(IRI const& iri) {
             return true;
         } catch (std::exception const& e) {
             all += std::string("! ") + e.what() + '|';
-            return dynamic_cast<std::runtime_error const*>(&e) ==
-                   nullptr; // the part is there, this form is not
+            return !dynamic_cast<std::runtime_error const*>(&e); // the part is there, this form is not
         }
     };
     for (auto const getter : {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
@@ -81,12 +95,7 @@ inline std::string answers(IRI const& iri) {
     }
     ask([&] { return iri.getScheme(); });
     ask([&] { return iri.getPort(); });
-    for (auto const predicate : {&IRI::isEmpty, &IRI::hasScheme, &IRI::hasAuthority, &IRI::hasQuery,
-                                 &IRI::hasFragment, &IRI::hasAbsolutePath, &IRI::isAbsolute, &IRI::isOpaque,
-                                 &IRI::hasPort, &IRI::hasHost, &IRI::hasUserInfo}) {
-        all += (iri.*predicate)() ? 'y' : 'n';
-    }
-    return all + std::to_string(iri.hashValue());
+    return all + traits(iri) + std::to_string(iri.hashValue());
 }
 
 } // namespace support

@@ -5,11 +5,13 @@
 
 #include "support/Iris.hpp"
 
+#include <array>
 #include <bitset>
 #include <cstddef>
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace support {
 
@@ -40,6 +42,19 @@ Named named(bool isDifferent, Reasons const& reasons, Arguments const&... argume
     }
     return found;
 }
+
+// How often a law held, and how often each of its reasons made a difference.
+struct Tally {
+    int held = 0;
+    std::array<int, 8> different{};
+
+    void add(Named const& found) {
+        held += !found.known;
+        for (std::size_t i = 0; i != different.size(); ++i) {
+            different[i] += found.different[i];
+        }
+    }
+};
 
 // What the grammar takes by Unicode's classes and ASCII has no way to write: full-width digits in an escape
 // of an authority, and what is not ASCII between the brackets of a host.
@@ -72,6 +87,40 @@ inline bool formsHold(IRI const& iri) {
     require(IRI(strictly).toString(true) == strictly, "the strict form is no fixed point", text);
     require(iri.toString(false) == text, "depends on what was asked before", text);
     return true;
+}
+
+// Equality, hash and order are those of the Iri texts. Returns whether the values are the same.
+inline bool equalityHolds(IRI const& a, IRI const& b) {
+    std::u16string const left = a.toString(false), right = b.toString(false);
+    bool const same = a.isEmpty() == b.isEmpty() && left == right;
+    require((a == b) == same && (b == a) == same && (a != b) == !same, "equality", left, right);
+    require((IRI(a) == b) == same, "equality of a copy", left, right); // texts and hashes on one side alone
+    require(!same || a.hashValue() == b.hashValue(), "equal values, other hashes", left, right);
+    foundation::network::IRITextLess const less;
+    require(less(a, b) + less(b, a) == !same, "less, greater, or the same text", left, right);
+    return same;
+}
+
+// Copies, assignments, swaps and moves carry everything, also to oneself.
+inline void valuesTravel(IRI const& one, IRI const& two) {
+    std::string const first = answers(one), second = answers(two);
+    std::u16string const text = one.toString(false);
+    IRI a(one);
+    a = two;
+    require(answers(a) == second, "an assignment", text);
+    IRI b(one);
+    swap(a, b);
+    require(answers(a) == first && answers(b) == second, "a swap", text);
+    a.swap(b);
+    require(answers(a) == second && answers(b) == first, "a swap as a member", text);
+    b = std::move(a);
+    require(answers(b) == second && answers(a) == answers(IRI()), "a move", text);
+    IRI& self = b;
+    b = std::as_const(self);
+    b = std::move(self);
+    b.swap(self);
+    require(answers(b) == second, "a value and itself", text);
+    require(answers(one) == first && answers(two) == second, "an operand has changed", text);
 }
 
 // What a text cannot carry of built parts.

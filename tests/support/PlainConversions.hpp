@@ -3,6 +3,7 @@
 // The conversions between the forms of a part, step by step over whole texts and by tables alone. No test for
 // texts that stay as they are, no shared steps between them.
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <stdexcept>
@@ -90,22 +91,27 @@ Text mapped(Text const& text, Replace replace) {
     }
     return result;
 }
+template <class Test>
+Text escapedWhere(Text const& text, Test test) {
+    return mapped(text, [test](char32_t c) { return test(c) ? percentAll(c) : Text(1, c); });
+}
 
 inline Text toUriForm(Text const& text) {
-    return mapped(text, [](char32_t c) { return c >= 33 && c <= 126 ? Text(1, c) : percentAll(c); });
+    return escapedWhere(text, [](char32_t c) { return c < 33 || c > 126; });
+}
+// The value of the escape at a place of a text, or -1.
+inline int escapeAt(Text const& text, std::size_t i) {
+    bool const whole =
+        text[i] == U'%' && i + 2 < text.size() && hex(text[i + 1]) >= 0 && hex(text[i + 2]) >= 0;
+    return whole ? hex(text[i + 1]) * 16 + hex(text[i + 2]) : -1;
 }
 inline Text decoded(Text const& text, std::u32string_view kept) {
     Text result;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == U'%' && i + 2 < text.size() && hex(text[i + 1]) >= 0 && hex(text[i + 2]) >= 0) {
-            auto const value = static_cast<char32_t>(hex(text[i + 1]) * 16 + hex(text[i + 2]));
-            if (kept.find(value) == kept.npos) {
-                result += value;
-                i += 2;
-                continue;
-            }
-        }
-        result += text[i];
+        int const value = escapeAt(text, i);
+        bool const decode = value >= 0 && kept.find(static_cast<char32_t>(value)) == kept.npos;
+        result += decode ? static_cast<char32_t>(value) : text[i];
+        i += decode ? 2 : 0;
     }
     return result;
 }
@@ -114,13 +120,17 @@ inline std::size_t lengthByLead(unsigned char lead, bool capped) {
     while (ones < 8 && (lead & (0x80u >> ones)) != 0) {
         ++ones;
     }
-    if (capped) {
-        return ones == 0 ? 1 : ones > 4 ? 4 : ones;
-    }
-    return ones == 0 ? 1 : ones == 1 || ones > 6 ? 0 : ones;
+    return ones == 0 ? 1 : capped ? (ones > 4 ? 4 : ones) : ones == 1 || ones > 6 ? 0 : ones;
 }
 inline bool continuation(std::string const& bytes, std::size_t at) {
     return at < bytes.size() && (static_cast<unsigned char>(bytes[at]) & 0xC0) == 0x80;
+}
+inline std::string lowBytes(Text const& text) {
+    std::string bytes;
+    for (char32_t const c : text) {
+        bytes += static_cast<char>(c & 0xFF);
+    }
+    return bytes;
 }
 inline bool repaired(std::string& bytes) {
     bool sound = true;
@@ -140,30 +150,17 @@ inline bool repaired(std::string& bytes) {
     bool changed = false;
     for (std::size_t at = 0; at < bytes.size();) {
         std::size_t const length = lengthByLead(static_cast<unsigned char>(bytes[at]), false);
-        std::size_t whole = length == 0 ? 0 : 1;
-        while (whole != 0 && whole < length && continuation(bytes, at + whole)) {
+        std::size_t whole = 1;
+        while (whole < length && continuation(bytes, at + whole)) {
             ++whole;
         }
-        if (whole != 0 && whole == length) {
-            result += bytes.substr(at, length);
-            at += length;
-        } else {
-            for (char32_t const c : percent(static_cast<unsigned char>(bytes[at]))) {
-                result += static_cast<char>(c);
-            }
-            changed = true;
-            ++at;
-        }
+        bool const kept = whole == length;
+        result += kept ? bytes.substr(at, length) : lowBytes(percent(static_cast<unsigned char>(bytes[at])));
+        changed = changed || !kept;
+        at += kept ? length : 1;
     }
     bytes = result;
     return changed;
-}
-inline std::string lowBytes(Text const& text) {
-    std::string bytes;
-    for (char32_t const c : text) {
-        bytes += static_cast<char>(c & 0xFF);
-    }
-    return bytes;
 }
 inline bool isPrivate(char32_t c) {
     return (c >= 0xE000 && c <= 0xF8FF) || (c >= 0xE0000 && c <= 0xE0FFF) || (c >= 0xF0000 && c <= 0xFFFFD) ||
@@ -175,17 +172,12 @@ inline bool isForbidden(char32_t c) {
            (c >= 0xD800 && c <= 0xDFFF) || (c >= 0xFDD0 && c <= 0xFDEF) || (c >= 0xFFF0 && c <= 0xFFFF) ||
            (c >= 0x10001 && (c % 0x10000 == 0xFFFE || c % 0x10000 == 0xFFFF));
 }
-inline Text escapePrivate(Text const& text) {
-    return mapped(text, [](char32_t c) { return isPrivate(c) ? percentAll(c) : Text(1, c); });
-}
-inline Text escapeForbidden(Text const& text) {
-    return mapped(text, [](char32_t c) { return isForbidden(c) ? percentAll(c) : Text(1, c); });
-}
-inline Text escapeColons(Text const& text) {
-    std::size_t const end = text.find(U'/');
-    Text result =
-        mapped(text.substr(0, end), [](char32_t c) { return c == U':' ? percent(':') : Text(1, c); });
-    return end == Text::npos ? result : result + text.substr(end);
+// What no part's Iri form may hold, and the colons of a path that could be taken for a scheme's.
+inline Text guardedIri(int part, Text text, bool bare) {
+    text = rules[static_cast<std::size_t>(part)].privateUse ? escapedWhere(text, isPrivate) : text;
+    text = escapedWhere(text, isForbidden);
+    std::size_t const end = part == path && bare ? std::min(text.find(U'/'), text.size()) : 0;
+    return escapedWhere(text.substr(0, end), [](char32_t c) { return c == U':'; }) + text.substr(end);
 }
 
 /// `bare`: a path with neither scheme nor authority before it.
@@ -193,9 +185,7 @@ inline Text iriFromRaw(int part, Text text, bool bare) {
     if (part != formEncoded) {
         Text guarded;
         for (std::size_t i = 0; i < text.size(); ++i) {
-            bool const escape =
-                text[i] == U'%' && i + 2 < text.size() && hex(text[i + 1]) >= 0 && hex(text[i + 2]) >= 0;
-            guarded += escape ? Text(U"%25") : Text(1, text[i]);
+            guarded += escapeAt(text, i) >= 0 ? Text(U"%25") : Text(1, text[i]);
         }
         text = guarded;
     }
@@ -205,8 +195,7 @@ inline Text iriFromRaw(int part, Text text, bool bare) {
                : part == formEncoded && c == U' '      ? Text(U"+")
                                                        : percent(static_cast<unsigned>(c));
     });
-    text = escapeForbidden(row.privateUse ? escapePrivate(text) : text);
-    return part == path && bare ? escapeColons(text) : text;
+    return guardedIri(part, text, bare);
 }
 inline Text rawFromIri(int part, Text const& text) {
     if (part == formEncoded) {
@@ -221,12 +210,9 @@ inline Text iriFromUri(int part, Text const& text, bool bare) {
     if (part == formEncoded) {
         return text;
     }
-    auto const& row = rules[static_cast<std::size_t>(part)];
-    std::string bytes = lowBytes(decoded(text, row.kept));
+    std::string bytes = lowBytes(decoded(text, rules[static_cast<std::size_t>(part)].kept));
     repaired(bytes);
-    Text result = fromUtf8(bytes);
-    result = part == path && bare ? escapeColons(result) : result;
-    return escapeForbidden(row.privateUse ? escapePrivate(result) : result);
+    return guardedIri(part, fromUtf8(bytes), bare);
 }
 
 } // namespace support::plain

@@ -27,6 +27,7 @@ struct Components {
         parts.fragment = iri.hasFragment() ? std::optional(iri.getFragment(Iri)) : std::nullopt;
         return parts;
     }
+    bool operator==(Components const&) const = default;
     Text text() const { // section 5.3
         return (scheme ? *scheme + u":" : u"") + (authority ? u"//" + *authority : u"") + path +
                (query ? u"?" + *query : u"") + (fragment ? u"#" + *fragment : u"");
@@ -36,7 +37,7 @@ struct Components {
 inline Text removeDotSegments(Text input) { // section 5.2.4
     Text output;
     auto const drop = [&input](Text const& prefix, Text const& by) {
-        bool const fits = input.compare(0, prefix.size(), prefix) == 0;
+        bool const fits = input.starts_with(prefix);
         input = fits ? by + input.substr(prefix.size()) : input;
         return fits;
     };
@@ -84,9 +85,6 @@ inline bool hasDots(Text const& path) {
     Text const framed = u"/" + path + u"/";
     return framed.find(u"/./") != Text::npos || framed.find(u"/../") != Text::npos;
 }
-inline bool begins(Text const& text, Text const& prefix) {
-    return text.compare(0, prefix.size(), prefix) == 0;
-}
 
 // Where a resolution is by design not that of the RFC.
 struct Difference {
@@ -107,11 +105,11 @@ inline constexpr Difference differences[] = {
      [](auto const& r, auto const& b, auto const&) { return isRelativePath(r) && hasDots(b.path); }},
     {"a rootless path stays rootless, or an absolute base makes it absolute",
      [](auto const& r, auto const& b, auto const&) {
-         return (hasDots(r.path) || hasDots(b.path)) && !begins(r.path, u"/") &&
-                (r.scheme || !begins(b.path, u"/"));
+         return (hasDots(r.path) || hasDots(b.path)) && !r.path.starts_with(u"/") &&
+                (r.scheme || !b.path.starts_with(u"/"));
      }},
     {"no host from nowhere: /. before //",
-     [](auto const&, auto const&, auto const& t) { return !t.authority && begins(t.path, u"//"); }},
+     [](auto const&, auto const&, auto const& t) { return !t.authority && t.path.starts_with(u"//"); }},
     {"no scheme from nowhere: %3A for a colon in the first segment",
      [](auto const&, auto const&, auto const& t) {
          return !t.scheme && !t.authority && t.path.substr(0, t.path.find(u'/')).find(u':') != Text::npos;
@@ -135,17 +133,14 @@ inline constexpr BackLoss backLosses[] = {
          return (iri.authority.value_or(u"") + base.authority.value_or(u"")).find(u'%') != Text::npos;
      }},
     {"a path that begins with // keeps the /. that a reference without a host needs before it",
-     [](auto const& iri, auto const&) { return begins(iri.path, u"//"); }},
+     [](auto const& iri, auto const&) { return iri.path.starts_with(u"//"); }},
 };
 
 // Every result has a text that reads as the same parts again.
 inline void readsAgain(IRI const& result) {
     Text const text = result.toString(false);
     IRI const again(text);
-    require(Components::of(again).text() == Components::of(result).text(), "other parts", text);
-    require(again.hasHost() == result.hasHost(), "another authority", text);
-    require(again.hasScheme() == result.hasScheme(), "another scheme", text);
-    require(Components::of(again).path == Components::of(result).path, "another path", text);
+    require(Components::of(again) == Components::of(result), "other parts", text);
     require(again == result && again.hashValue() == result.hashValue(), "another value", text);
 }
 

@@ -18,33 +18,21 @@ using StringParts = foundation::network::iri::detail::StringParts<std::u32string
 inline constexpr int userInfo = 0, host = 1, query = 3, fragment = 4;
 
 inline void set(StringParts& parts, int part, Text text, Encoding encoding) {
-    switch (part) {
-    case userInfo:
-        return parts.setUserInfo(std::move(text), encoding);
-    case host:
-        return parts.setHost(std::move(text), encoding);
-    case path:
-        return parts.setPath(std::move(text), encoding);
-    case fragment:
-        return parts.setFragment(std::move(text), encoding);
-    default:
+    if (part == query || part == formEncoded) {
         return parts.setQuery(std::move(text), encoding, part == formEncoded);
     }
+    auto const setter = part == userInfo ? &StringParts::setUserInfo
+                        : part == host   ? &StringParts::setHost
+                        : part == path   ? &StringParts::setPath
+                                         : &StringParts::setFragment;
+    (parts.*setter)(std::move(text), encoding);
 }
 
 inline Text const& get(StringParts const& parts, int part, Encoding encoding) {
-    switch (part) {
-    case userInfo:
-        return parts.getUserInfo(encoding);
-    case host:
-        return parts.getHost(encoding);
-    case path:
-        return parts.getPath(encoding);
-    case fragment:
-        return parts.getFragment(encoding);
-    default:
-        return parts.getQuery(encoding);
-    }
+    constexpr std::array getters{&StringParts::getUserInfo, &StringParts::getHost,
+                                 &StringParts::getPath,     &StringParts::getQuery,
+                                 &StringParts::getFragment, &StringParts::getQuery};
+    return (parts.*getters.at(static_cast<std::size_t>(part)))(encoding);
 }
 
 // A text, or "! " and the words of what was thrown instead.
@@ -69,12 +57,9 @@ inline Text converted(int part, Encoding from, Encoding to, Text const& text, bo
 
 inline Text expected(int part, Encoding from, Encoding to, Text const& text, bool bare = true) {
     return outcome([&] {
-        auto const toIri = [&](Text const& source) {
-            return from == Encoding::Raw   ? iriFromRaw(part, source, bare)
-                   : from == Encoding::Uri ? iriFromUri(part, source, bare)
-                                           : source;
-        };
-        Text const iri = toIri(text);
+        Text const iri = from == Encoding::Raw   ? iriFromRaw(part, text, bare)
+                         : from == Encoding::Uri ? iriFromUri(part, text, bare)
+                                                 : text;
         return to == Encoding::Raw ? rawFromIri(part, iri) : to == Encoding::Uri ? toUriForm(iri) : iri;
     });
 }
