@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -153,6 +154,40 @@ Pass held(Make make) {
         auto const values = make();
         return static_cast<double>(inUse() - before) * 1e-9;
     };
+}
+
+/// The rows of a value type that can be hashed and compared.
+template <class Hash, class Row, class Fresh>
+void addValueRows(Row row, Fresh fresh) {
+    using Values = decltype(fresh());
+    using Value = typename Values::value_type;
+    using benchmark::DoNotOptimize;
+    row(operation::hash, overFresh(fresh, [](Value const& value) { DoNotOptimize(Hash()(value)); }));
+    row(operation::equal, overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
+                                         [](Value const& a, Value const& b) { DoNotOptimize(a == b); }));
+    row(operation::different, [fresh] {
+        auto const values = fresh();
+        auto const begin = Clock::now();
+        for (std::size_t i = 1; i != values.size(); ++i) {
+            DoNotOptimize(values[i - 1] == values[i]);
+        }
+        return std::chrono::duration<double>(Clock::now() - begin).count();
+    });
+    row(operation::copy, overFresh(fresh, [](Value const& value) { DoNotOptimize(Value(value)); }));
+    row(operation::move, overFresh(fresh, [](Value& value) {
+            Value there(std::move(value));
+            value = std::move(there);
+        }));
+    row(operation::insert, [fresh] {
+        auto values = fresh();
+        std::unordered_set<Value, Hash> set;
+        set.reserve(values.size());
+        auto const begin = Clock::now();
+        for (auto& value : values) {
+            set.insert(std::move(value));
+        }
+        return std::chrono::duration<double>(Clock::now() - begin).count();
+    });
 }
 
 void addIri(Data const& data);

@@ -6,8 +6,6 @@
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
 
-#include <unordered_set>
-
 namespace bench {
 
 namespace {
@@ -39,7 +37,6 @@ void addValues(Corpus const& corpus) {
         add(operation, corpus.name, library, corpus.utf16.size(), std::move(pass));
     };
     auto const fresh = [&texts] { return makeAll(texts, parse); };
-    auto const freshTwice = [&texts] { return std::pair(makeAll(texts, parse), makeAll(texts, parse)); };
     row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(IRI(text)); }));
     row(operation::parseTwice, overTwice(texts, [](auto const& text) { DoNotOptimize(IRI(text)); }));
     row(operation::bytesHeld, held(fresh));
@@ -69,32 +66,7 @@ void addValues(Corpus const& corpus) {
                 DoNotOptimize(iri.getPath(form));
             }
         }));
-    row(operation::hash, overFresh(fresh, [](IRI const& iri) { DoNotOptimize(iri.hashValue()); }));
-    row(operation::equal,
-        overFreshPairs(freshTwice, [](IRI const& a, IRI const& b) { DoNotOptimize(a == b); }));
-    row(operation::different, [fresh] {
-        auto const values = fresh();
-        auto const begin = Clock::now();
-        for (std::size_t i = 1; i != values.size(); ++i) {
-            DoNotOptimize(values[i - 1] == values[i]);
-        }
-        return std::chrono::duration<double>(Clock::now() - begin).count();
-    });
-    row(operation::copy, overFresh(fresh, [](IRI const& iri) { DoNotOptimize(IRI(iri)); }));
-    row(operation::move, overFresh(fresh, [](IRI& iri) {
-            IRI there(std::move(iri));
-            iri = std::move(there);
-        }));
-    row(operation::insert, [fresh] {
-        auto values = fresh();
-        std::unordered_set<IRI> set;
-        set.reserve(values.size());
-        auto const begin = Clock::now();
-        for (auto& value : values) {
-            set.insert(std::move(value));
-        }
-        return std::chrono::duration<double>(Clock::now() - begin).count();
-    });
+    addValueRows<std::hash<IRI>>(row, fresh);
     row(operation::build,
         overFresh([fresh] { return makeAll(fresh(), [](IRI const& iri) { return IRIArgs(iri); }); },
                   [](IRIArgs const& args) { DoNotOptimize(IRI(args).toString(false)); }));

@@ -6,8 +6,6 @@
 #include <QtCore/QString>
 #include <QtCore/QUrl>
 
-#include <unordered_set>
-
 namespace bench {
 
 namespace {
@@ -35,7 +33,6 @@ void addQUrl(Data const& data) {
             add(operation, corpus->name, library, corpus->utf16.size(), std::move(pass));
         };
         auto const fresh = [&texts] { return makeAll(texts, parse); };
-        auto const freshTwice = [&texts] { return std::pair(makeAll(texts, parse), makeAll(texts, parse)); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
         row(operation::parseTwice, overTwice(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
         row(operation::bytesHeld, held(fresh));
@@ -50,32 +47,7 @@ void addQUrl(Data const& data) {
             over(texts, [](auto const& text) { DoNotOptimize(parse(text).toEncoded()); }));
         row(operation::text, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(url.toString()); }));
         row(operation::ascii, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(url.toEncoded()); }));
-        row(operation::hash, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(qHash(url)); }));
-        row(operation::equal,
-            overFreshPairs(freshTwice, [](QUrl const& a, QUrl const& b) { DoNotOptimize(a == b); }));
-        row(operation::different, [fresh] {
-            auto const values = fresh();
-            auto const begin = Clock::now();
-            for (std::size_t i = 1; i != values.size(); ++i) {
-                DoNotOptimize(values[i - 1] == values[i]);
-            }
-            return std::chrono::duration<double>(Clock::now() - begin).count();
-        });
-        row(operation::copy, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(QUrl(url)); }));
-        row(operation::move, overFresh(fresh, [](QUrl& url) {
-                QUrl there(std::move(url));
-                url = std::move(there);
-            }));
-        row(operation::insert, [fresh] {
-            auto values = fresh();
-            std::unordered_set<QUrl, Hash> set;
-            set.reserve(values.size());
-            auto const begin = Clock::now();
-            for (auto& value : values) {
-                set.insert(std::move(value));
-            }
-            return std::chrono::duration<double>(Clock::now() - begin).count();
-        });
+        addValueRows<Hash>(row, fresh);
         row(operation::build, overFresh(fresh, [](QUrl const& url) {
                 QUrl built;
                 built.setScheme(url.scheme());
