@@ -17,7 +17,7 @@ namespace {
 
 // A part that is set takes its text, is present, and is not trusted any more.
 template <class String>
-void set(String& part, bool& present, bool& trusted, String&& text) noexcept {
+void set(String& part, bool& present, bool& trusted, String text) noexcept {
     part = std::move(text);
     present = true;
     trusted = false;

@@ -96,7 +96,7 @@ std::basic_string<Out> convert(std::basic_string_view<In> text) {
         copyStride(end - STRIDE, out + left() - STRIDE); // some of them once more
         return result;
     }
-    std::size_t const done = static_cast<std::size_t>(out - result.data());
+    auto const done = static_cast<std::size_t>(out - result.data());
     result.resize(done + unitsOf(at, end));
     out = result.data() + done;
     while (at != end) {
