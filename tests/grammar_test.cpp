@@ -95,7 +95,7 @@ TEST(IriGrammar, SchemeAloneIsMatchedWhole) {
 void onSmallStack(std::function<void()> operation) {
     pthread_attr_t attributes;
     ASSERT_EQ(pthread_attr_init(&attributes), 0);
-    ASSERT_EQ(pthread_attr_setstacksize(&attributes, 512 * 1024), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&attributes, std::size_t{512} * 1024), 0);
     pthread_t thread{};
     auto const run = [](void* argument) -> void* {
         (*static_cast<std::function<void()>*>(argument))();

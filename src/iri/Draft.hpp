@@ -106,9 +106,8 @@ public:
     /// one, and gets
     /// "/." in front.
     void finish() {
-        constexpr char32_t twoSlashes[] = {FORWARD_SLASH, FORWARD_SLASH};
-        bool const guarded = !result.flags.hasHost && path().substr(0, 2) == View(twoSlashes, 2);
-        finishBehind(guarded ? View(guard, 2) : View());
+        bool const guarded = !result.flags.hasHost && path().substr(0, 2) == View(U"//");
+        finishBehind(guarded ? View(U"/.") : View());
     }
 
     /// Ends the value as its pieces are.
@@ -116,7 +115,6 @@ public:
 
 private:
     using Piece = std::pair<View, Encoding>;
-    static constexpr char32_t guard[] = {FORWARD_SLASH, FULL_STOP};
 
     Piece& piece(Part part) { return pieces[static_cast<std::size_t>(part)]; }
 
