@@ -5,9 +5,13 @@
 #include <array>
 #include <charconv>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace foundation::network::iri::detail {
+
+/// What stands before a path that begins with "//" and would be read as a host.
+inline constexpr std::u32string_view noHost = U"/.";
 
 /// A value under construction from pieces, which are views of operands, of arguments, or of texts of its own.
 ///
@@ -102,12 +106,11 @@ public:
 
     [[nodiscard]] View path() const { return pieces[static_cast<std::size_t>(Part::path)].first; }
 
-    /// Ends the value, for a reference: without an authority, a path that begins with "//" would be read as
-    /// one, and gets
-    /// "/." in front.
+    /// Ends the value, for a reference: without an authority, a path that begins with "//" gets "/." in front.
     void finish() {
-        bool const guarded = !result.flags.hasHost && path().substr(0, 2) == View(U"//");
-        finishBehind(guarded ? View(U"/.") : View());
+        bool const guarded = !result.flags.hasHost && path().size() > 1 && path()[0] == FORWARD_SLASH &&
+                             path()[1] == FORWARD_SLASH;
+        finishBehind(guarded ? View(noHost) : View());
     }
 
     /// Ends the value as its pieces are.
@@ -130,7 +133,7 @@ private:
         }
         String text;
         text.reserve(length);
-        auto const put = [this, &text](Part part, View before = View()) {
+        auto const put = [this, &text](Part part, View before) {
             auto const& [view, encoding] = piece(part);
             Slice const slice{text.size(), before.size() + view.size()};
             text.append(before).append(view);
@@ -144,10 +147,10 @@ private:
         if (has.hasHost) {
             text.append(2, FORWARD_SLASH);
             if (has.hasUserInfo) {
-                put(Part::userInfo);
+                put(Part::userInfo, View());
                 text.push_back(COMMERCIAL_AT);
             }
-            put(Part::host);
+            put(Part::host, View());
             if (has.hasPort) {
                 text.push_back(COLON);
                 result.portText = {text.size(), portText.size()};
@@ -157,11 +160,11 @@ private:
         put(Part::path, beforePath);
         if (has.hasQuery) {
             text.push_back(QUESTION_MARK);
-            put(Part::query);
+            put(Part::query, View());
         }
         if (has.hasFragment) {
             text.push_back(HASH_SIGN);
-            put(Part::fragment);
+            put(Part::fragment, View());
         }
         result.parts.adoptSource(std::move(text));
         result.parts.setContext(has.hasScheme, has.queryIsFormEncoded);
