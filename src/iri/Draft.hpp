@@ -106,7 +106,7 @@ public:
 
     [[nodiscard]] View path() const { return pieces[static_cast<std::size_t>(Part::path)].first; }
 
-    /// Ends the value, for a reference: without an authority, a path that begins with "//" gets "/." in front.
+    /// Ends the value, for a reference: a path that begins with "//" beside no host gets "/." in front.
     void finish() {
         bool const guarded = !result.flags.hasHost && path().size() > 1 && path()[0] == FORWARD_SLASH &&
                              path()[1] == FORWARD_SLASH;

@@ -2,6 +2,7 @@
 
 #include <foundation/network/iri/detail/StringParts.hpp>
 
+#include "iri/SameText.hpp"
 #include "iri/encoding/Conversions.hpp"
 
 namespace foundation::network::iri::detail {
@@ -119,7 +120,7 @@ Form StringParts<String>::fill(Part part, Form form) const {
     Form const at = holder(part, from);
     View const text = held(part, at);
     auto converted = encoding::convert(part, from, form, text, context);
-    if (!converted || *converted == text) {
+    if (!converted || isSame(*converted, text)) {
         State const same = at == Form::raw   ? State::sameAsRaw
                            : at == Form::iri ? State::sameAsIri
                                              : State::sameAsUri;
@@ -159,7 +160,7 @@ bool StringParts<String>::isSourceIn(Form form) const {
 
 template <class String>
 bool StringParts<String>::isSlicedLike(StringParts const& other) const noexcept {
-    return headers == other.headers && context == other.context && source == other.source;
+    return headers == other.headers && context == other.context && isSame(source, other.source);
 }
 
 template <class String>

@@ -2,19 +2,11 @@
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
-#include "iri/encoding/Transcoding.hpp"
-
-#include <cstring>
+#include "iri/SameText.hpp"
 
 namespace foundation::network::iri::detail {
 
 namespace {
-
-// `std::u32string` compares a code point at a time.
-bool isSame(std::u32string_view left, std::u32string_view right) {
-    return left.size() == right.size() &&
-           (left.empty() || std::memcmp(left.data(), right.data(), left.size() * sizeof(char32_t)) == 0);
-}
 
 constexpr std::uint64_t FNV_OFFSET = 0xcbf29ce484222325;
 constexpr std::uint64_t FNV_PRIME = 0x100000001b3;

@@ -5,10 +5,10 @@
 
 #include "iri/Draft.hpp"
 #include "iri/RelativePath.hpp"
+#include "iri/SameText.hpp"
 #include "iri/encoding/Conversions.hpp"
 
 #include <algorithm>
-#include <cstring>
 
 namespace foundation::network::iri::detail {
 
@@ -76,12 +76,6 @@ std::u32string_view withoutDotSegments(std::u32string_view path, bool absolute, 
     }
     clean = removeRelativePathSegments(path, absolute);
     return clean;
-}
-
-// Exact code points, quicker than `==`, which compares one at a time.
-bool isSame(std::u32string_view left, std::u32string_view right) {
-    return left.size() == right.size() &&
-           (left.empty() || std::memcmp(left.data(), right.data(), left.size() * sizeof(char32_t)) == 0);
 }
 
 } // namespace
