@@ -18,14 +18,12 @@ IRI& IRI::operator=(IRI const& other) = default;
 IRI& IRI::operator=(IRI&& other) noexcept = default;
 IRI::~IRI() = default;
 
-IRI::IRI(iri::detail::TemplateIRI<std::u32string>&& finished) noexcept : value(std::move(finished)) {}
-
 IRI IRI::resolveAgainst(IRI const& base) const {
-    return IRI(value.doResolve(base.value));
+    return IRI(std::in_place, [&] { return value.doResolve(base.value); });
 }
 
 IRI IRI::makeRelativeTo(IRI const& base) const {
-    return IRI(value.doRelativise(base.value));
+    return IRI(std::in_place, [&] { return value.doRelativise(base.value); });
 }
 
 void IRI::toArgs(IRIArgs& args) const {

@@ -1,9 +1,11 @@
 #include "iri/RelativePath.hpp"
 
+#include "iri/encoding/Conversions.hpp"
 #include "iri/grammar/PathSplitter.hpp"
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 namespace foundation::network::iri {
 
@@ -20,25 +22,42 @@ bool beginsWithSlash(std::u32string_view path) {
     return !path.empty() && path.front() == U'/';
 }
 
-// Whether two characters stand side by side somewhere. The sign bit is set where they do; no way out of the
-// loop before its end, so it becomes vector code.
-bool holdsPair(std::u32string_view path, char32_t first, char32_t second) {
-    std::uint32_t found = 0;
-    for (std::size_t i = 1; i < path.size(); ++i) {
-        found |= ((path[i - 1] ^ first) | (path[i] ^ second)) - 1;
-    }
-    return found >> 31 != 0;
+// Has the sign bit exactly where the code points are the same.
+constexpr std::uint32_t signOfSame(char32_t left, char32_t right) {
+    return (left ^ right) - 1;
+}
+constexpr std::uint32_t signOfSame(char32_t left, char32_t right, char32_t left2, char32_t right2) {
+    return ((left ^ right) | (left2 ^ right2)) - 1;
+}
+constexpr bool isSigned(std::uint32_t bits) {
+    return bits >> 31 != 0;
 }
 
-// RFC 3986, section 5.2.4, on a text, which only gets shorter.
-void removeDotSegmentsOfText(std::u32string& path) {
-    std::size_t written = 0; // the output buffer is path[0, written), the input buffer path[at, size)
+// How many leading characters two texts have in common.
+std::size_t commonLength(std::u32string_view left, std::u32string_view right) {
+    constexpr std::size_t block = 4; // a register of the simplest vector unit
+    std::size_t const most = std::min(left.size(), right.size());
+    std::size_t length = 0;
+    while (most - length >= block &&
+           std::memcmp(&left[length], &right[length], block * sizeof(char32_t)) == 0) {
+        length += block;
+    }
+    while (length != most && left[length] == right[length]) {
+        ++length;
+    }
+    return length;
+}
+
+// RFC 3986, section 5.2.4, on path[begin, size), which only gets shorter. What stands before `at` is done
+// already.
+void removeDotSegmentsOfText(std::u32string& path, std::size_t begin, std::size_t at) {
+    std::size_t written = at; // the output buffer is path[begin, written), the input buffer path[at, size)
     std::size_t const size = path.size();
-    auto const dropLastSegment = [&path, &written] {
-        while (written != 0 && path[--written] != U'/') {
+    auto const dropLastSegment = [&path, &written, begin] {
+        while (written != begin && path[--written] != U'/') {
         }
     };
-    for (std::size_t at = 0; at != size;) {
+    while (at != size) {
         std::u32string_view const input = std::u32string_view(path).substr(at);
         bool const slash = input[0] == U'/';
         std::u32string_view const segment = input.substr(slash, input.find(U'/', 1) - slash);
@@ -68,10 +87,39 @@ void removeDotSegmentsOfText(std::u32string& path) {
 
 } // namespace
 
+PathShape shapeOf(std::u32string_view path) noexcept {
+    if (path.empty()) {
+        return {};
+    }
+    // Hardly any path holds "%", "//", "/." or what might be a surrogate. One sign bit tells of all of them,
+    // and the loop has no way out before its end, so it becomes vector code.
+    static_assert((U'.' | 1) == U'/');
+    constexpr char32_t lastBeforeSurrogates = 0xD7FF;
+    char32_t const* const at = path.data();
+    std::uint32_t special = signOfSame(at[0], U'%') | (lastBeforeSurrogates - at[0]);
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        special |= signOfSame(at[i - 1], U'/', at[i] | 1, U'/') | signOfSame(at[i], U'%') |
+                   (lastBeforeSurrogates - at[i]);
+    }
+    if (!isSigned(special)) {
+        return {at[0] == U'.' && hasRelativePathSegments(path), false, true};
+    }
+    return {hasRelativePathSegments(path), path.find(U"//") != std::u32string_view::npos,
+            encoding::isRawAlready(path)};
+}
+
 bool hasRelativePathSegments(std::u32string_view path) noexcept {
-    // Hardly any path has a dot behind a slash or at its start: only those are looked at more closely.
-    if (!holdsPair(path, U'/', U'.') && (path.empty() || path.front() != U'.')) {
+    if (path.empty()) {
         return false;
+    }
+    if (path.front() != U'.') {
+        std::uint32_t dot = 0;
+        for (std::size_t i = 1; i < path.size(); ++i) {
+            dot |= signOfSame(path[i - 1], U'/', path[i], U'.');
+        }
+        if (!isSigned(dot)) {
+            return false;
+        }
     }
     for (std::size_t at = 0; at < path.size();) {
         if (path[at] == U'.') {
@@ -90,10 +138,6 @@ bool hasRelativePathSegments(std::u32string_view path) noexcept {
         ++at;
     }
     return false;
-}
-
-bool canBeSplit(std::u32string_view path) noexcept {
-    return !holdsPair(path, U'/', U'/');
 }
 
 PathComponents componentsOf(std::u32string_view path) {
@@ -201,29 +245,78 @@ std::u32string removeRelativePathSegments(std::u32string_view path, bool absolut
     if (!hasRelativePathSegments(path)) {
         return std::u32string(path);
     }
-    if (!canBeSplit(path)) {
-        return mergeAsTexts({}, path, absolute);
+    if (path.find(U"//") != std::u32string_view::npos) {
+        std::u32string clean;
+        mergeAsTexts({}, path, absolute, false, clean);
+        return clean;
     }
     PathComponents components;
     appendPathComponents(path, components, absolute, true);
     return joined(components);
 }
 
-std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute) {
-    std::u32string_view const front = base.substr(0, base.rfind(U'/') + 1); // nothing where there is no slash
-    std::u32string merged;
-    merged.reserve(front.size() + reference.size() + 1);
-    merged.append(front);
-    merged.append(reference);
-    removeDotSegmentsOfText(merged);
-    if (absolute) {
-        if (!beginsWithSlash(merged)) {
-            merged.insert(merged.begin(), U'/');
+void mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute, bool cleanBase,
+                  std::u32string& out) {
+    std::u32string_view front = base.substr(0, base.rfind(U'/') + 1); // nothing where there is no slash
+    std::size_t const begin = out.size();
+    if (cleanBase) {
+        // Most dot segments lead a reference: they go before anything is copied.
+        for (; reference.substr(0, 3) == U"../"; reference.remove_prefix(3)) {
+            front.remove_suffix(1);
+            front = base.substr(0, std::max<std::size_t>(front.rfind(U'/') + 1, 1));
         }
-    } else if (!beginsWithSlash(base) && !beginsWithSlash(reference) && beginsWithSlash(merged)) {
-        merged.erase(merged.begin());
+        out.append(front).append(reference);
+        if (hasRelativePathSegments(reference)) {
+            removeDotSegmentsOfText(out, begin, out.size() - reference.size() - 1); // from its slash on
+        }
+        return;
     }
-    return merged;
+    out.append(front).append(reference);
+    removeDotSegmentsOfText(out, begin, begin);
+    bool const slash = out.size() != begin && out[begin] == U'/';
+    if (absolute && !slash) {
+        out.insert(begin, 1, U'/');
+    } else if (!absolute && slash && !beginsWithSlash(base) && !beginsWithSlash(reference)) {
+        out.erase(begin, 1);
+    }
+}
+
+void appendParents(std::size_t count, std::u32string& out) {
+    for (; count != 0; --count) {
+        out.append(U"../");
+    }
+}
+
+void appendWay(std::u32string_view from, std::u32string_view to, bool absolute, std::u32string& out) {
+    if (from.empty()) {
+        out.append(to);
+        return;
+    }
+    auto const slashesBehind = [from](std::size_t at) {
+        std::size_t count = 0;
+        while ((at = from.find(U'/', at + 1)) != std::u32string_view::npos) {
+            ++count;
+        }
+        return count;
+    };
+    // Components are counted with their leading slash, so a slash at the start is none between two.
+    if (from.front() == U'/' && beginsWithSlash(to) && from.find(U'/', 1) == std::u32string_view::npos) {
+        out.append(to.size() == 1 ? std::u32string_view(U".") : to.substr(1));
+        return;
+    }
+    // The slash behind the last component that both begin with. The last component of the shorter path has
+    // none behind it: a reference to it must name it.
+    std::size_t const common = commonLength(from, to);
+    std::size_t const behind = common < 2 ? 0 : from.rfind(U'/', common - 1);
+    if (behind == 0 || behind == std::u32string_view::npos) {
+        appendParents(std::max<std::size_t>(slashesBehind(0), 1), out);
+        out.append(to.substr(absolute && !to.empty() ? 1 : 0));
+        return;
+    }
+    std::size_t const up = slashesBehind(behind);
+    std::u32string_view const rest = to.substr(behind + 1);
+    appendParents(up, out);
+    out.append(up == 0 && rest.empty() ? std::u32string_view(U"./") : rest);
 }
 
 } // namespace foundation::network::iri

@@ -23,11 +23,16 @@ struct PathComponent {
 };
 using PathComponents = std::vector<PathComponent>;
 
+/// What a path looks like, found in one pass over it.
+struct PathShape {
+    bool hasDotSegments = false;   // as `hasRelativePathSegments`
+    bool hasEmptySegments = false; // holds "//"
+    bool isRaw = true;             // in the Iri form: reads the same in the Raw form
+};
+PathShape shapeOf(std::u32string_view path) noexcept;
+
 /// Whether a segment of `path`, between slashes or at either end, is exactly "." or "..".
 bool hasRelativePathSegments(std::u32string_view path) noexcept;
-
-/// Whether `path` has no empty segment but, possibly, a last one.
-bool canBeSplit(std::u32string_view path) noexcept;
 
 /// The components of a path; none for an empty one. The path must be one that can be split.
 PathComponents componentsOf(std::u32string_view path);
@@ -49,9 +54,17 @@ void removeDotSegments(PathComponents input, PathComponents& output);
 /// The path without its dot segments, absolute as told at `appendPathComponents`.
 std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute);
 
-/// The two paths merged and their dot segments removed, by RFC 3986, sections 5.2.3 and 5.2.4, on whole
-/// texts. `absolute`: the result begins with "/". If it is false and neither path begins with "/", nor does
-/// the result.
-std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute);
+/// Appends to `out` the two paths merged and their dot segments removed, by RFC 3986, sections 5.2.3 and
+/// 5.2.4, on whole texts. `absolute`: what is appended begins with "/". If it is false and neither path
+/// begins with "/", nor does that. `cleanBase`: the base begins with "/" and has no dot segments.
+void mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute, bool cleanBase,
+                  std::u32string& out);
+
+/// Appends to `out` the way from one path to another, both without dot segments, that differ and have no
+/// empty segments. `absolute`: the other one counts as beginning with "/".
+void appendWay(std::u32string_view from, std::u32string_view to, bool absolute, std::u32string& out);
+
+/// Appends "../" so many times.
+void appendParents(std::size_t count, std::u32string& out);
 
 } // namespace foundation::network::iri

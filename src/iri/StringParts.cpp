@@ -135,15 +135,6 @@ String StringParts<String>::getAuthority(Encoding const& encoding) const {
 }
 
 template <class String>
-std::pair<typename StringParts<String>::View, Encoding> StringParts<String>::storedView(Part part) const {
-    if (!has(part)) {
-        throwNotSet("");
-    }
-    Form const form = header(part).form;
-    return {held(part, form), encodingOf(form)};
-}
-
-template <class String>
 std::pair<String const&, Encoding> StringParts<String>::stored(Part part) const {
     if (!has(part)) {
         throwNotSet("");

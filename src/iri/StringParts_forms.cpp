@@ -61,19 +61,6 @@ void StringParts<String>::set(Part part, String text, Encoding const& encoding) 
     empty = stillEmpty;
 }
 
-template <class String>
-void StringParts<String>::setSlice(Part part, Slice const& slice, Form form) noexcept {
-    empty = empty && part == Part::path && slice.length == 0;
-    header(part) = {slice, form, true};
-    states.store(states.load(std::memory_order_relaxed) | bits(part, form, State::slice),
-                 std::memory_order_relaxed);
-}
-
-template <class String>
-void StringParts<String>::setContext(bool schemePresent, bool formEncoded) noexcept {
-    context = {schemePresent, has(Part::userInfo), has(Part::host), formEncoded};
-}
-
 // Forgets all forms of a part but the one that was set.
 template <class String>
 void StringParts<String>::dropDerived(Part part) noexcept {
@@ -133,14 +120,6 @@ Form StringParts<String>::fill(Part part, Form form) const {
 }
 
 template <class String>
-typename StringParts<String>::View StringParts<String>::held(Part part, Form form) const noexcept {
-    if (state(part, form) == State::slice) {
-        return View(source).substr(header(part).slice.begin, header(part).slice.length);
-    }
-    return *(*own.get())[index(part, form)].get();
-}
-
-template <class String>
 String const& StringParts<String>::text(Part part, Form form) const {
     Form const at = holder(part, form);
     auto const& place = ownText(part, at);
@@ -182,13 +161,10 @@ template StringParts<std::u32string>::StringParts(StringParts const&);
 template StringParts<std::u32string>::StringParts(StringParts&&) noexcept;
 template void StringParts<std::u32string>::swap(StringParts&) noexcept;
 template void StringParts<std::u32string>::set(Part, std::u32string, Encoding const&);
-template void StringParts<std::u32string>::setSlice(Part, Slice const&, Form) noexcept;
-template void StringParts<std::u32string>::setContext(bool, bool) noexcept;
 template void StringParts<std::u32string>::dropDerived(Part) noexcept;
 template PublishedOnce<std::u32string> const& StringParts<std::u32string>::ownText(Part, Form) const;
 template Form StringParts<std::u32string>::holder(Part, Form) const;
 template Form StringParts<std::u32string>::fill(Part, Form) const;
-template std::u32string_view StringParts<std::u32string>::held(Part, Form) const noexcept;
 template std::u32string const& StringParts<std::u32string>::text(Part, Form) const;
 template bool StringParts<std::u32string>::isSourceIn(Form) const;
 template bool StringParts<std::u32string>::isSlicedLike(StringParts const&) const noexcept;

@@ -23,6 +23,9 @@ template <class String>
 void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
     auto const& content = args.content;
     Draft draft(*this);
+    constexpr std::size_t delimitersAndPort = 12; // ":" "//" "@" ":65535" "?" "#"
+    draft.reserve(content.scheme.size() + content.userInfo.size() + content.host.size() +
+                  content.path.size() + content.query.size() + content.fragment.size() + delimitersAndPort);
     if (content.hasScheme) {
         buildScheme(args, draft);
     }
@@ -37,6 +40,8 @@ void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
     }
     if (content.hasPath) {
         buildPath(args, draft);
+    } else {
+        draft.setPath(View());
     }
     if (content.hasQuery) {
         buildQuery(args, draft);
@@ -44,18 +49,7 @@ void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
     if (content.hasFragment) {
         buildFragment(args, draft);
     }
-    draft.finishAsGiven();
-}
-
-// Works out the flags that follow from the others, once all parts of a new value are set.
-template <class String>
-void TemplateIRI<String>::close() {
-    flags.empty = parts.isEmpty() && !flags.hasScheme && !flags.hasPort;
-    flags.hasAuthority = flags.hasHost;
-    if (flags.hasScheme) {
-        flags.isAbsolute = true;
-        flags.isOpaque = !flags.hasHost && !flags.hasAbsolutePath;
-    }
+    draft.finish();
 }
 
 template <class String>
@@ -94,8 +88,8 @@ void TemplateIRI<String>::buildPath(ArgsBase<String> const& args, Draft& draft) 
     if (args.content.hasHost && !path.empty() && !absolute) {
         throw makeInternalException(std::logic_error("Path cannot be relative if authority present"));
     }
-    draft.setPath(path, absolute);
-    draft.flags().pathHasDotSegments = hasRelativePathSegments(path);
+    draft.setPath(path);
+    draft.setPathHasDotSegments(hasRelativePathSegments(path));
 }
 
 template <class String>
@@ -167,7 +161,6 @@ void TemplateIRI<String>::setArgsFragment(ArgsBase<String>& args) const {
 
 template TemplateIRI<std::u32string>::TemplateIRI(ArgsBase<std::u32string> const&);
 template void TemplateIRI<std::u32string>::toArgs(ArgsBase<std::u32string>&) const;
-template void TemplateIRI<std::u32string>::close();
 template void TemplateIRI<std::u32string>::buildFromArgs(ArgsBase<std::u32string> const&);
 template void TemplateIRI<std::u32string>::buildScheme(ArgsBase<std::u32string> const&, Draft&);
 template void TemplateIRI<std::u32string>::buildUserInfo(ArgsBase<std::u32string> const&, Draft&);

@@ -3,7 +3,6 @@
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
-#include "iri/RelativePath.hpp"
 #include "iri/encoding/Transcoding.hpp"
 #include "iri/grammar/IriGrammar.hpp"
 #include "iri/grammar/PortReader.hpp"
@@ -13,10 +12,6 @@ namespace foundation::network::iri::detail {
 using core::except::detail::makeInternalException;
 
 namespace {
-
-std::u32string_view viewOf(boost::iterator_range<std::u32string::const_iterator> const& range) {
-    return range.empty() ? std::u32string_view() : std::u32string_view(&range.front(), range.size());
-}
 
 [[noreturn]] void throwParsingFailed() {
     throw makeInternalException(std::logic_error("IRI parsing failed"));
@@ -57,7 +52,6 @@ void TemplateIRI<String>::parse() {
         }
         port = *number;
     }
-    flags.pathHasDotSegments = hasRelativePathSegments(viewOf(pathRange(found)));
 }
 
 // Runs on the record as the grammar left it: the flags must see what is absent.

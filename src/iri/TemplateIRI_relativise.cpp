@@ -4,7 +4,7 @@
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include "iri/Draft.hpp"
-#include "iri/RelativePath.hpp"
+#include "iri/PathIn.hpp"
 #include "iri/SameText.hpp"
 #include "iri/encoding/Conversions.hpp"
 
@@ -18,66 +18,6 @@ namespace {
     throw core::except::detail::makeInternalException(std::logic_error(message));
 }
 
-bool beginsWithSlash(std::u32string_view path) {
-    return !path.empty() && path.front() == U'/';
-}
-
-// `up` times "../".
-std::u32string parents(std::size_t up) {
-    std::u32string text;
-    text.reserve(3 * up);
-    for (; up != 0; --up) {
-        text.append(U"../");
-    }
-    return text;
-}
-
-// How many components a path that is not empty has, each with its leading slash.
-std::size_t countComponents(std::u32string_view path) {
-    return 1 + static_cast<std::size_t>(std::count(path.begin() + 1, path.end(), U'/'));
-}
-
-// The way from one path to another, both without dot segments, that differ and can be split. `absolute`: the
-// other one counts as beginning with "/".
-std::u32string wayBetween(std::u32string_view from, std::u32string_view to, bool absolute) {
-    if (from.empty()) {
-        return std::u32string(to);
-    }
-    std::size_t const baseCount = countComponents(from);
-    if (baseCount == 1 && from.front() == U'/' && beginsWithSlash(to)) {
-        return to.size() == 1 ? U"." : std::u32string(to.substr(1));
-    }
-    // Leading components that are equal, and where the first other one begins. The last component of the
-    // shorter path is never common: a reference to it must name it.
-    std::size_t const most = to.empty() ? 0 : std::min(baseCount, countComponents(to)) - 1;
-    std::size_t common = 0;
-    std::size_t behind = 0;
-    for (std::size_t at = 1; common != most && from[at - 1] == to[at - 1]; ++at) {
-        bool const ends = from[at] == U'/' && to[at] == U'/';
-        common += ends ? 1 : 0;
-        behind = ends ? at : behind;
-    }
-    if (common == 0) {
-        std::u32string way = parents(std::max<std::size_t>(baseCount - 1, 1));
-        return way.append(to.substr(absolute && !to.empty() ? 1 : 0));
-    }
-    std::size_t const up = baseCount - common - 1;
-    if (up == 0) { // "." and the rest, of which "./" goes again unless it is all
-        return to.size() - behind > 1 ? std::u32string(to.substr(behind + 1)) : U"./";
-    }
-    std::u32string way = parents(up);
-    return way.append(to.substr(behind + 1));
-}
-
-// A path without its dot segments; `clean` takes the text where there are some.
-std::u32string_view withoutDotSegments(std::u32string_view path, bool absolute, std::u32string& clean) {
-    if (!hasRelativePathSegments(path)) {
-        return path;
-    }
-    clean = removeRelativePathSegments(path, absolute);
-    return clean;
-}
-
 } // namespace
 
 template <class String>
@@ -85,21 +25,21 @@ bool TemplateIRI<String>::hasSameRaw(Part part, TemplateIRI const& base) const {
     if (!parts.has(part) || !base.parts.has(part)) {
         return parts.has(part) == base.parts.has(part);
     }
-    auto const [text, encoding] = parts.storedView(part);
-    auto const [baseText, baseEncoding] = base.parts.storedView(part);
-    if (encoding == baseEncoding && isSame(text, baseText) &&
+    bool const sameForm = parts.storedForm(part) == base.parts.storedForm(part);
+    if (sameForm && isSame(storedView(part), base.storedView(part)) &&
         (part != Part::query || flags.queryIsFormEncoded == base.flags.queryIsFormEncoded)) {
         return true; // whether it can be decoded or not
     }
     try {
-        if (encoding == Encoding::Iri && baseEncoding == Encoding::Iri && part != Part::query &&
-            encoding::isRawAlready(text) && encoding::isRawAlready(baseText)) {
-            return false;
-        }
         return isSame(parts.view(part, Encoding::Raw), base.parts.view(part, Encoding::Raw));
     } catch (std::out_of_range const&) {
         return false; // what cannot be decoded reads like nothing else; it fails where its Raw form is wanted
     }
+}
+
+template <class String>
+bool TemplateIRI<String>::hasSameQuery(TemplateIRI const& base) const {
+    return flags.hasQuery == base.flags.hasQuery && hasSameRaw(Part::query, base);
 }
 
 template <class String>
@@ -109,12 +49,20 @@ bool TemplateIRI<String>::hasSameAuthority(TemplateIRI const& base) const {
            hasSameRaw(Part::userInfo, base) && hasSameRaw(Part::host, base);
 }
 
-// Whether all but the authorities and the fragments are the same.
+// Whether schemes and authorities are written alike, in the same forms: they are the same then, whether they
+// can be decoded or not.
 template <class String>
-bool TemplateIRI<String>::isSameBehindAuthority(TemplateIRI const& base) const {
-    return flags.hasScheme == base.flags.hasScheme && schemeView() == base.schemeView() &&
-           flags.hasQuery == base.flags.hasQuery && flags.pathIsEmpty == base.flags.pathIsEmpty &&
-           (flags.pathIsEmpty || hasSameRaw(Part::path, base)) && hasSameRaw(Part::query, base);
+bool TemplateIRI<String>::isFrontLike(TemplateIRI const& base) const {
+    auto const isSamePart = [&](Part part) {
+        return parts.slice(part) == base.parts.slice(part) &&
+               parts.storedForm(part) == base.parts.storedForm(part);
+    };
+    auto const frontOf = [](TemplateIRI const& value) {
+        return View(value.sourceText()).substr(0, value.parts.slice(Part::path).begin);
+    };
+    return scheme == base.scheme && portText == base.portText && flags.hasHost == base.flags.hasHost &&
+           flags.hasUserInfo == base.flags.hasUserInfo && isSamePart(Part::host) &&
+           isSamePart(Part::userInfo) && isSame(frontOf(*this), frontOf(base));
 }
 
 template <class String>
@@ -127,19 +75,20 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(TemplateIRI const& base) c
     }
     TemplateIRI result;
     Draft draft(result);
-    draft.takeFragment(*this);
+    draft.reserve(sourceText().size());
     relativiseInto(draft, base);
+    draft.takeFragment(*this);
     draft.finish();
     return result;
 }
 
+// All but the fragment.
 template <class String>
 void TemplateIRI<String>::relativiseInto(Draft& draft, TemplateIRI const& base) const {
-    bool const sameScheme = flags.hasScheme == base.flags.hasScheme && schemeView() == base.schemeView();
-    bool const sameAuthority = sameScheme && hasSameAuthority(base);
-    if (sameAuthority && isSameBehindAuthority(base)) {
-        return;
-    }
+    bool const sameFront = isFrontLike(base);
+    bool const sameScheme =
+        sameFront || (flags.hasScheme == base.flags.hasScheme && schemeView() == base.schemeView());
+    bool const sameAuthority = sameFront || (sameScheme && hasSameAuthority(base));
     if (flags.hasScheme && !sameScheme) {
         return takeWhole(draft, true);
     }
@@ -157,36 +106,59 @@ void TemplateIRI<String>::relativiseInto(Draft& draft, TemplateIRI const& base) 
     if (flags.hasHost && !sameAuthority) {
         return takeWhole(draft, false); // a network-path reference
     }
-    if (flags.pathIsEmpty) {
-        bool const nothingBefore = !flags.hasScheme && !flags.hasHost;
-        if (nothingBefore && !base.flags.pathIsEmpty) {
-            refuse("Cannot make relative to base as base has path but this does not");
+    // Scheme and authority are the same.
+    if (!flags.pathIsEmpty && !base.flags.pathIsEmpty) {
+        return relativisePath(draft, base);
+    }
+    if (!flags.pathIsEmpty) {
+        draft.setPath(pathIn(Form::raw).text, flags.hasAbsolutePath);
+        draft.closePath();
+        return draft.takeQuery(*this);
+    }
+    bool const nothingBefore = !flags.hasScheme && !flags.hasHost;
+    if (nothingBefore && !base.flags.pathIsEmpty) {
+        refuse("Cannot make relative to base as base has path but this does not");
+    }
+    if (nothingBefore && !flags.hasQuery && base.flags.hasQuery) {
+        refuse("Cannot make relative to base as base has query but this does not");
+    }
+    if (!base.flags.pathIsEmpty || (!flags.hasQuery && base.flags.hasQuery)) {
+        // A mere empty path would take the base's, or its query: the reference names its start.
+        if (flags.hasHost) {
+            draft.takeAuthority(*this);
+        } else {
+            draft.takeScheme(*this);
         }
-        if (nothingBefore && !flags.hasQuery && base.flags.hasQuery) {
-            refuse("Cannot make relative to base as base has query but this does not");
-        }
+    }
+    draft.setPath(View());
+    if (!base.flags.pathIsEmpty || !hasSameQuery(base)) {
         draft.takeQuery(*this);
-        if (!base.flags.pathIsEmpty || (!flags.hasQuery && base.flags.hasQuery)) {
-            // A mere empty path would take the base's, or its query: the reference names its start.
-            if (flags.hasHost) {
-                draft.takeAuthority(*this);
-            } else {
-                draft.takeScheme(*this);
-            }
-        }
-        return;
     }
+}
+
+// Path and query where both have a path.
+template <class String>
+void TemplateIRI<String>::relativisePath(Draft& draft, TemplateIRI const& base) const {
+    PathIn const own = storedPath();
+    PathIn const from = base.storedPath();
+    bool const undecoded =
+        own.form == Form::iri && from.form == Form::iri && own.shape.isRaw && from.shape.isRaw;
+    bool const same = (own.form == from.form && isSame(own.text, from.text)) ||
+                      (!undecoded && hasSameRaw(Part::path, base));
+    if (same && hasSameQuery(base)) {
+        return draft.setPath(View());
+    }
+    draft.writePath([&](String& text) {
+        std::size_t const begin = text.size();
+        if (!same) {
+            appendRelativePath(own, from, base, text);
+        }
+        if (text.size() == begin && base.flags.hasQuery && !flags.hasQuery) {
+            appendMinimalRelativePath(text); // keeps the base's query out
+        }
+    });
+    draft.closePath();
     draft.takeQuery(*this);
-    if (base.flags.pathIsEmpty) {
-        draft.setPath(rawPath(), flags.hasAbsolutePath);
-    } else {
-        String path = hasSameRaw(Part::path, base) ? String() : getRelativePath(base);
-        if (path.empty() && base.flags.hasQuery && !flags.hasQuery) {
-            path = getMinimalRelativePath(); // keeps the base's query out
-        }
-        draft.setPath(std::move(path));
-    }
-    draft.flags().pathHasDotSegments = hasRelativePathSegments(draft.path());
 }
 
 template <class String>
@@ -196,57 +168,81 @@ void TemplateIRI<String>::takeWhole(Draft& draft, bool withScheme) const {
     }
     draft.takeAuthority(*this);
     draft.takePath(*this);
+    draft.guardPath();
     draft.takeQuery(*this);
 }
 
 template <class String>
-String TemplateIRI<String>::getRelativePath(TemplateIRI const& base) const {
+void TemplateIRI<String>::appendRelativePath(PathIn own, PathIn from, TemplateIRI const& base,
+                                             String& text) const {
     // A parsed value is compared as it was written, and only the result is decoded.
-    Encoding const form = flags.textCurrent ? Encoding::Iri : Encoding::Raw;
-    String cleanBase;
-    String cleanOwn;
-    View const from =
-        withoutDotSegments(base.parts.view(Part::path, form), base.flags.hasAbsolutePath, cleanBase);
-    View const to = withoutDotSegments(parts.view(Part::path, form), flags.hasAbsolutePath, cleanOwn);
-    if (isSame(from, to)) {
-        return String();
+    Form const form = flags.textCurrent ? Form::iri : Form::raw;
+    if (own.form != form) {
+        own = pathIn(form);
     }
-    String way;
-    if (canBeSplit(from) && canBeSplit(to)) {
-        way = wayBetween(from, to, flags.hasAbsolutePath);
+    if (from.form != form) {
+        from = base.pathIn(form);
+    }
+    String cleanOwn;
+    String cleanFrom;
+    if (own.shape.hasDotSegments) {
+        cleanOwn = removeRelativePathSegments(own.text, flags.hasAbsolutePath);
+        own.text = cleanOwn;
+        own.shape = shapeOf(cleanOwn);
+    }
+    if (from.shape.hasDotSegments) {
+        cleanFrom = removeRelativePathSegments(from.text, base.flags.hasAbsolutePath);
+        from.text = cleanFrom;
+        from.shape = shapeOf(cleanFrom);
+    }
+    if (isSame(from.text, own.text)) {
+        return;
+    }
+    std::size_t const begin = text.size();
+    if (!own.shape.hasEmptySegments && !from.shape.hasEmptySegments) {
+        appendWay(from.text, own.text, flags.hasAbsolutePath, text);
     } else {
         // Nothing is known of what the two share: the own path, from the root or from the start of the
         // base's.
-        if (!beginsWithSlash(to)) {
-            way = parents(static_cast<std::size_t>(std::count(from.begin(), from.end(), FORWARD_SLASH)));
+        if (own.text.substr(0, 1) != U"/") {
+            appendParents(
+                static_cast<std::size_t>(std::count(from.text.begin(), from.text.end(), FORWARD_SLASH)),
+                text);
         }
-        way.append(to);
+        text.append(own.text);
     }
-    if (form == Encoding::Iri && !encoding::isRawAlready(way)) {
-        if (auto decoded = encoding::rawFromIri(Part::path, way, PartContext())) {
-            way = std::move(*decoded);
+    if (form == Form::iri && !own.shape.isRaw) {
+        if (auto decoded = encoding::rawFromIri(Part::path, View(text).substr(begin), PartContext())) {
+            text.replace(begin, String::npos, *decoded);
         }
     }
-    return way;
 }
 
 template <class String>
-String TemplateIRI<String>::getMinimalRelativePath() const {
-    String const path = removeRelativePathSegments(rawPath(), flags.hasAbsolutePath);
+void TemplateIRI<String>::appendMinimalRelativePath(String& text) const {
+    String const path = removeRelativePathSegments(pathIn(Form::raw).text, flags.hasAbsolutePath);
+    text.push_back(FULL_STOP);
     if (path.empty() || path.back() == FORWARD_SLASH) {
-        return U".";
+        return;
     }
     std::size_t const slash = path.rfind(FORWARD_SLASH);
-    return slash == String::npos ? U"./" + path : U"." + path.substr(slash);
+    if (slash == String::npos) {
+        text.append(1, FORWARD_SLASH).append(path);
+    } else {
+        text.append(path, slash);
+    }
 }
 
 template TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doRelativise(TemplateIRI const&) const;
 template void TemplateIRI<std::u32string>::takeWhole(Draft&, bool) const;
 template void TemplateIRI<std::u32string>::relativiseInto(Draft&, TemplateIRI const&) const;
+template void TemplateIRI<std::u32string>::relativisePath(Draft&, TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::hasSameRaw(Part, TemplateIRI const&) const;
+template bool TemplateIRI<std::u32string>::hasSameQuery(TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::hasSameAuthority(TemplateIRI const&) const;
-template bool TemplateIRI<std::u32string>::isSameBehindAuthority(TemplateIRI const&) const;
-template std::u32string TemplateIRI<std::u32string>::getRelativePath(TemplateIRI const&) const;
-template std::u32string TemplateIRI<std::u32string>::getMinimalRelativePath() const;
+template bool TemplateIRI<std::u32string>::isFrontLike(TemplateIRI const&) const;
+template void TemplateIRI<std::u32string>::appendRelativePath(PathIn, PathIn, TemplateIRI const&,
+                                                              std::u32string&) const;
+template void TemplateIRI<std::u32string>::appendMinimalRelativePath(std::u32string&) const;
 
 } // namespace foundation::network::iri::detail

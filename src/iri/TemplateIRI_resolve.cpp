@@ -7,17 +7,33 @@
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include "iri/Draft.hpp"
-#include "iri/RelativePath.hpp"
-#include "iri/encoding/Conversions.hpp"
+#include "iri/PathIn.hpp"
 
 namespace foundation::network::iri::detail {
 
 template <class String>
-typename TemplateIRI<String>::View TemplateIRI<String>::rawPath() const {
-    if (auto const iri = parts.unconvertedIri(Part::path, Form::raw); iri && encoding::isRawAlready(*iri)) {
-        return *iri;
+bool TemplateIRI<String>::pathHasDotSegments() const {
+    return flags.textCurrent ? storedPath().hasDotSegments : flags.pathHasDotSegments;
+}
+
+template <class String>
+auto TemplateIRI<String>::storedPath() const -> PathIn {
+    View const text = storedView(Part::path);
+    PathShape const shape = shapeOf(text);
+    return {text, shape, parts.storedForm(Part::path),
+            flags.textCurrent ? shape.hasDotSegments : flags.pathHasDotSegments};
+}
+
+template <class String>
+auto TemplateIRI<String>::pathIn(Form form) const -> PathIn {
+    PathIn path = storedPath();
+    bool const alike = path.form == form || (path.form == Form::iri && form == Form::raw && path.shape.isRaw);
+    if (!alike && parts.has(Part::path)) {
+        path.text = parts.view(Part::path, encodingOf(form));
+        path.shape = shapeOf(path.text);
     }
-    return parts.has(Part::path) ? parts.view(Part::path, Encoding::Raw) : View();
+    path.form = form;
+    return path;
 }
 
 template <class String>
@@ -25,38 +41,37 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
     TemplateIRI result;
     Draft draft(result);
     // R is this value, the reference; T the draft.
-    if (flags.empty) {
-        draft.takeScheme(base);
-        draft.takeAuthority(base);
-        draft.takePath(base);
-        draft.takeQuery(base);
-        draft.finish();
-        return result;
-    }
-    bool const absolute = flags.hasAbsolutePath || base.flags.hasAbsolutePath;
     if (flags.hasScheme || flags.hasHost) {
         // if defined(R.scheme) or defined(R.authority): T.authority = R.authority;
         //    T.path = remove_dot_segments(R.path); T.query = R.query
+        draft.reserve(base.scheme.length + sourceText().size());
         draft.takeScheme(flags.hasScheme ? *this : base);
         draft.takeAuthority(*this);
-        if (flags.pathHasDotSegments) {
-            draft.setPath(removeRelativePathSegments(rawPath(), absolute));
+        PathIn const path = pathIn(Form::raw);
+        if (path.hasDotSegments) {
+            draft.setPath(
+                removeRelativePathSegments(path.text, flags.hasAbsolutePath || base.flags.hasAbsolutePath));
         } else {
-            draft.setPath(rawPath(), flags.hasAbsolutePath);
+            draft.setPath(path.text, flags.hasAbsolutePath);
         }
+        draft.guardPath();
         draft.takeQuery(*this);
     } else {
         // T.authority = Base.authority; T.scheme = Base.scheme
-        draft.takeScheme(base);
-        draft.takeAuthority(base);
-        if (flags.pathIsEmpty) {
-            // T.path = Base.path; T.query = R.query if defined(R.query), else Base.query
-            draft.setPath(base.rawPath(), base.flags.hasAbsolutePath);
-            draft.takeQuery(flags.hasQuery ? *this : base);
+        Slice const& basePath = base.parts.slice(Part::path);
+        draft.reserve(basePath.begin + basePath.length + sourceText().size());
+        draft.takeFront(base);
+        if (flags.empty) {
+            draft.takePath(base);
+        } else if (flags.pathIsEmpty) {
+            // T.path = Base.path
+            draft.setPath(base.pathIn(Form::raw).text, base.flags.hasAbsolutePath);
         } else {
             resolvePath(base, draft);
-            draft.takeQuery(*this);
         }
+        draft.guardPath();
+        // if (R.path == "") T.query = R.query if defined(R.query), else Base.query; else T.query = R.query
+        draft.takeQuery(flags.pathIsEmpty && !flags.hasQuery ? base : *this);
     }
     draft.takeFragment(*this); // T.fragment = R.fragment
     draft.finish();
@@ -66,44 +81,44 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
 // T.path of a reference with a path and no authority.
 template <class String>
 void TemplateIRI<String>::resolvePath(TemplateIRI const& base, Draft& draft) const {
+    PathIn const path = pathIn(Form::raw);
     if (flags.hasAbsolutePath) {
         // if (R.path starts-with "/") T.path = remove_dot_segments(R.path)
-        if (flags.pathHasDotSegments) {
-            draft.setPath(removeRelativePathSegments(rawPath(), true));
+        if (path.hasDotSegments) {
+            draft.setPath(removeRelativePathSegments(path.text, true));
         } else {
-            draft.setPath(rawPath(), true);
+            draft.setPath(path.text, true);
         }
         return;
     }
     // T.path = remove_dot_segments(merge(Base.path, R.path))
-    View const path = rawPath();
-    View const basePath = base.rawPath();
-    if (base.flags.hasHost && base.flags.pathIsEmpty) {
-        draft.setPath(String(1, FORWARD_SLASH).append(path));
-    } else if (!flags.pathHasDotSegments && !base.flags.pathHasDotSegments) {
-        String merged(
-            basePath.substr(0, basePath.rfind(FORWARD_SLASH) + 1)); // nothing where there is no slash
-        draft.setPath(std::move(merged.append(path)));
-    } else {
-        draft.setPath(mergedPath(base));
-    }
+    PathIn const basePath = base.pathIn(Form::raw);
+    draft.writePath([&](String& text) {
+        if (base.flags.hasHost && base.flags.pathIsEmpty) {
+            text.append(1, FORWARD_SLASH).append(path.text);
+        } else if (!path.hasDotSegments && !basePath.hasDotSegments) {
+            View const front = basePath.text.substr(0, basePath.text.rfind(FORWARD_SLASH) + 1);
+            text.append(front).append(path.text); // nothing of the base where there is no slash
+        } else {
+            appendMerged(basePath, path, base.flags.hasAbsolutePath, text);
+        }
+    });
 }
 
 // Merges two paths one of which has dot segments.
 template <class String>
-String TemplateIRI<String>::mergedPath(TemplateIRI const& base) const {
-    View const path = rawPath();
-    View const basePath = base.rawPath();
-    bool const absolute = base.flags.hasAbsolutePath;
+void TemplateIRI<String>::appendMerged(PathIn const& base, PathIn const& reference, bool absolute,
+                                       String& text) {
     // Against an absolute path without dot segments, decoded ones included, both ways give the same, and this
     // one is the shorter.
-    bool const simple = absolute && !hasRelativePathSegments(basePath);
-    if (simple || !canBeSplit(basePath) || (flags.pathHasDotSegments && !canBeSplit(path))) {
-        return mergeAsTexts(basePath, path, absolute);
+    bool const cleanBase = absolute && !base.shape.hasDotSegments;
+    if (cleanBase || base.shape.hasEmptySegments ||
+        (reference.hasDotSegments && reference.shape.hasEmptySegments)) {
+        return mergeAsTexts(base.text, reference.text, absolute, cleanBase, text);
     }
     // The components are views of this text.
     String const clean =
-        base.flags.pathHasDotSegments ? removeRelativePathSegments(basePath, absolute) : String(basePath);
+        base.hasDotSegments ? removeRelativePathSegments(base.text, absolute) : String(base.text);
     PathComponents components = componentsOf(clean);
     if (!components.empty()) {
         bool const onlyOne = components.size() == 1;
@@ -112,13 +127,15 @@ String TemplateIRI<String>::mergedPath(TemplateIRI const& base) const {
             components.push_back({true, {}});
         }
     }
-    appendPathComponents(path, components, absolute, flags.pathHasDotSegments);
-    return joined(components);
+    appendPathComponents(reference.text, components, absolute, reference.hasDotSegments);
+    text.append(joined(components));
 }
 
 template TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doResolve(TemplateIRI const&) const;
-template std::u32string_view TemplateIRI<std::u32string>::rawPath() const;
+template bool TemplateIRI<std::u32string>::pathHasDotSegments() const;
+template auto TemplateIRI<std::u32string>::storedPath() const -> PathIn;
+template auto TemplateIRI<std::u32string>::pathIn(Form) const -> PathIn;
 template void TemplateIRI<std::u32string>::resolvePath(TemplateIRI const&, Draft&) const;
-template std::u32string TemplateIRI<std::u32string>::mergedPath(TemplateIRI const&) const;
+template void TemplateIRI<std::u32string>::appendMerged(PathIn const&, PathIn const&, bool, std::u32string&);
 
 } // namespace foundation::network::iri::detail

@@ -30,6 +30,7 @@
 #include <functional>
 #include <iosfwd>
 #include <string>
+#include <utility>
 
 namespace foundation::network {
 
@@ -192,7 +193,9 @@ public:
 private:
     friend struct IRITextLess;
 
-    explicit IRI(iri::detail::TemplateIRI<std::u32string>&& finished) noexcept;
+    /// Holds what `make` gives, made in place.
+    template <class Make>
+    IRI(std::in_place_t, Make make) : value(make()) {}
 
     iri::detail::TemplateIRI<std::u32string> value;
 };

@@ -36,14 +36,13 @@ struct Slice {
 /// `swap` need exclusive use of the object; a copy may be taken while others read. Moving leaves the source
 /// as a new object is. What is written by whom, and when:
 ///
-/// | Member                       | Written by                               | Read by others |
-/// |------------------------------|------------------------------------------|-----------------------------------|
-/// | `source`, `headers`,         | setters, assignment, `swap`: exclusive   | freely | | `context`, `empty`
-/// | use                                      |                                   | | `states`: how each form
-/// of   | the first fill of a form, with release,  | with acquire                      | | each part is to be
-/// had       | after its text is complete; bits are     |                                   | | | only ever
-/// added                          |                                   | | `own`: texts of forms that   |
-/// `PublishedOnce`: once each               | after `states` says `own`         | | are no slice | | |
+/// - `source`, `headers`, `context`, `empty`: by setters, assignment and `swap`, under exclusive use; anybody
+///   reads them freely.
+/// - `states`, how each form of each part is to be had: also by the first fill of a form, with release, after
+///   its text is complete. Readers load them with acquire. Between changes of the object bits are only added.
+/// - `own`, the texts of forms that are no slice: published once each (`PublishedOnce`), before `states`
+/// tells
+///   of them.
 ///
 /// There is no lock: two threads that fill one form at once work out the same text, and one of them throws
 /// its own away. A fill that fails leaves the form absent, and the next one tries again.
@@ -115,13 +114,21 @@ public:
     String const& getSource() const noexcept { return source; }
     /// Makes an absent part a slice of the adopted text. `setContext`, called behind the last of them,
     /// completes it.
-    void setSlice(Part part, Slice const& slice, Form form) noexcept;
+    void setSlice(Part part, Slice const& slice, Form form) noexcept {
+        empty = empty && part == Part::path && slice.length == 0;
+        header(part) = {slice, form, true};
+        states.store(states.load(std::memory_order_relaxed) | bits(part, form, State::slice),
+                     std::memory_order_relaxed);
+    }
     /// Tells all parts what their conversions depend on. No form may have been asked for yet.
-    void setContext(bool schemePresent, bool formEncoded) noexcept;
+    void setContext(bool schemePresent, bool formEncoded) noexcept {
+        context = {schemePresent, has(Part::userInfo), has(Part::host), formEncoded};
+    }
     /// As the getter of `part`, without the need for a string.
     View view(Part part, Encoding const& encoding) const;
-    /// As the `stored...` accessor of `part`, without the need for a string.
-    std::pair<View, Encoding> storedView(Part part) const;
+    /// Where a part that `setSlice` made stands in the text, and its form; an empty slice for an absent part.
+    Slice const& slice(Part part) const noexcept { return header(part).slice; }
+    Form storedForm(Part part) const noexcept { return header(part).form; }
     /// The text of a part that was set in the Iri form, where `form` has not been worked out from it yet:
     /// whoever wants it once can make it from this, without keeping it.
     std::optional<View> unconvertedIri(Part part, Form form) const noexcept {
@@ -177,7 +184,11 @@ private:
     PublishedOnce<String> const& ownText(Part part, Form form) const;
     Form holder(Part part, Form form) const;
     Form fill(Part part, Form form) const;
-    View held(Part part, Form form) const noexcept;
+    View held(Part part, Form form) const noexcept {
+        return state(part, form) == State::slice
+                   ? View(source).substr(header(part).slice.begin, header(part).slice.length)
+                   : View(*(*own.get())[index(part, form)].get());
+    }
     String const& text(Part part, Form form) const;
     String const& get(Part part, Encoding const& encoding) const;
     std::pair<String const&, Encoding> stored(Part part) const;

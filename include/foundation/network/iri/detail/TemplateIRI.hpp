@@ -132,7 +132,7 @@ private:
         bool hasPort = false;
         bool hasHost = false;
         bool hasUserInfo = false;
-        bool pathHasDotSegments = false;
+        bool pathHasDotSegments = false; // a parsed value's path tells by itself
         bool pathIsEmpty = true;
         bool queryIsFormEncoded = false;
     };
@@ -163,24 +163,31 @@ private:
     void setArgsAuthority(ArgsBase<String>& args) const;
     void setArgsQuery(ArgsBase<String>& args) const;
     void setArgsFragment(ArgsBase<String>& args) const;
-    /// Works out the flags that follow from the others, once all parts of a new value are set.
-    void close();
 
-    View rawPath() const;
+    struct PathIn;
+    PathIn storedPath() const;
+    PathIn pathIn(Form form) const;
+    bool pathHasDotSegments() const;
     void resolvePath(TemplateIRI const& base, Draft& draft) const;
-    String mergedPath(TemplateIRI const& base) const;
+    static void appendMerged(PathIn const& base, PathIn const& reference, bool absolute, String& text);
     void relativiseInto(Draft& draft, TemplateIRI const& base) const;
     void takeWhole(Draft& draft, bool withScheme) const;
-    bool isSameBehindAuthority(TemplateIRI const& base) const;
+    void relativisePath(Draft& draft, TemplateIRI const& base) const;
+    bool isFrontLike(TemplateIRI const& base) const;
     bool hasSameAuthority(TemplateIRI const& base) const;
+    bool hasSameQuery(TemplateIRI const& base) const;
     bool hasSameRaw(Part part, TemplateIRI const& base) const;
-    String getRelativePath(TemplateIRI const& base) const;
-    String getMinimalRelativePath() const;
+    void appendRelativePath(PathIn own, PathIn from, TemplateIRI const& base, String& text) const;
+    void appendMinimalRelativePath(String& text) const;
 
     void generateHash() const;
 
     String const& sourceText() const noexcept { return parts.getSource(); }
     View schemeView() const noexcept { return View(sourceText()).substr(scheme.begin, scheme.length); }
+    /// A part as it was stored; every part of a value is a slice.
+    View storedView(Part part) const noexcept {
+        return View(sourceText()).substr(parts.slice(part).begin, parts.slice(part).length);
+    }
     View portView() const noexcept { return View(sourceText()).substr(portText.begin, portText.length); }
 
     std::u16string getPart(Part part, Encoding const& encoding) const;
