@@ -2,132 +2,128 @@
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
-#include "iri/RelativePath.hpp"
+#include "iri/PathIn.hpp"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstring>
 #include <string>
 #include <string_view>
 
 namespace foundation::network::iri::detail {
 
-/// What stands before a path that begins with "//" and would be read as a host.
-inline constexpr std::u32string_view noHost = U"/.";
-
-/// A value under construction, whose text is written from its start to its end, in the order and with the
-/// delimiters of an IRI. The parts of the new value are slices of that text, each in the form in which it was
-/// given. So parts pass through unchanged, the whole takes one allocation, and where all are in one form the
-/// text is that form of the whole.
+/// A value under construction, told from its start to its end in views, which must stay until then. The end
+/// copies them all into one text, in the order and with the delimiters of an
+/// IRI; the parts of the new value are slices of it, each in the form in which it was given. So parts pass
+/// through unchanged, the whole takes one allocation, and where all are in one form the text is that form of
+/// the whole.
 ///
-/// What `set...` takes is in `Encoding::Raw`. What `take...` takes of another value comes as that one stored
-/// it; the text of a value is one stretch before the path, the path, and one stretch behind it, so neighbours
-/// are copied together.
+/// What `set...` takes is in `Encoding::Raw`; what `take...` takes of another value comes as that one stored
+/// it.
 template <class String>
 class TemplateIRI<String>::Draft {
 public:
-    /// Writes into `target`, which must be as `IRI()`.
-    explicit Draft(TemplateIRI& target) : result(target), flags(target.flags) {}
+    /// `reference`: a path that begins with "//" beside no host would be read as a host, and gets "/." in
+    /// front. Otherwise all stays as it is.
+    enum class Kind : bool { built, reference };
+
+    /// Makes `target`, which must be as `IRI()`.
+    Draft(TemplateIRI& target, Kind draftKind) : result(target), flags(target.flags), kind(draftKind) {}
     Draft(Draft const&) = delete;
     Draft& operator=(Draft const&) = delete;
     ~Draft() = default;
 
-    /// Makes room for what is going to be taken; a path that is made of it can be a little longer.
-    void reserve(std::size_t length) { text.reserve(length + 1 + noHost.size()); }
-
     void setScheme(View scheme) {
         flags.hasScheme = true;
         result.scheme = {0, scheme.size()};
-        text.append(scheme).push_back(COLON);
+        put(scheme);
+        put(U":");
     }
     void setUserInfo(View userInfo) {
         flags.hasUserInfo = true;
-        text.append(2, FORWARD_SLASH);
-        put(Part::userInfo, userInfo);
-        text.push_back(COMMERCIAL_AT);
+        put(U"//");
+        putPart(Part::userInfo, userInfo, Form::raw);
+        put(U"@");
     }
     void setHost(View host) {
         flags.hasHost = true;
-        text.append(flags.hasUserInfo ? 0 : 2, FORWARD_SLASH);
-        put(Part::host, host);
+        if (!flags.hasUserInfo) {
+            put(U"//");
+        }
+        putPart(Part::host, host, Form::raw);
     }
     void setPort(unsigned short number) {
         std::array<char, 5> digits{};
         char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+        auto* const behindPort = std::copy(digits.data(), end, ownPort.data());
+        View const portText(ownPort.data(), static_cast<std::size_t>(behindPort - ownPort.data()));
         flags.hasPort = true;
         result.port = number;
-        text.push_back(COLON);
-        result.portText = {text.size(), static_cast<std::size_t>(end - digits.data())};
-        text.append(digits.data(), end);
+        put(U":");
+        result.portText = {length, portText.size()};
+        put(portText);
     }
-    /// Every value gets a path, between its authority and its query.
+    /// Every value gets a path, behind its authority; this one counts as absolute as told.
     void setPath(View path, bool absolute) {
+        putPath(View(), path, Form::raw);
         flags.hasAbsolutePath = absolute;
-        flags.pathIsEmpty = path.empty();
-        put(Part::path, path);
     }
-    /// The same for a path that is absolute exactly when it begins with "/".
-    void setPath(View path) { setPath(path, !path.empty() && path.front() == FORWARD_SLASH); }
-    /// The same for one that `write` appends to the text that it is given.
-    template <class Write>
-    void writePath(Write write) {
-        std::size_t const begin = text.size();
-        write(text);
-        flags.hasAbsolutePath = begin != text.size() && text[begin] == FORWARD_SLASH;
-        flags.pathIsEmpty = begin == text.size();
-        result.parts.setSlice(Part::path, {begin, text.size() - begin}, Form::raw);
+    /// A path that is absolute exactly when it begins with "/", in one piece or in two.
+    void setPath(View path) { setPath(View(), path); }
+    void setPath(String&& path) {
+        ownPath = std::move(path);
+        setPath(View(ownPath));
     }
+    void setPath(View front, View rest) {
+        View const first = front.empty() ? rest : front;
+        putPath(front, rest, Form::raw);
+        flags.hasAbsolutePath = !first.empty() && first.front() == FORWARD_SLASH;
+    }
+    /// Whether the next resolution removes dot segments of the path; not, unless told.
     void setPathHasDotSegments(bool has) { flags.pathHasDotSegments = has; }
     void setQuery(View query, bool formEncoded) {
         flags.hasQuery = true;
         flags.queryIsFormEncoded = formEncoded;
-        text.push_back(QUESTION_MARK);
-        put(Part::query, query);
+        put(U"?");
+        putPart(Part::query, query, Form::raw);
     }
     void setFragment(View fragment) {
         flags.hasFragment = true;
-        text.push_back(HASH_SIGN);
-        put(Part::fragment, fragment);
+        put(U"#");
+        putPart(Part::fragment, fragment, Form::raw);
     }
 
-    /// Scheme and authority.
-    void takeFront(TemplateIRI const& from) {
-        takeScheme(from);
-        takeAuthority(from);
-    }
     void takeScheme(TemplateIRI const& from) {
         flags.hasScheme = from.flags.hasScheme;
         result.scheme = from.scheme;
-        text.append(from.sourceText(), 0, authorityBegin(from));
+        put(from.stretch(0, authorityBegin(from)));
     }
-    /// User information, host and port.
+    /// User information, host and port, which stand between the scheme and the path.
     void takeAuthority(TemplateIRI const& from) {
         if (!from.flags.hasHost) {
             return;
         }
         std::size_t const begin = authorityBegin(from);
-        std::size_t const to = text.size();
-        text.append(from.sourceText(), begin, from.parts.slice(Part::path).begin - begin);
         flags.hasHost = true;
-        move(Part::host, from, begin, to);
+        takeSlice(Part::host, from, begin);
         if (from.flags.hasUserInfo) {
             flags.hasUserInfo = true;
-            move(Part::userInfo, from, begin, to);
+            takeSlice(Part::userInfo, from, begin);
         }
         if (from.flags.hasPort) {
             flags.hasPort = true;
             result.port = from.port;
-            result.portText = {from.portText.begin - begin + to, from.portText.length};
+            result.portText = {from.portText.begin - begin + length, from.portText.length};
         }
+        put(from.stretch(begin, from.parts.slice(Part::path).begin));
     }
     /// The path, with what is known of its shape.
     void takePath(TemplateIRI const& from) {
-        Slice const& path = from.parts.slice(Part::path);
+        PathIn const path = from.storedPath();
+        putPath(View(), path.text, path.form);
         flags.hasAbsolutePath = from.flags.hasAbsolutePath;
-        flags.pathIsEmpty = from.flags.pathIsEmpty;
-        flags.pathHasDotSegments = from.pathHasDotSegments();
-        std::size_t const to = text.size();
-        text.append(from.sourceText(), path.begin, path.length);
-        move(Part::path, from, path.begin, to);
+        flags.pathHasDotSegments = path.hasDotSegments;
     }
     void takeQuery(TemplateIRI const& from) {
         if (from.flags.hasQuery) {
@@ -143,26 +139,14 @@ public:
         }
     }
 
-    /// Ends the path of a relative reference: the next resolution removes dot segments of it.
-    void closePath() {
-        Slice const& path = result.parts.slice(Part::path);
-        flags.pathHasDotSegments = hasRelativePathSegments(View(text).substr(path.begin, path.length));
-        guardPath();
-    }
-    /// Ends the path of a reference, before anything behind it is written: one that begins with "//" beside
-    /// no host gets "/." in front.
-    void guardPath() {
-        Slice const path = result.parts.slice(Part::path);
-        if (!flags.hasHost && View(text).substr(path.begin, 2) == U"//") {
-            text.insert(path.begin, noHost);
-            result.parts.setSlice(Part::path, {path.begin, path.length + noHost.size()},
-                                  result.parts.storedForm(Part::path));
-        }
-    }
-
-    /// Ends the value.
     void finish() {
-        result.parts.adoptSource(std::move(text));
+        String& text = result.parts.writableSource();
+        text.resize(length);
+        auto* out = text.data();
+        for (std::size_t i = 0; i != count; ++i) {
+            std::memcpy(out, pieces[i].begin, pieces[i].size * sizeof *out);
+            out += pieces[i].size;
+        }
         result.parts.setContext(flags.hasScheme, flags.queryIsFormEncoded);
         flags.empty = result.parts.isEmpty() && !flags.hasScheme && !flags.hasPort;
         flags.hasAuthority = flags.hasHost;
@@ -173,29 +157,68 @@ public:
     }
 
 private:
+    struct Piece { // without a constructor, which would fill them all
+        typename View::const_pointer begin;
+        std::size_t size;
+    };
+    static constexpr std::size_t MOST_PIECES = 15; // all parts, all delimiters, a path in three
+
     static std::size_t authorityBegin(TemplateIRI const& value) {
         return value.flags.hasScheme ? value.scheme.length + 1 : 0;
     }
 
-    void put(Part part, View raw) {
-        result.parts.setSlice(part, {text.size(), raw.size()}, Form::raw);
-        text.append(raw);
+    // Neighbours in one text, as the parts of another value mostly are, become one piece. Every text ends in
+    // a null, so views of two are never neighbours.
+    void put(View view) {
+        length += view.size();
+        if (count != 0 && behind == view.data()) {
+            pieces[count - 1].size += view.size();
+        } else if (!view.empty()) {
+            pieces[count++] = {view.data(), view.size()};
+        } else {
+            return;
+        }
+        behind = view.data() + view.size();
     }
-    // A part of a stretch that was copied from `begin` of the one text to `to` of the other.
-    void move(Part part, TemplateIRI const& from, std::size_t begin, std::size_t to) {
+    void putPart(Part part, View view, Form form) {
+        result.parts.setSlice(part, {length, view.size()}, form);
+        put(view);
+    }
+    void putPath(View front, View rest, Form form) {
+        std::size_t const begin = length;
+        std::size_t const size = front.size() + rest.size();
+        auto const at = [&](std::size_t i) { return i < front.size() ? front[i] : rest[i - front.size()]; };
+        if (kind == Kind::reference && !flags.hasHost && size > 1 && at(0) == FORWARD_SLASH &&
+            at(1) == FORWARD_SLASH) {
+            put(U"/.");
+        }
+        put(front);
+        put(rest);
+        flags.pathIsEmpty = size == 0;
+        result.parts.setSlice(Part::path, {begin, length - begin}, form);
+    }
+    // A part of a stretch that begins at `begin` in the other value's text, and is put next.
+    void takeSlice(Part part, TemplateIRI const& from, std::size_t begin) {
         Slice const& slice = from.parts.slice(part);
-        result.parts.setSlice(part, {slice.begin - begin + to, slice.length}, from.parts.storedForm(part));
+        result.parts.setSlice(part, {slice.begin - begin + length, slice.length},
+                              from.parts.storedForm(part));
     }
+    // A part with the delimiter before it.
     void takeDelimited(Part part, TemplateIRI const& from) {
         Slice const& slice = from.parts.slice(part);
-        std::size_t const to = text.size();
-        text.append(from.sourceText(), slice.begin - 1, slice.length + 1);
-        move(part, from, slice.begin - 1, to);
+        takeSlice(part, from, slice.begin - 1);
+        put(from.stretch(slice.begin - 1, slice.begin + slice.length));
     }
 
     TemplateIRI& result;
     Flags& flags;
-    String text;
+    Kind const kind;
+    std::array<Piece, MOST_PIECES> pieces; // `count` of them
+    std::size_t count = 0;
+    typename View::const_pointer behind = nullptr; // the last piece
+    std::size_t length = 0;                        // of all pieces
+    String ownPath;
+    std::array<typename String::value_type, 5> ownPort;
 };
 
 } // namespace foundation::network::iri::detail

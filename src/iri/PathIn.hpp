@@ -17,4 +17,24 @@ struct TemplateIRI<String>::PathIn {
     bool hasDotSegments;
 };
 
+template <class String>
+inline auto TemplateIRI<String>::storedPath() const -> PathIn {
+    View const text = storedView(Part::path);
+    PathShape const shape = shapeOf(text);
+    return {text, shape, parts.storedForm(Part::path),
+            flags.textCurrent ? shape.hasDotSegments : flags.pathHasDotSegments};
+}
+
+template <class String>
+inline auto TemplateIRI<String>::pathIn(Form form) const -> PathIn {
+    PathIn path = storedPath();
+    bool const alike = path.form == form || (path.form == Form::iri && form == Form::raw && path.shape.isRaw);
+    if (!alike && parts.has(Part::path)) {
+        path.text = parts.view(Part::path, encodingOf(form));
+        path.shape = shapeOf(path.text);
+    }
+    path.form = form;
+    return path;
+}
+
 } // namespace foundation::network::iri::detail

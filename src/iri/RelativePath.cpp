@@ -48,16 +48,15 @@ std::size_t commonLength(std::u32string_view left, std::u32string_view right) {
     return length;
 }
 
-// RFC 3986, section 5.2.4, on path[begin, size), which only gets shorter. What stands before `at` is done
-// already.
-void removeDotSegmentsOfText(std::u32string& path, std::size_t begin, std::size_t at) {
-    std::size_t written = at; // the output buffer is path[begin, written), the input buffer path[at, size)
+// RFC 3986, section 5.2.4, on a text, which only gets shorter.
+void removeDotSegmentsOfText(std::u32string& path) {
+    std::size_t written = 0; // the output buffer is path[0, written), the input buffer path[at, size)
     std::size_t const size = path.size();
-    auto const dropLastSegment = [&path, &written, begin] {
-        while (written != begin && path[--written] != U'/') {
+    auto const dropLastSegment = [&path, &written] {
+        while (written != 0 && path[--written] != U'/') {
         }
     };
-    while (at != size) {
+    for (std::size_t at = 0; at != size;) {
         std::u32string_view const input = std::u32string_view(path).substr(at);
         bool const slash = input[0] == U'/';
         std::u32string_view const segment = input.substr(slash, input.find(U'/', 1) - slash);
@@ -92,20 +91,37 @@ PathShape shapeOf(std::u32string_view path) noexcept {
         return {};
     }
     // Hardly any path holds "%", "//", "/." or what might be a surrogate. One sign bit tells of all of them,
-    // and the loop has no way out before its end, so it becomes vector code.
+    // without a way out of the loop before its end, so it becomes vector code. Its count is one of whole
+    // registers; the last one is filled up with what was seen before.
     static_assert((U'.' | 1) == U'/');
+    constexpr std::size_t lanes = 4;
     constexpr char32_t lastBeforeSurrogates = 0xD7FF;
     char32_t const* const at = path.data();
     std::uint32_t special = signOfSame(at[0], U'%') | (lastBeforeSurrogates - at[0]);
-    for (std::size_t i = 1; i < path.size(); ++i) {
-        special |= signOfSame(at[i - 1], U'/', at[i] | 1, U'/') | signOfSame(at[i], U'%') |
-                   (lastBeforeSurrogates - at[i]);
+    auto const look = [at, &special](std::size_t from, std::size_t to) {
+        for (std::size_t i = from; i != to; ++i) {
+            special |= signOfSame(at[i], U'/', at[i + 1] | 1, U'/') | signOfSame(at[i + 1], U'%') |
+                       (lastBeforeSurrogates - at[i + 1]);
+        }
+    };
+    std::size_t const pairs = path.size() - 1;
+    if (pairs < lanes) {
+        look(0, pairs);
+    } else {
+        look(0, pairs / lanes * lanes);
+        look(pairs - lanes, pairs);
     }
     if (!isSigned(special)) {
         return {at[0] == U'.' && hasRelativePathSegments(path), false, true};
     }
-    return {hasRelativePathSegments(path), path.find(U"//") != std::u32string_view::npos,
-            encoding::isRawAlready(path)};
+    std::uint32_t empty = 0;
+    std::uint32_t changes = signOfSame(at[0], U'%') | (lastBeforeSurrogates - at[0]);
+    for (std::size_t i = 0; i != pairs; ++i) {
+        empty |= signOfSame(at[i], U'/', at[i + 1], U'/');
+        changes |= signOfSame(at[i + 1], U'%') | (lastBeforeSurrogates - at[i + 1]);
+    }
+    return {hasRelativePathSegments(path), isSigned(empty),
+            !isSigned(changes) || encoding::isRawAlready(path)};
 }
 
 bool hasRelativePathSegments(std::u32string_view path) noexcept {
@@ -246,77 +262,76 @@ std::u32string removeRelativePathSegments(std::u32string_view path, bool absolut
         return std::u32string(path);
     }
     if (path.find(U"//") != std::u32string_view::npos) {
-        std::u32string clean;
-        mergeAsTexts({}, path, absolute, false, clean);
-        return clean;
+        return mergeAsTexts({}, path, absolute);
     }
     PathComponents components;
     appendPathComponents(path, components, absolute, true);
     return joined(components);
 }
 
-void mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute, bool cleanBase,
-                  std::u32string& out) {
-    std::u32string_view front = base.substr(0, base.rfind(U'/') + 1); // nothing where there is no slash
-    std::size_t const begin = out.size();
-    if (cleanBase) {
-        // Most dot segments lead a reference: they go before anything is copied.
-        for (; reference.substr(0, 3) == U"../"; reference.remove_prefix(3)) {
-            front.remove_suffix(1);
-            front = base.substr(0, std::max<std::size_t>(front.rfind(U'/') + 1, 1));
+std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute) {
+    std::u32string_view const front = base.substr(0, base.rfind(U'/') + 1); // nothing where there is no slash
+    std::u32string merged;
+    merged.reserve(front.size() + reference.size() + 1);
+    merged.append(front).append(reference);
+    removeDotSegmentsOfText(merged);
+    if (absolute) {
+        if (!beginsWithSlash(merged)) {
+            merged.insert(merged.begin(), U'/');
         }
-        out.append(front).append(reference);
-        if (hasRelativePathSegments(reference)) {
-            removeDotSegmentsOfText(out, begin, out.size() - reference.size() - 1); // from its slash on
-        }
-        return;
+    } else if (!beginsWithSlash(base) && !beginsWithSlash(reference) && beginsWithSlash(merged)) {
+        merged.erase(merged.begin());
     }
-    out.append(front).append(reference);
-    removeDotSegmentsOfText(out, begin, begin);
-    bool const slash = out.size() != begin && out[begin] == U'/';
-    if (absolute && !slash) {
-        out.insert(begin, 1, U'/');
-    } else if (!absolute && slash && !beginsWithSlash(base) && !beginsWithSlash(reference)) {
-        out.erase(begin, 1);
+    return merged;
+}
+
+void goUp(std::u32string_view& directory, std::u32string_view& reference) {
+    while (reference.size() > 2 && reference[0] == U'.' && reference[1] == U'.' && reference[2] == U'/') {
+        reference.remove_prefix(3);
+        while (directory.size() > 1) {
+            directory.remove_suffix(1);
+            if (directory.back() == U'/') {
+                break;
+            }
+        }
     }
 }
 
-void appendParents(std::size_t count, std::u32string& out) {
-    for (; count != 0; --count) {
-        out.append(U"../");
-    }
-}
-
-void appendWay(std::u32string_view from, std::u32string_view to, bool absolute, std::u32string& out) {
+Way wayBetween(std::u32string_view from, std::u32string_view to, bool absolute) noexcept {
     if (from.empty()) {
-        out.append(to);
-        return;
+        return {0, to};
     }
     auto const slashesBehind = [from](std::size_t at) {
         std::size_t count = 0;
-        while ((at = from.find(U'/', at + 1)) != std::u32string_view::npos) {
-            ++count;
+        while (++at < from.size()) {
+            count += from[at] == U'/' ? 1U : 0U;
         }
         return count;
     };
-    // Components are counted with their leading slash, so a slash at the start is none between two.
-    if (from.front() == U'/' && beginsWithSlash(to) && from.find(U'/', 1) == std::u32string_view::npos) {
-        out.append(to.size() == 1 ? std::u32string_view(U".") : to.substr(1));
-        return;
-    }
     // The slash behind the last component that both begin with. The last component of the shorter path has
-    // none behind it: a reference to it must name it.
+    // none behind it: a reference to it must name it. Components are counted with their leading slash, so one
+    // at the start is none between two.
     std::size_t const common = commonLength(from, to);
     std::size_t const behind = common < 2 ? 0 : from.rfind(U'/', common - 1);
-    if (behind == 0 || behind == std::u32string_view::npos) {
-        appendParents(std::max<std::size_t>(slashesBehind(0), 1), out);
-        out.append(to.substr(absolute && !to.empty() ? 1 : 0));
-        return;
+    if (behind != 0 && behind != std::u32string_view::npos) {
+        std::size_t const up = slashesBehind(behind);
+        std::u32string_view const rest = to.substr(behind + 1);
+        return {up, up == 0 && rest.empty() ? U"./" : rest};
     }
-    std::size_t const up = slashesBehind(behind);
-    std::u32string_view const rest = to.substr(behind + 1);
-    appendParents(up, out);
-    out.append(up == 0 && rest.empty() ? std::u32string_view(U"./") : rest);
+    std::size_t const up = slashesBehind(0);
+    if (up == 0 && from.front() == U'/' && beginsWithSlash(to)) {
+        return {0, to.size() == 1 ? U"." : to.substr(1)};
+    }
+    return {std::max<std::size_t>(up, 1), to.substr(absolute && !to.empty() ? 1 : 0)};
+}
+
+std::u32string textOf(Way const& way) {
+    std::u32string text;
+    text.reserve(3 * way.up + way.rest.size());
+    for (std::size_t i = 0; i != way.up; ++i) {
+        text.append(U"../");
+    }
+    return text.append(way.rest);
 }
 
 } // namespace foundation::network::iri

@@ -54,17 +54,26 @@ void removeDotSegments(PathComponents input, PathComponents& output);
 /// The path without its dot segments, absolute as told at `appendPathComponents`.
 std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute);
 
-/// Appends to `out` the two paths merged and their dot segments removed, by RFC 3986, sections 5.2.3 and
-/// 5.2.4, on whole texts. `absolute`: what is appended begins with "/". If it is false and neither path
-/// begins with "/", nor does that. `cleanBase`: the base begins with "/" and has no dot segments.
-void mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute, bool cleanBase,
-                  std::u32string& out);
+/// The two paths merged and their dot segments removed, by RFC 3986, sections 5.2.3 and 5.2.4, on whole
+/// texts. `absolute`: the result begins with "/". If it is false and neither path begins with "/", nor does
+/// the result.
+std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute);
 
-/// Appends to `out` the way from one path to another, both without dot segments, that differ and have no
-/// empty segments. `absolute`: the other one counts as beginning with "/".
-void appendWay(std::u32string_view from, std::u32string_view to, bool absolute, std::u32string& out);
+/// Takes each "../" that a reference begins with off it, and the last segment off the directory that it goes
+/// up from: a path from "/" to "/" without dot segments.
+void goUp(std::u32string_view& directory, std::u32string_view& reference);
 
-/// Appends "../" so many times.
-void appendParents(std::size_t count, std::u32string& out);
+/// A relative path: so many times "../", and what follows.
+struct Way {
+    std::size_t up;
+    std::u32string_view rest;
+};
+
+/// The way from one path to another, both without dot segments, that differ and have no empty segments.
+/// `absolute`: the other one counts as beginning with "/".
+Way wayBetween(std::u32string_view from, std::u32string_view to, bool absolute) noexcept;
+
+/// The way as a text.
+std::u32string textOf(Way const& way);
 
 } // namespace foundation::network::iri

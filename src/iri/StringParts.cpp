@@ -21,12 +21,6 @@ namespace {
 } // namespace
 
 template <class String>
-StringParts<String>::StringParts() noexcept = default;
-
-template <class String>
-StringParts<String>::~StringParts() = default;
-
-template <class String>
 StringParts<String>& StringParts<String>::operator=(StringParts const& other) {
     StringParts(other).swap(*this);
     return *this;

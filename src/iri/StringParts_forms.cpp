@@ -86,8 +86,8 @@ PublishedOnce<String> const& StringParts<String>::ownText(Part part, Form form) 
 template <class String>
 Form StringParts<String>::holder(Part part, Form form) const {
     switch (state(part, form)) {
-    case State::absent:
-        return fill(part, form);
+    case State::absentOrSlice:
+        return isSlice(part, form) ? form : fill(part, form);
     case State::sameAsRaw:
         return Form::raw;
     case State::sameAsIri:
@@ -130,7 +130,7 @@ String const& StringParts<String>::text(Part part, Form form) const {
 template <class String>
 bool StringParts<String>::isSourceIn(Form form) const {
     for (Part const part : {Part::userInfo, Part::host, Part::path, Part::query, Part::fragment}) {
-        if (has(part) && state(part, holder(part, form)) != State::slice) {
+        if (has(part) && !isSlice(part, holder(part, form))) {
             return false;
         }
     }
@@ -147,8 +147,7 @@ std::size_t StringParts<String>::lengthHint() const noexcept {
     std::size_t sum = 0;
     for (Part const part : {Part::userInfo, Part::host, Part::path, Part::query, Part::fragment}) {
         for (Form const form : {Form::uri, Form::iri, Form::raw}) {
-            State const there = state(part, form);
-            if (there == State::slice || there == State::own) {
+            if (isSlice(part, form) || state(part, form) == State::own) {
                 sum += held(part, form).size();
                 break;
             }

@@ -22,10 +22,8 @@ TemplateIRI<String>::TemplateIRI(ArgsBase<String> const& args) {
 template <class String>
 void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
     auto const& content = args.content;
-    Draft draft(*this);
-    constexpr std::size_t delimitersAndPort = 12; // ":" "//" "@" ":65535" "?" "#"
-    draft.reserve(content.scheme.size() + content.userInfo.size() + content.host.size() +
-                  content.path.size() + content.query.size() + content.fragment.size() + delimitersAndPort);
+    String encodedQuery;
+    Draft draft(*this, Draft::Kind::built);
     if (content.hasScheme) {
         buildScheme(args, draft);
     }
@@ -44,7 +42,7 @@ void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
         draft.setPath(View());
     }
     if (content.hasQuery) {
-        buildQuery(args, draft);
+        buildQuery(args, draft, encodedQuery);
     }
     if (content.hasFragment) {
         buildFragment(args, draft);
@@ -92,10 +90,14 @@ void TemplateIRI<String>::buildPath(ArgsBase<String> const& args, Draft& draft) 
     draft.setPathHasDotSegments(hasRelativePathSegments(path));
 }
 
+// `encoded` keeps what the draft is told of a form-encoded query.
 template <class String>
-void TemplateIRI<String>::buildQuery(ArgsBase<String> const& args, Draft& draft) {
+void TemplateIRI<String>::buildQuery(ArgsBase<String> const& args, Draft& draft, String& encoded) {
     auto const& content = args.content;
-    draft.setQuery(content.queryFormEncoded ? encoding::toUriForm(content.query) : content.query,
+    if (content.queryFormEncoded) {
+        encoded = encoding::toUriForm(content.query);
+    }
+    draft.setQuery(content.queryFormEncoded ? encoded : content.query,
                    content.queryFormEncoded || content.queryFormEscaped);
 }
 
@@ -167,7 +169,8 @@ template void TemplateIRI<std::u32string>::buildUserInfo(ArgsBase<std::u32string
 template void TemplateIRI<std::u32string>::buildHost(ArgsBase<std::u32string> const&, Draft&);
 template void TemplateIRI<std::u32string>::buildPort(ArgsBase<std::u32string> const&, Draft&);
 template void TemplateIRI<std::u32string>::buildPath(ArgsBase<std::u32string> const&, Draft&);
-template void TemplateIRI<std::u32string>::buildQuery(ArgsBase<std::u32string> const&, Draft&);
+template void TemplateIRI<std::u32string>::buildQuery(ArgsBase<std::u32string> const&, Draft&,
+                                                      std::u32string&);
 template void TemplateIRI<std::u32string>::buildFragment(ArgsBase<std::u32string> const&, Draft&);
 template void TemplateIRI<std::u32string>::setArgsAuthority(ArgsBase<std::u32string>&) const;
 template void TemplateIRI<std::u32string>::setArgsQuery(ArgsBase<std::u32string>&) const;

@@ -21,7 +21,7 @@ namespace {
 
 template <class String>
 TemplateIRI<String>::TemplateIRI(std::u16string const& text) {
-    parts.adoptSource(encoding::toUtf32(text));
+    parts.writableSource() = encoding::toUtf32(text);
     parse();
 }
 

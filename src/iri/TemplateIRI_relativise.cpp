@@ -74,8 +74,7 @@ TemplateIRI<String> TemplateIRI<String>::doRelativise(TemplateIRI const& base) c
         refuse("Cannot make relative. Base is relative");
     }
     TemplateIRI result;
-    Draft draft(result);
-    draft.reserve(sourceText().size());
+    Draft draft(result, Draft::Kind::reference);
     relativiseInto(draft, base);
     draft.takeFragment(*this);
     draft.finish();
@@ -111,8 +110,9 @@ void TemplateIRI<String>::relativiseInto(Draft& draft, TemplateIRI const& base) 
         return relativisePath(draft, base);
     }
     if (!flags.pathIsEmpty) {
-        draft.setPath(pathIn(Form::raw).text, flags.hasAbsolutePath);
-        draft.closePath();
+        PathIn const path = pathIn(Form::raw);
+        draft.setPath(path.text, flags.hasAbsolutePath);
+        draft.setPathHasDotSegments(path.shape.hasDotSegments);
         return draft.takeQuery(*this);
     }
     bool const nothingBefore = !flags.hasScheme && !flags.hasHost;
@@ -148,16 +148,12 @@ void TemplateIRI<String>::relativisePath(Draft& draft, TemplateIRI const& base) 
     if (same && hasSameQuery(base)) {
         return draft.setPath(View());
     }
-    draft.writePath([&](String& text) {
-        std::size_t const begin = text.size();
-        if (!same) {
-            appendRelativePath(own, from, base, text);
-        }
-        if (text.size() == begin && base.flags.hasQuery && !flags.hasQuery) {
-            appendMinimalRelativePath(text); // keeps the base's query out
-        }
-    });
-    draft.closePath();
+    if (same || !setRelativePath(own, from, draft, base)) {
+        bool const keepsQueryOut = base.flags.hasQuery && !flags.hasQuery;
+        String path = keepsQueryOut ? getMinimalRelativePath() : String();
+        draft.setPathHasDotSegments(keepsQueryOut);
+        draft.setPath(std::move(path));
+    }
     draft.takeQuery(*this);
 }
 
@@ -168,13 +164,13 @@ void TemplateIRI<String>::takeWhole(Draft& draft, bool withScheme) const {
     }
     draft.takeAuthority(*this);
     draft.takePath(*this);
-    draft.guardPath();
     draft.takeQuery(*this);
 }
 
+// The way from the base's path to the own one; nothing, and false, where they differ in dot segments only.
 template <class String>
-void TemplateIRI<String>::appendRelativePath(PathIn own, PathIn from, TemplateIRI const& base,
-                                             String& text) const {
+bool TemplateIRI<String>::setRelativePath(PathIn own, PathIn from, Draft& draft,
+                                          TemplateIRI const& base) const {
     // A parsed value is compared as it was written, and only the result is decoded.
     Form const form = flags.textCurrent ? Form::iri : Form::raw;
     if (own.form != form) {
@@ -196,41 +192,42 @@ void TemplateIRI<String>::appendRelativePath(PathIn own, PathIn from, TemplateIR
         from.shape = shapeOf(cleanFrom);
     }
     if (isSame(from.text, own.text)) {
-        return;
+        return false;
     }
-    std::size_t const begin = text.size();
+    Way way{0, own.text};
     if (!own.shape.hasEmptySegments && !from.shape.hasEmptySegments) {
-        appendWay(from.text, own.text, flags.hasAbsolutePath, text);
-    } else {
-        // Nothing is known of what the two share: the own path, from the root or from the start of the
-        // base's.
-        if (own.text.substr(0, 1) != U"/") {
-            appendParents(
-                static_cast<std::size_t>(std::count(from.text.begin(), from.text.end(), FORWARD_SLASH)),
-                text);
-        }
-        text.append(own.text);
+        way = wayBetween(from.text, own.text, flags.hasAbsolutePath);
+    } else if (own.text.substr(0, 1) != U"/") {
+        // Nothing is known of what the two share: the own path, from the start of the base's.
+        way.up = static_cast<std::size_t>(std::count(from.text.begin(), from.text.end(), FORWARD_SLASH));
     }
-    if (form == Form::iri && !own.shape.isRaw) {
-        if (auto decoded = encoding::rawFromIri(Part::path, View(text).substr(begin), PartContext())) {
-            text.replace(begin, String::npos, *decoded);
+    constexpr View parents = U"../../../../../../../../";
+    bool const decodes = form == Form::iri && !own.shape.isRaw;
+    if (!decodes && cleanOwn.empty() &&
+        3 * way.up <= parents.size()) { // the usual way needs no text of its own
+        draft.setPathHasDotSegments(way.up != 0 || hasRelativePathSegments(way.rest));
+        draft.setPath(parents.substr(0, 3 * way.up), way.rest);
+        return true;
+    }
+    String path = textOf(way);
+    if (decodes) {
+        if (auto decoded = encoding::rawFromIri(Part::path, path, PartContext())) {
+            path = std::move(*decoded);
         }
     }
+    draft.setPathHasDotSegments(hasRelativePathSegments(path));
+    draft.setPath(std::move(path));
+    return true;
 }
 
 template <class String>
-void TemplateIRI<String>::appendMinimalRelativePath(String& text) const {
+String TemplateIRI<String>::getMinimalRelativePath() const {
     String const path = removeRelativePathSegments(pathIn(Form::raw).text, flags.hasAbsolutePath);
-    text.push_back(FULL_STOP);
     if (path.empty() || path.back() == FORWARD_SLASH) {
-        return;
+        return U".";
     }
     std::size_t const slash = path.rfind(FORWARD_SLASH);
-    if (slash == String::npos) {
-        text.append(1, FORWARD_SLASH).append(path);
-    } else {
-        text.append(path, slash);
-    }
+    return slash == String::npos ? U"./" + path : U"." + path.substr(slash);
 }
 
 template TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doRelativise(TemplateIRI const&) const;
@@ -241,8 +238,7 @@ template bool TemplateIRI<std::u32string>::hasSameRaw(Part, TemplateIRI const&) 
 template bool TemplateIRI<std::u32string>::hasSameQuery(TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::hasSameAuthority(TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::isFrontLike(TemplateIRI const&) const;
-template void TemplateIRI<std::u32string>::appendRelativePath(PathIn, PathIn, TemplateIRI const&,
-                                                              std::u32string&) const;
-template void TemplateIRI<std::u32string>::appendMinimalRelativePath(std::u32string&) const;
+template bool TemplateIRI<std::u32string>::setRelativePath(PathIn, PathIn, Draft&, TemplateIRI const&) const;
+template std::u32string TemplateIRI<std::u32string>::getMinimalRelativePath() const;
 
 } // namespace foundation::network::iri::detail

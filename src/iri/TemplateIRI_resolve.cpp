@@ -12,39 +12,13 @@
 namespace foundation::network::iri::detail {
 
 template <class String>
-bool TemplateIRI<String>::pathHasDotSegments() const {
-    return flags.textCurrent ? storedPath().hasDotSegments : flags.pathHasDotSegments;
-}
-
-template <class String>
-auto TemplateIRI<String>::storedPath() const -> PathIn {
-    View const text = storedView(Part::path);
-    PathShape const shape = shapeOf(text);
-    return {text, shape, parts.storedForm(Part::path),
-            flags.textCurrent ? shape.hasDotSegments : flags.pathHasDotSegments};
-}
-
-template <class String>
-auto TemplateIRI<String>::pathIn(Form form) const -> PathIn {
-    PathIn path = storedPath();
-    bool const alike = path.form == form || (path.form == Form::iri && form == Form::raw && path.shape.isRaw);
-    if (!alike && parts.has(Part::path)) {
-        path.text = parts.view(Part::path, encodingOf(form));
-        path.shape = shapeOf(path.text);
-    }
-    path.form = form;
-    return path;
-}
-
-template <class String>
 TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) const {
     TemplateIRI result;
-    Draft draft(result);
+    Draft draft(result, Draft::Kind::reference);
     // R is this value, the reference; T the draft.
     if (flags.hasScheme || flags.hasHost) {
         // if defined(R.scheme) or defined(R.authority): T.authority = R.authority;
         //    T.path = remove_dot_segments(R.path); T.query = R.query
-        draft.reserve(base.scheme.length + sourceText().size());
         draft.takeScheme(flags.hasScheme ? *this : base);
         draft.takeAuthority(*this);
         PathIn const path = pathIn(Form::raw);
@@ -54,13 +28,11 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
         } else {
             draft.setPath(path.text, flags.hasAbsolutePath);
         }
-        draft.guardPath();
         draft.takeQuery(*this);
     } else {
         // T.authority = Base.authority; T.scheme = Base.scheme
-        Slice const& basePath = base.parts.slice(Part::path);
-        draft.reserve(basePath.begin + basePath.length + sourceText().size());
-        draft.takeFront(base);
+        draft.takeScheme(base);
+        draft.takeAuthority(base);
         if (flags.empty) {
             draft.takePath(base);
         } else if (flags.pathIsEmpty) {
@@ -69,7 +41,6 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
         } else {
             resolvePath(base, draft);
         }
-        draft.guardPath();
         // if (R.path == "") T.query = R.query if defined(R.query), else Base.query; else T.query = R.query
         draft.takeQuery(flags.pathIsEmpty && !flags.hasQuery ? base : *this);
     }
@@ -92,29 +63,32 @@ void TemplateIRI<String>::resolvePath(TemplateIRI const& base, Draft& draft) con
         return;
     }
     // T.path = remove_dot_segments(merge(Base.path, R.path))
+    if (base.flags.hasHost && base.flags.pathIsEmpty) {
+        return draft.setPath(U"/", path.text);
+    }
     PathIn const basePath = base.pathIn(Form::raw);
-    draft.writePath([&](String& text) {
-        if (base.flags.hasHost && base.flags.pathIsEmpty) {
-            text.append(1, FORWARD_SLASH).append(path.text);
-        } else if (!path.hasDotSegments && !basePath.hasDotSegments) {
-            View const front = basePath.text.substr(0, basePath.text.rfind(FORWARD_SLASH) + 1);
-            text.append(front).append(path.text); // nothing of the base where there is no slash
-        } else {
-            appendMerged(basePath, path, base.flags.hasAbsolutePath, text);
+    View front = basePath.text.substr(0, basePath.text.rfind(FORWARD_SLASH) + 1); // nothing without a slash
+    View rest = path.text;
+    if (path.hasDotSegments || basePath.hasDotSegments) {
+        bool const absolute = base.flags.hasAbsolutePath;
+        if (!absolute || basePath.shape.hasDotSegments) {
+            return draft.setPath(merged(basePath, path, absolute));
         }
-    });
+        // No dot segment, decoded ones included, stands before those of the reference: components and texts
+        // give the same then, and texts are quicker.
+        goUp(front, rest);
+        if (hasRelativePathSegments(rest)) {
+            return draft.setPath(mergeAsTexts(front, rest, absolute));
+        }
+    }
+    draft.setPath(front, rest);
 }
 
 // Merges two paths one of which has dot segments.
 template <class String>
-void TemplateIRI<String>::appendMerged(PathIn const& base, PathIn const& reference, bool absolute,
-                                       String& text) {
-    // Against an absolute path without dot segments, decoded ones included, both ways give the same, and this
-    // one is the shorter.
-    bool const cleanBase = absolute && !base.shape.hasDotSegments;
-    if (cleanBase || base.shape.hasEmptySegments ||
-        (reference.hasDotSegments && reference.shape.hasEmptySegments)) {
-        return mergeAsTexts(base.text, reference.text, absolute, cleanBase, text);
+String TemplateIRI<String>::merged(PathIn const& base, PathIn const& reference, bool absolute) {
+    if (base.shape.hasEmptySegments || (reference.hasDotSegments && reference.shape.hasEmptySegments)) {
+        return mergeAsTexts(base.text, reference.text, absolute);
     }
     // The components are views of this text.
     String const clean =
@@ -128,14 +102,13 @@ void TemplateIRI<String>::appendMerged(PathIn const& base, PathIn const& referen
         }
     }
     appendPathComponents(reference.text, components, absolute, reference.hasDotSegments);
-    text.append(joined(components));
+    return joined(components);
 }
 
 template TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doResolve(TemplateIRI const&) const;
-template bool TemplateIRI<std::u32string>::pathHasDotSegments() const;
 template auto TemplateIRI<std::u32string>::storedPath() const -> PathIn;
 template auto TemplateIRI<std::u32string>::pathIn(Form) const -> PathIn;
 template void TemplateIRI<std::u32string>::resolvePath(TemplateIRI const&, Draft&) const;
-template void TemplateIRI<std::u32string>::appendMerged(PathIn const&, PathIn const&, bool, std::u32string&);
+template std::u32string TemplateIRI<std::u32string>::merged(PathIn const&, PathIn const&, bool);
 
 } // namespace foundation::network::iri::detail

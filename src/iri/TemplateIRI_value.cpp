@@ -12,9 +12,6 @@ namespace foundation::network::iri::detail {
 using core::except::detail::makeInternalException;
 
 template <class String>
-TemplateIRI<String>::TemplateIRI() noexcept = default;
-
-template <class String>
 TemplateIRI<String>::TemplateIRI(TemplateIRI const& other) = default;
 
 template <class String>

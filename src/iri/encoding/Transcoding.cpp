@@ -81,31 +81,27 @@ std::size_t unitsOf(char16_t const* at, char16_t const* end) {
 
 template <class Out, class In>
 std::basic_string<Out> convert(std::basic_string_view<In> text) {
-    std::basic_string<Out> result(text.size(), Out());
+    // Nearly every text has one unit a code point in both encodings, which its bits tell, and is copied as a
+    // whole: a string that is made from a range is not filled with zeros first.
+    In bits = 0;
+    for (In const c : text) {
+        bits = static_cast<In>(bits | c);
+    }
     auto const* at = text.data();
     auto const* const end = at + text.size();
-    auto const left = [&at, end] { return static_cast<std::size_t>(end - at); };
+    if (bits < 0x8000) {
+        return std::basic_string<Out>(at, end);
+    }
+    std::basic_string<Out> result(unitsOf(at, end), Out());
     Out* out = result.data();
-    for (; left() >= STRIDE && isPlain(at); at += STRIDE, out += STRIDE) {
-        copyStride(at, out);
-    }
-    if (left() == 0) {
-        return result;
-    }
-    if (left() < STRIDE && text.size() >= STRIDE && isPlain(end - STRIDE)) {
-        copyStride(end - STRIDE, out + left() - STRIDE); // some of them once more
-        return result;
-    }
-    auto const done = static_cast<std::size_t>(out - result.data());
-    result.resize(done + unitsOf(at, end));
-    out = result.data() + done;
     while (at != end) {
-        if (left() >= STRIDE && isPlain(at)) {
+        auto const left = static_cast<std::size_t>(end - at);
+        if (left >= STRIDE && isPlain(at)) {
             copyStride(at, out);
             at += STRIDE;
             out += STRIDE;
         } else {
-            for (auto const* const stop = at + std::min(STRIDE, left()); at < stop;) {
+            for (auto const* const stop = at + std::min(STRIDE, left); at < stop;) {
                 out = convertOne(at, end, out);
             }
         }

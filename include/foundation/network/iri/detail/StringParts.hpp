@@ -56,10 +56,10 @@ class ZVFLNETWORK_EXPORT StringParts {
 public:
     using View = std::basic_string_view<typename String::value_type>;
 
-    StringParts() noexcept;
+    StringParts() noexcept = default;
     StringParts(StringParts&& other) noexcept;
     StringParts(StringParts const& other);
-    ~StringParts();
+    ~StringParts() = default;
     StringParts& operator=(StringParts&& other) noexcept;
     StringParts& operator=(StringParts const& other);
     void swap(StringParts& other) noexcept;
@@ -108,17 +108,15 @@ public:
 
     // For the IRI value, whose parts are slices of its text.
 
-    /// Takes a text of which absent parts can then be slices.
-    void adoptSource(String text) noexcept { source = std::move(text); }
-    /// The adopted text, empty where there is none.
+    /// The text that parts can be slices of; empty where there is none.
     String const& getSource() const noexcept { return source; }
-    /// Makes an absent part a slice of the adopted text. `setContext`, called behind the last of them,
+    /// The same, to be written as long as no part is a slice of it or as all slices stay true.
+    String& writableSource() noexcept { return source; }
+    /// Makes an absent part a slice of the text. `setContext`, called behind the last of them,
     /// completes it.
     void setSlice(Part part, Slice const& slice, Form form) noexcept {
         empty = empty && part == Part::path && slice.length == 0;
         header(part) = {slice, form, true};
-        states.store(states.load(std::memory_order_relaxed) | bits(part, form, State::slice),
-                     std::memory_order_relaxed);
     }
     /// Tells all parts what their conversions depend on. No form may have been asked for yet.
     void setContext(bool schemePresent, bool formEncoded) noexcept {
@@ -132,13 +130,13 @@ public:
     /// The text of a part that was set in the Iri form, where `form` has not been worked out from it yet:
     /// whoever wants it once can make it from this, without keeping it.
     std::optional<View> unconvertedIri(Part part, Form form) const noexcept {
-        bool const is =
-            header(part).present && header(part).form == Form::iri && state(part, form) == State::absent;
+        bool const is = header(part).present && header(part).form == Form::iri && form != Form::iri &&
+                        state(part, form) == State::absentOrSlice;
         return is ? std::optional<View>(held(part, Form::iri)) : std::nullopt;
     }
     PartContext const& getContext() const noexcept { return context; }
     bool has(Part part) const noexcept { return header(part).present; }
-    /// Whether each part is a slice in this form, so that the adopted text has them all. May fill the form.
+    /// Whether each part is a slice in this form, so that the text has them all. May fill the form.
     bool isSourceIn(Form form) const;
     /// Whether both hold the same slices of the same text, set in the same forms with the same marks: all
     /// their forms are the same then.
@@ -157,9 +155,9 @@ private:
         }
     };
 
-    /// How the text of a form is to be had: as a slice of `source`, as a text of its own, or as that of
-    /// another form.
-    enum class State : std::uint8_t { absent, slice, own, sameAsRaw, sameAsIri, sameAsUri };
+    /// How the text of a form is to be had: not yet, or as a slice of `source` if it is the one that was set;
+    /// as a text of its own; or as that of another form.
+    enum class State : std::uint8_t { absentOrSlice, own, sameAsRaw, sameAsIri, sameAsUri };
     static constexpr unsigned STATE_BITS = 3;
     static constexpr unsigned STATES = 15; // three forms of five parts
 
@@ -184,10 +182,13 @@ private:
     PublishedOnce<String> const& ownText(Part part, Form form) const;
     Form holder(Part part, Form form) const;
     Form fill(Part part, Form form) const;
+    /// Whether the text of a form stands in `source`.
+    bool isSlice(Part part, Form form) const noexcept {
+        return header(part).present && header(part).form == form && state(part, form) == State::absentOrSlice;
+    }
     View held(Part part, Form form) const noexcept {
-        return state(part, form) == State::slice
-                   ? View(source).substr(header(part).slice.begin, header(part).slice.length)
-                   : View(*(*own.get())[index(part, form)].get());
+        return isSlice(part, form) ? View(source.data() + header(part).slice.begin, header(part).slice.length)
+                                   : View(*(*own.get())[index(part, form)].get());
     }
     String const& text(Part part, Form form) const;
     String const& get(Part part, Encoding const& encoding) const;

@@ -55,7 +55,7 @@ public:
     using Iterator = typename String::const_iterator;
     using Range = boost::iterator_range<Iterator>;
 
-    TemplateIRI() noexcept;
+    TemplateIRI() noexcept = default;
     explicit TemplateIRI(std::u16string const& text);
     explicit TemplateIRI(ArgsBase<String> const& args);
     TemplateIRI(TemplateIRI const& other);
@@ -158,7 +158,7 @@ private:
     static void buildHost(ArgsBase<String> const& args, Draft& draft);
     static void buildPort(ArgsBase<String> const& args, Draft& draft);
     static void buildPath(ArgsBase<String> const& args, Draft& draft);
-    static void buildQuery(ArgsBase<String> const& args, Draft& draft);
+    static void buildQuery(ArgsBase<String> const& args, Draft& draft, String& encoded);
     static void buildFragment(ArgsBase<String> const& args, Draft& draft);
     void setArgsAuthority(ArgsBase<String>& args) const;
     void setArgsQuery(ArgsBase<String>& args) const;
@@ -167,9 +167,8 @@ private:
     struct PathIn;
     PathIn storedPath() const;
     PathIn pathIn(Form form) const;
-    bool pathHasDotSegments() const;
     void resolvePath(TemplateIRI const& base, Draft& draft) const;
-    static void appendMerged(PathIn const& base, PathIn const& reference, bool absolute, String& text);
+    static String merged(PathIn const& base, PathIn const& reference, bool absolute);
     void relativiseInto(Draft& draft, TemplateIRI const& base) const;
     void takeWhole(Draft& draft, bool withScheme) const;
     void relativisePath(Draft& draft, TemplateIRI const& base) const;
@@ -177,16 +176,20 @@ private:
     bool hasSameAuthority(TemplateIRI const& base) const;
     bool hasSameQuery(TemplateIRI const& base) const;
     bool hasSameRaw(Part part, TemplateIRI const& base) const;
-    void appendRelativePath(PathIn own, PathIn from, TemplateIRI const& base, String& text) const;
-    void appendMinimalRelativePath(String& text) const;
+    bool setRelativePath(PathIn own, PathIn from, Draft& draft, TemplateIRI const& base) const;
+    String getMinimalRelativePath() const;
 
     void generateHash() const;
 
     String const& sourceText() const noexcept { return parts.getSource(); }
     View schemeView() const noexcept { return View(sourceText()).substr(scheme.begin, scheme.length); }
+    View stretch(std::size_t begin, std::size_t end) const noexcept {
+        return {sourceText().data() + begin, end - begin};
+    }
     /// A part as it was stored; every part of a value is a slice.
     View storedView(Part part) const noexcept {
-        return View(sourceText()).substr(parts.slice(part).begin, parts.slice(part).length);
+        Slice const& slice = parts.slice(part);
+        return stretch(slice.begin, slice.begin + slice.length);
     }
     View portView() const noexcept { return View(sourceText()).substr(portText.begin, portText.length); }
 
