@@ -67,17 +67,18 @@ bool isUriForm(std::u32string_view text) {
 
 namespace {
 
-// The length of the Uri form. Sums of comparisons become vector code, branches do not; a block at a time, so
-// that the sums are as wide as a code point.
+// The length of the Uri form. Sums of sign bits become vector code, which comparisons and branches do not; a
+// block at a time, so that the sums are as wide as a code point.
 std::size_t uriLength(std::u32string_view text) {
     constexpr std::size_t block = 4096;
+    constexpr auto isAbove = [](char32_t c, char32_t most) { return std::uint32_t{most - c} >> 31; };
     std::size_t length = text.size();
     for (; !text.empty(); text.remove_prefix(std::min(block, text.size()))) {
         std::uint32_t escaped = 0;
         std::uint32_t longer = 0; // bytes of UTF-8 behind the first
         for (char32_t const c : text.substr(0, block)) {
-            escaped += c - 33 > 126 - 33 ? 1U : 0U;
-            longer += (c >= 0x80 ? 1U : 0U) + (c >= 0x800 ? 1U : 0U) + (c >= 0x10000 ? 1U : 0U);
+            escaped += ((c - 33) | (126 - c)) >> 31;
+            longer += isAbove(c, 0x7F) + isAbove(c, 0x7FF) + isAbove(c, 0xFFFF);
         }
         length += 2 * std::size_t{escaped} + 3 * std::size_t{longer};
     }
