@@ -25,6 +25,7 @@ namespace bench {
 
 namespace {
 
+using foundation::network::Encoding;
 using foundation::network::IRI;
 
 std::u16string toUtf16(std::string const& utf8) {
@@ -210,6 +211,16 @@ private:
 };
 
 } // namespace
+
+std::vector<std::u16string> thoseWithEscapes(std::vector<std::u16string> const& texts, bool wanted) {
+    std::vector<std::u16string> result;
+    for (auto const& text : texts) {
+        if ((IRI(text).getPath(Encoding::Iri).find(u'%') != std::u16string::npos) == wanted) {
+            result.push_back(text);
+        }
+    }
+    return result;
+}
 
 void add(char const* operation, std::string const& list, char const* library, std::size_t items, Pass pass) {
     std::string const row = std::string(operation) + separator + list;

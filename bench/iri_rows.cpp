@@ -21,16 +21,6 @@ IRI parse(std::u16string const& text) {
     return IRI(text);
 }
 
-std::vector<std::u16string> thoseWithEscapes(std::vector<std::u16string> const& texts, bool wanted) {
-    std::vector<std::u16string> result;
-    for (auto const& text : texts) {
-        if ((IRI(text).getPath(Encoding::Iri).find(u'%') != std::u16string::npos) == wanted) {
-            result.push_back(text);
-        }
-    }
-    return result;
-}
-
 void addValues(Corpus const& corpus) {
     auto const& texts = corpus.utf16;
     auto const row = [&corpus](char const* operation, Pass pass) {

@@ -57,12 +57,7 @@ void addQUrl(Data const& data) {
                 DoNotOptimize(built.toString());
             }));
         for (bool const escaped : {false, true}) {
-            std::vector<std::u16string> some;
-            for (auto const& text : texts) {
-                if (parse(text).path(QUrl::FullyEncoded).contains('%') == escaped) {
-                    some.push_back(text);
-                }
-            }
+            auto const some = thoseWithEscapes(texts, escaped);
             if (!some.empty()) {
                 add(escaped ? operation::rawPathEscaped : operation::rawPathPlain, corpus->name, library,
                     some.size(),

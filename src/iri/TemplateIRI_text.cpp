@@ -37,6 +37,9 @@ std::u16string TemplateIRI<String>::getPart(Part part, Encoding const& encoding)
     if (!isStrict(encoding)) {
         Form const form = formOf(encoding);
         if (auto const iri = parts.unconvertedIri(part, form)) {
+            if (form == Form::raw && !parts.getContext().formEncoded && encoding::isPlainRaw(*iri)) {
+                return std::u16string(iri->begin(), iri->end()); // most parts
+            }
             if (auto text = encoding::utf16FromIri(part, form, *iri, parts.getContext())) {
                 return std::move(*text);
             }

@@ -118,6 +118,15 @@ bool isIriAlready(Part part, std::u32string_view text, AsciiSet const& escaped, 
            text.substr(0, colonStepLength(part, text, context)).find(U':') == std::u32string_view::npos;
 }
 
+// The bits of all code points together.
+std::uint32_t bitsOf(std::u32string_view text) {
+    std::uint32_t bits = 0;
+    for (char32_t const c : text) {
+        bits |= c;
+    }
+    return bits;
+}
+
 // Whether a text holds no "%", without a way out of the loop before its end.
 bool hasNoPercent(std::u32string_view text) {
     std::uint32_t found = 0;
@@ -130,15 +139,12 @@ bool hasNoPercent(std::u32string_view text) {
 // The code point that stands at `at`, decoded from its escapes if there are some, and moves `at` behind it.
 // Nothing for escapes that are no UTF-8, and for what is no Unicode.
 std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
-    auto const escape = [&text, &at] {
-        auto const value = hexValue(text[at + 1]) << 4 | hexValue(text[at + 2]);
-        at += 3;
-        return static_cast<char32_t>(value);
-    };
-    if (text[at] != U'%' || !isEscapeAt(text, at)) {
+    int const first = escapedByte(text, at);
+    if (first < 0) {
         return isUnicodeScalar(text[at]) ? std::optional(text[at++]) : std::nullopt;
     }
-    char32_t codePoint = escape();
+    at += 3;
+    auto codePoint = static_cast<char32_t>(first);
     if (codePoint >= 0x80) {
         int const continuations = codePoint < 0xC2   ? 0
                                   : codePoint < 0xE0 ? 1
@@ -150,11 +156,12 @@ std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
         }
         codePoint &= 0x3Fu >> continuations;
         for (int i = 0; i != continuations; ++i) {
-            char32_t const byte = isEscapeAt(text, at) ? escape() : 0;
-            if ((byte & 0xC0) != 0x80) {
+            int const byte = escapedByte(text, at);
+            if (byte < 0x80 || byte > 0xBF) {
                 return std::nullopt;
             }
-            codePoint = codePoint << 6 | (byte & 0x3F);
+            at += 3;
+            codePoint = codePoint << 6 | (static_cast<char32_t>(byte) & 0x3F);
         }
         constexpr std::array<char32_t, 4> smallest{0, 0x80, 0x800, 0x10000};
         if (codePoint < smallest[static_cast<std::size_t>(continuations)] || !isUnicodeScalar(codePoint)) {
@@ -183,8 +190,7 @@ template <class String>
 std::optional<String> decodedAll(std::u32string_view text) {
     // An escape is longer than what it stands for, in any encoding; only what stands as itself can take two
     // units.
-    bool const wide = std::any_of(text.begin(), text.end(), [](char32_t c) { return c > 0xFFFF; });
-    String result(wide ? 2 * text.size() : text.size(), 0);
+    String result(bitsOf(text) > 0xFFFF ? 2 * text.size() : text.size(), 0);
     auto* out = result.data();
     for (std::size_t at = 0; at != text.size();) {
         if (text.size() - at >= STRIDE && !hasPercent(&text[at]) && isPlain(&text[at])) {
@@ -196,6 +202,11 @@ std::optional<String> decodedAll(std::u32string_view text) {
         for (std::size_t const stop = at + std::min(STRIDE, text.size() - at); at < stop;) {
             if (text[at] != U'%' && text[at] < 0xD800) {
                 out = put(text[at++], out);
+                continue;
+            }
+            if (int const byte = escapedByte(text, at); byte >= 0 && byte < 0x80) { // most escapes
+                out = put(static_cast<char32_t>(byte), out);
+                at += 3;
                 continue;
             }
             auto const codePoint = decodedAt(text, at);
@@ -222,11 +233,8 @@ DecodedText decodeUtf8(std::string bytes) {
 } // namespace
 
 bool isRawAlready(std::u32string_view text) {
-    std::uint32_t bits = 0;
-    for (char32_t const c : text) {
-        bits |= c;
-    }
-    return hasNoPercent(text) && (bits < 0xD800 || std::all_of(text.begin(), text.end(), isUnicodeScalar));
+    return hasNoPercent(text) &&
+           (bitsOf(text) < 0xD800 || std::all_of(text.begin(), text.end(), isUnicodeScalar));
 }
 
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context) {
@@ -294,10 +302,15 @@ std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32s
     if (to == detail::Form::uri || isFormEncodedQuery(part, context)) {
         return toUriFormUtf16(text);
     }
-    if (hasNoPercent(text)) {
-        return toUtf16(text);
+    return hasNoPercent(text) ? toUtf16(text) : decodedAll<std::u16string>(text);
+}
+
+bool isPlainRaw(std::u32string_view text) {
+    std::uint32_t other = 0;
+    for (char32_t const c : text) {
+        other |= ((c ^ U'%') - 1) | (0x7FFF - c);
     }
-    return decodedAll<std::u16string>(text);
+    return other >> 31 == 0;
 }
 
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,

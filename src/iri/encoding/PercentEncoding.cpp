@@ -134,7 +134,7 @@ std::u32string protectPercentEscapes(std::u32string text) {
     std::u32string result(text, 0, at);
     result.reserve(text.size() + 8);
     for (; at != text.size(); ++at) {
-        if (isEscapeAt(text, at)) {
+        if (escapedByte(text, at) >= 0) {
             percentByte(result, '%');
         } else {
             result.push_back(text[at]);
@@ -213,7 +213,7 @@ std::u32string escapeStrayPercent(std::u32string_view text, bool escapeBrackets)
     result.reserve(text.size());
     for (std::size_t at = 0; at != text.size(); ++at) {
         char32_t const c = text[at];
-        bool const stray = c == U'%' && !isEscapeAt(text, at);
+        bool const stray = c == U'%' && escapedByte(text, at) < 0;
         bool const bracket = escapeBrackets && (c == U'[' || c == U']');
         if (stray || bracket) {
             percentByte(result, static_cast<unsigned char>(c));

@@ -20,15 +20,15 @@ inline constexpr std::array<signed char, 128> hexValues = [] {
     return values;
 }();
 
-/// The value of an ASCII hexadecimal digit, -1 for any other character.
-[[nodiscard]] constexpr int hexValue(char32_t c) {
-    return c < 128 ? hexValues[c] : -1;
-}
-
-/// Whether a "%" and two ASCII hexadecimal digits stand at `at` in `text`.
-[[nodiscard]] constexpr bool isEscapeAt(std::u32string_view text, std::size_t at) {
-    return text.size() - at > 2 && text[at] == U'%' && hexValue(text[at + 1]) >= 0 &&
-           hexValue(text[at + 2]) >= 0;
+/// The byte that the escape at `at` in `text` stands for: of a "%" and two ASCII hexadecimal digits. Negative
+/// where there is none.
+[[nodiscard]] constexpr int escapedByte(std::u32string_view text, std::size_t at) {
+    if (text.size() - at < 3 || text[at] != U'%') {
+        return -1;
+    }
+    char32_t const high = text[at + 1];
+    char32_t const low = text[at + 2];
+    return (high | low) < hexValues.size() ? hexValues[high] * 16 | hexValues[low] : -1;
 }
 
 /// The upper-case hexadecimal digit of a value below 16.

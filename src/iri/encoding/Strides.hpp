@@ -46,14 +46,11 @@ inline bool isPlain(char32_t const* stride) {
 
 /// Whether a stride holds a "%".
 inline bool hasPercent(char32_t const* stride) {
-    constexpr std::uint64_t ones = 0x0000000100000001;
-    std::uint64_t found = 0;
-    for (std::uint64_t const word : wordsOf(stride)) {
-        std::uint64_t const difference = word ^ (ones * U'%');
-        found |= (difference - ones) &
-                 ~difference; // the top bit of a half that was equal, and maybe of one above it
+    std::uint32_t found = 0;
+    for (std::size_t i = 0; i != STRIDE; ++i) {
+        found |= (stride[i] ^ U'%') - 1; // the sign bit is set for a "%" alone
     }
-    return (found & (ones << 31)) != 0;
+    return found >> 31 != 0;
 }
 
 template <class In, class Out>

@@ -65,14 +65,11 @@ struct EscapeOrPercent : qi::primitive_parser<EscapeOrPercent> {
         if (first == last || *first != U'%') {
             return false;
         }
-        if (encoding::isEscapeAt({first, static_cast<std::size_t>(last - first)}, 0)) {
-            auto const value =
-                static_cast<unsigned char>(encoding::hexValue(first[1]) << 4 | encoding::hexValue(first[2]));
-            if (!excluded[value]) {
-                out.push_back(static_cast<Char>(value));
-                first += 3;
-                return true;
-            }
+        int const byte = encoding::escapedByte({first, static_cast<std::size_t>(last - first)}, 0);
+        if (byte >= 0 && !excluded[static_cast<std::size_t>(byte)]) {
+            out.push_back(static_cast<Char>(byte));
+            first += 3;
+            return true;
         }
         out.push_back(Char('%'));
         ++first;
