@@ -141,11 +141,9 @@ public:
 
     void finish() {
         String& text = result.parts.writableSource();
-        text.resize(length);
-        auto* out = text.data();
+        text.reserve(length);
         for (std::size_t i = 0; i != count; ++i) {
-            std::memcpy(out, pieces[i].begin, pieces[i].size * sizeof *out);
-            out += pieces[i].size;
+            text.append(pieces[i].begin, pieces[i].size);
         }
         result.parts.setContext(flags.hasScheme, flags.queryIsFormEncoded);
         flags.empty = result.parts.isEmpty() && !flags.hasScheme && !flags.hasPort;

@@ -139,8 +139,8 @@ void TemplateIRI<String>::relativiseInto(Draft& draft, TemplateIRI const& base) 
 // Path and query where both have a path.
 template <class String>
 void TemplateIRI<String>::relativisePath(Draft& draft, TemplateIRI const& base) const {
-    PathIn const own = storedPath();
-    PathIn const from = base.storedPath();
+    PathIn own = storedPath();
+    PathIn from = base.storedPath();
     bool const undecoded =
         own.form == Form::iri && from.form == Form::iri && own.shape.isRaw && from.shape.isRaw;
     bool const same = (own.form == from.form && isSame(own.text, from.text)) ||
@@ -169,7 +169,7 @@ void TemplateIRI<String>::takeWhole(Draft& draft, bool withScheme) const {
 
 // The way from the base's path to the own one; nothing, and false, where they differ in dot segments only.
 template <class String>
-bool TemplateIRI<String>::setRelativePath(PathIn own, PathIn from, Draft& draft,
+bool TemplateIRI<String>::setRelativePath(PathIn& own, PathIn& from, Draft& draft,
                                           TemplateIRI const& base) const {
     // A parsed value is compared as it was written, and only the result is decoded.
     Form const form = flags.textCurrent ? Form::iri : Form::raw;
@@ -205,7 +205,8 @@ bool TemplateIRI<String>::setRelativePath(PathIn own, PathIn from, Draft& draft,
     bool const decodes = form == Form::iri && !own.shape.isRaw;
     if (!decodes && cleanOwn.empty() &&
         3 * way.up <= parents.size()) { // the usual way needs no text of its own
-        draft.setPathHasDotSegments(way.up != 0 || hasRelativePathSegments(way.rest));
+        // What is left of the own path has none.
+        draft.setPathHasDotSegments(way.up != 0 || way.rest == U"." || way.rest == U"./");
         draft.setPath(parents.substr(0, 3 * way.up), way.rest);
         return true;
     }
@@ -238,7 +239,8 @@ template bool TemplateIRI<std::u32string>::hasSameRaw(Part, TemplateIRI const&) 
 template bool TemplateIRI<std::u32string>::hasSameQuery(TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::hasSameAuthority(TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::isFrontLike(TemplateIRI const&) const;
-template bool TemplateIRI<std::u32string>::setRelativePath(PathIn, PathIn, Draft&, TemplateIRI const&) const;
+template bool TemplateIRI<std::u32string>::setRelativePath(PathIn&, PathIn&, Draft&,
+                                                           TemplateIRI const&) const;
 template std::u32string TemplateIRI<std::u32string>::getMinimalRelativePath() const;
 
 } // namespace foundation::network::iri::detail

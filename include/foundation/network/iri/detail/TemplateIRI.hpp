@@ -176,7 +176,7 @@ private:
     bool hasSameAuthority(TemplateIRI const& base) const;
     bool hasSameQuery(TemplateIRI const& base) const;
     bool hasSameRaw(Part part, TemplateIRI const& base) const;
-    bool setRelativePath(PathIn own, PathIn from, Draft& draft, TemplateIRI const& base) const;
+    bool setRelativePath(PathIn& own, PathIn& from, Draft& draft, TemplateIRI const& base) const;
     String getMinimalRelativePath() const;
 
     void generateHash() const;
