@@ -27,12 +27,6 @@ StringParts<String>& StringParts<String>::operator=(StringParts const& other) {
 }
 
 template <class String>
-StringParts<String>& StringParts<String>::operator=(StringParts&& other) noexcept {
-    StringParts(std::move(other)).swap(*this);
-    return *this;
-}
-
-template <class String>
 void StringParts<String>::reset() noexcept {
     StringParts().swap(*this);
 }

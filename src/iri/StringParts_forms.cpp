@@ -26,11 +26,31 @@ StringParts<String>::StringParts(StringParts&& other) noexcept
       own(std::move(other.own)),
       context(other.context),
       empty(other.empty) {
-    other.source.clear();
-    other.headers = {};
-    other.states.store(0, std::memory_order_relaxed);
-    other.context = PartContext();
-    other.empty = true;
+    other.forget();
+}
+
+template <class String>
+StringParts<String>& StringParts<String>::operator=(StringParts&& other) noexcept {
+    if (this != &other) {
+        source = std::move(other.source);
+        headers = other.headers;
+        states.store(other.states.load(std::memory_order_relaxed), std::memory_order_relaxed);
+        own = std::move(other.own);
+        context = other.context;
+        empty = other.empty;
+        other.forget();
+    }
+    return *this;
+}
+
+// What a move leaves behind is as a new object.
+template <class String>
+void StringParts<String>::forget() noexcept {
+    source.clear();
+    headers = {};
+    states.store(0, std::memory_order_relaxed);
+    context = PartContext();
+    empty = true;
 }
 
 template <class String>
@@ -158,6 +178,8 @@ std::size_t StringParts<String>::lengthHint() const noexcept {
 
 template StringParts<std::u32string>::StringParts(StringParts const&);
 template StringParts<std::u32string>::StringParts(StringParts&&) noexcept;
+template StringParts<std::u32string>& StringParts<std::u32string>::operator=(StringParts&&) noexcept;
+template void StringParts<std::u32string>::forget() noexcept;
 template void StringParts<std::u32string>::swap(StringParts&) noexcept;
 template void StringParts<std::u32string>::set(Part, std::u32string, Encoding const&);
 template void StringParts<std::u32string>::dropDerived(Part) noexcept;

@@ -26,16 +26,19 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
 
 template <class String>
 TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI const& other) {
-    if (this != &other) {
-        TemplateIRI(other).swap(*this);
-    }
-    return *this;
+    return this == &other ? *this : *this = TemplateIRI(other);
 }
 
 template <class String>
 TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI&& other) noexcept {
     if (this != &other) {
-        TemplateIRI(std::move(other)).swap(*this);
+        flags = std::exchange(other.flags, Flags());
+        port = std::exchange(other.port, static_cast<unsigned short>(0));
+        parts = std::move(other.parts);
+        scheme = std::exchange(other.scheme, Slice());
+        portText = std::exchange(other.portText, Slice());
+        hash = std::exchange(other.hash, CachedHash());
+        wholeTexts = std::move(other.wholeTexts);
     }
     return *this;
 }

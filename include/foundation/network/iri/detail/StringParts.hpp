@@ -177,6 +177,7 @@ private:
     Header& header(Part part) noexcept { return headers[static_cast<std::size_t>(part)]; }
     Header const& header(Part part) const noexcept { return headers[static_cast<std::size_t>(part)]; }
 
+    void forget() noexcept;
     void set(Part part, String text, Encoding const& encoding);
     void dropDerived(Part part) noexcept;
     PublishedOnce<String> const& ownText(Part part, Form form) const;
