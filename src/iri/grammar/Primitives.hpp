@@ -80,18 +80,31 @@ struct RunParser : qi::primitive_parser<RunParser<mask, atLeast, escapes>> {
 private:
     template <class It>
     static It scan(It at, It const last) {
-        for (; at != last; ++at) {
-            if (!is<mask>(*at)) {
-                if constexpr (escapes == Escapes::percent) {
-                    if (*at == U'%' && last - at >= 3 && is<XDIGIT>(at[1]) && is<XDIGIT>(at[2])) {
-                        at += 2;
-                        continue;
-                    }
+        for (;;) {
+            while (last - at >= 4 && areFourAscii<mask>(at[0], at[1], at[2], at[3])) {
+                at += 4;
+            }
+            for (int i = 0; i != 4; ++i) { // what is not ASCII mostly comes in rows, too
+                if (at == last || !step(at, last)) {
+                    return at;
                 }
-                break;
             }
         }
-        return at;
+    }
+    // Moves behind one more character or escape, if there is one.
+    template <class It>
+    static bool step(It& at, It const last) {
+        if (is<mask>(*at)) {
+            ++at;
+            return true;
+        }
+        if constexpr (escapes == Escapes::percent) {
+            if (*at == U'%' && last - at >= 3 && is<XDIGIT>(at[1]) && is<XDIGIT>(at[2])) {
+                at += 3;
+                return true;
+            }
+        }
+        return false;
     }
     template <class Attribute, class It>
     static void store(Attribute& covered, It first, It end) {
