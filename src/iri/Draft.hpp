@@ -7,17 +7,15 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <string>
 #include <string_view>
 
 namespace foundation::network::iri::detail {
 
 /// A value under construction, told from its start to its end in views, which must stay until then. The end
-/// copies them all into one text, in the order and with the delimiters of an
-/// IRI; the parts of the new value are slices of it, each in the form in which it was given. So parts pass
-/// through unchanged, the whole takes one allocation, and where all are in one form the text is that form of
-/// the whole.
+/// copies them all into one text, in the order and with the delimiters of an IRI; the parts of the new value
+/// are slices of it, each in the form in which it was given. So parts pass through unchanged, the whole takes
+/// one allocation, and where all are in one form the text is that form of the whole.
 ///
 /// What `set...` takes is in `Encoding::Raw`; what `take...` takes of another value comes as that one stored
 /// it.
@@ -216,7 +214,7 @@ private:
     typename View::const_pointer behind = nullptr; // the last piece
     std::size_t length = 0;                        // of all pieces
     String ownPath;
-    std::array<typename String::value_type, 5> ownPort;
+    std::array<typename String::value_type, 6> ownPort; // and a null, so that nothing is its neighbour
 };
 
 } // namespace foundation::network::iri::detail

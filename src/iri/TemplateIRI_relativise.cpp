@@ -203,9 +203,8 @@ bool TemplateIRI<String>::setRelativePath(PathIn& own, PathIn& from, Draft& draf
     }
     constexpr View parents = U"../../../../../../../../";
     bool const decodes = form == Form::iri && !own.shape.isRaw;
-    if (!decodes && cleanOwn.empty() &&
-        3 * way.up <= parents.size()) { // the usual way needs no text of its own
-        // What is left of the own path has none.
+    if (!decodes && cleanOwn.empty() && 3 * way.up <= parents.size()) {
+        // The usual way needs no text of its own, and what is left of the own path has no dot segments.
         draft.setPathHasDotSegments(way.up != 0 || way.rest == U"." || way.rest == U"./");
         draft.setPath(parents.substr(0, 3 * way.up), way.rest);
         return true;

@@ -17,17 +17,11 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
     Draft draft(result, Draft::Kind::reference);
     // R is this value, the reference; T the draft.
     if (flags.hasScheme || flags.hasHost) {
-        // if defined(R.scheme) or defined(R.authority): T.authority = R.authority;
-        //    T.path = remove_dot_segments(R.path); T.query = R.query
+        // if defined(R.scheme) or defined(R.authority):
+        //    T.authority = R.authority; T.path = remove_dot_segments(R.path); T.query = R.query
         draft.takeScheme(flags.hasScheme ? *this : base);
         draft.takeAuthority(*this);
-        PathIn const path = pathIn(Form::raw);
-        if (path.hasDotSegments) {
-            draft.setPath(
-                removeRelativePathSegments(path.text, flags.hasAbsolutePath || base.flags.hasAbsolutePath));
-        } else {
-            draft.setPath(path.text, flags.hasAbsolutePath);
-        }
+        setCleanPath(base, draft);
         draft.takeQuery(*this);
     } else {
         // T.authority = Base.authority; T.scheme = Base.scheme
@@ -38,8 +32,12 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
         } else if (flags.pathIsEmpty) {
             // T.path = Base.path
             draft.setPath(base.pathIn(Form::raw).text, base.flags.hasAbsolutePath);
+        } else if (flags.hasAbsolutePath) {
+            // if (R.path starts-with "/") T.path = remove_dot_segments(R.path)
+            setCleanPath(base, draft);
         } else {
-            resolvePath(base, draft);
+            // T.path = remove_dot_segments(merge(Base.path, R.path))
+            setMergedPath(base, draft);
         }
         // if (R.path == "") T.query = R.query if defined(R.query), else Base.query; else T.query = R.query
         draft.takeQuery(flags.pathIsEmpty && !flags.hasQuery ? base : *this);
@@ -49,20 +47,22 @@ TemplateIRI<String> TemplateIRI<String>::doResolve(TemplateIRI const& base) cons
     return result;
 }
 
-// T.path of a reference with a path and no authority.
+// The reference's own path without its dot segments.
 template <class String>
-void TemplateIRI<String>::resolvePath(TemplateIRI const& base, Draft& draft) const {
+void TemplateIRI<String>::setCleanPath(TemplateIRI const& base, Draft& draft) const {
     PathIn const path = pathIn(Form::raw);
-    if (flags.hasAbsolutePath) {
-        // if (R.path starts-with "/") T.path = remove_dot_segments(R.path)
-        if (path.hasDotSegments) {
-            draft.setPath(removeRelativePathSegments(path.text, true));
-        } else {
-            draft.setPath(path.text, true);
-        }
-        return;
+    if (path.hasDotSegments) {
+        draft.setPath(
+            removeRelativePathSegments(path.text, flags.hasAbsolutePath || base.flags.hasAbsolutePath));
+    } else {
+        draft.setPath(path.text, flags.hasAbsolutePath);
     }
-    // T.path = remove_dot_segments(merge(Base.path, R.path))
+}
+
+// A relative path seen from the base's.
+template <class String>
+void TemplateIRI<String>::setMergedPath(TemplateIRI const& base, Draft& draft) const {
+    PathIn const path = pathIn(Form::raw);
     if (base.flags.hasHost && base.flags.pathIsEmpty) {
         return draft.setPath(U"/", path.text);
     }
@@ -108,7 +108,8 @@ String TemplateIRI<String>::merged(PathIn const& base, PathIn const& reference, 
 template TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doResolve(TemplateIRI const&) const;
 template auto TemplateIRI<std::u32string>::storedPath() const -> PathIn;
 template auto TemplateIRI<std::u32string>::pathIn(Form) const -> PathIn;
-template void TemplateIRI<std::u32string>::resolvePath(TemplateIRI const&, Draft&) const;
+template void TemplateIRI<std::u32string>::setCleanPath(TemplateIRI const&, Draft&) const;
+template void TemplateIRI<std::u32string>::setMergedPath(TemplateIRI const&, Draft&) const;
 template std::u32string TemplateIRI<std::u32string>::merged(PathIn const&, PathIn const&, bool);
 
 } // namespace foundation::network::iri::detail

@@ -167,7 +167,8 @@ private:
     struct PathIn;
     PathIn storedPath() const;
     PathIn pathIn(Form form) const;
-    void resolvePath(TemplateIRI const& base, Draft& draft) const;
+    void setCleanPath(TemplateIRI const& base, Draft& draft) const;
+    void setMergedPath(TemplateIRI const& base, Draft& draft) const;
     static String merged(PathIn const& base, PathIn const& reference, bool absolute);
     void relativiseInto(Draft& draft, TemplateIRI const& base) const;
     void takeWhole(Draft& draft, bool withScheme) const;
