@@ -26,7 +26,10 @@ TemplateIRI<String>::TemplateIRI(TemplateIRI&& other) noexcept
 
 template <class String>
 TemplateIRI<String>& TemplateIRI<String>::operator=(TemplateIRI const& other) {
-    return this == &other ? *this : *this = TemplateIRI(other);
+    if (this != &other) {
+        *this = TemplateIRI(other);
+    }
+    return *this;
 }
 
 template <class String>
