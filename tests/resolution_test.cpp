@@ -22,13 +22,14 @@ using namespace foundation::network;
 using namespace std::string_literals;
 using testing::ElementsAre;
 
-// The error code as the library tells it for a result of `getaddrinfo`.
-std::error_code codeOf(int result) {
+// The words of the library for a result of `getaddrinfo`.
+std::string wordsFor(int result) {
     using namespace boost::asio::error;
     bool const unknown = result == EAI_NONAME || result == EAI_NODATA || result == EAI_ADDRFAMILY;
     return make_error_code(unknown               ? host_not_found
                            : result == EAI_AGAIN ? host_not_found_try_again
-                                                 : no_recovery);
+                                                 : no_recovery)
+        .message();
 }
 
 // What `getaddrinfo` gives for a name, called directly: numeric texts, or the failure's text.
@@ -40,7 +41,7 @@ std::vector<std::string> direct(char const* name) {
     addrinfo* list = nullptr;
     int const result = getaddrinfo(name, nullptr, &hints, &list);
     if (result != 0) {
-        return {codeOf(result).message()};
+        return {wordsFor(result)};
     }
     std::vector<std::string> texts;
     for (auto const* entry = list; entry != nullptr; entry = entry->ai_next) {
@@ -54,31 +55,22 @@ std::vector<std::string> direct(char const* name) {
 
 using Failure = foundation::core::except::detail::AnonymousInternalException<std::system_error>;
 
-template <class Lookup>
-std::vector<std::string> textsOrFailure(Lookup const& lookup) {
-    try {
-        std::vector<std::string> texts;
-        for (auto const& address : lookup()) {
-            texts.push_back(address.toString());
-        }
-        return texts;
-    } catch (Failure const& e) {
-        EXPECT_EQ(e.what(), e.code().message());
-        EXPECT_EQ(e.code().category(), codeOf(EAI_NONAME).category());
-        return {e.what()};
-    }
-}
-
 // The same by the library, which has to say the same for the first address as for all.
 std::vector<std::string> ours(std::string const& name) {
-    auto all = textsOrFailure([&name] { return InetAddress::getAllByName(name); });
-    auto const first = textsOrFailure([&name] {
-        auto const address = InetAddress::getByName(name);
-        EXPECT_EQ(address.getHostName(), name);
-        return std::vector{address};
-    });
-    EXPECT_EQ(all.front(), first.front());
-    return all;
+    std::vector<std::string> texts;
+    try {
+        for (auto const& address : InetAddress::getAllByName(name)) {
+            EXPECT_EQ(address.getHostName(), name);
+            texts.push_back(address.toString());
+        }
+        auto const first = InetAddress::getByName(name);
+        EXPECT_EQ(first.toString() + first.getHostName(), texts.front() + name);
+    } catch (Failure const& e) {
+        EXPECT_EQ(e.what(), e.code().message());
+        EXPECT_THROW(InetAddress::getByName(name), Failure);
+        texts = {e.what()};
+    }
+    return texts;
 }
 
 TEST(Lookup, OfLocalNamesNeedsNoNetwork) {
@@ -110,9 +102,6 @@ void withHosts(std::function<void()> const& body) {
 TEST(LookupInNamespace, GoesByTheSystemsOrder) {
     withHosts([] {
         ASSERT_EQ(ours("multi.example").size(), 3u);
-        for (auto const& address : InetAddress::getAllByName("multi.example")) {
-            EXPECT_EQ(address.getHostName(), "multi.example");
-        }
         for (char const* name : {"multi.example", "canon.example", "no-such-name.invalid", "::1"}) {
             EXPECT_EQ(ours(name), direct(name)) << name;
         }
@@ -141,13 +130,6 @@ TEST(LocalHostInNamespace, HasTheMachinesName) {
 
         setName("B\303\274cher"); // in its ASCII form among the hosts, as a loopback address
         EXPECT_EQ(InetAddress::getLocalHost().toString(), "127.0.1.1");
-        ASSERT_EQ(std::system("ip link add v0 type veth peer name v1 &&"
-                              " for v in v0 v1; do ip link set dev $v addrgenmode none up; done &&"
-                              " ip addr add 198.51.100.1/24 dev v1"),
-                  0);
-        host = InetAddress::getLocalHost();
-        EXPECT_EQ(host.toString(), "198.51.100.1");
-        EXPECT_EQ(host.getHostName(), "xn--bcher-kva");
     });
 }
 

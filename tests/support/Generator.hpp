@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace support {
 
@@ -102,5 +103,19 @@ private:
 
     std::uint64_t state;
 };
+
+/// How many code points a test takes, and in how many runs.
+template <class Test>
+std::pair<int, int> countRuns(Test test) {
+    std::pair<int, int> found;
+    bool before = false;
+    for (char32_t c = 0; c <= 0x10FFFF; ++c) {
+        bool const now = test(c);
+        found.first += now;
+        found.second += now && !before;
+        before = now;
+    }
+    return found;
+}
 
 } // namespace support
