@@ -98,7 +98,6 @@ UnicastAddress ipv4(std::array<unsigned char, 4> bytes, unsigned short prefix) {
 TEST(PlayedListing, KeepsTheSystemsOrderAndTellsEachAdapter) {
     PlayedSystem system;
     std::vector<unsigned char> const infiniband(20, 0xAB);
-    auto const tooLong = ipv4({10, 0, 0, 1}, 33);
     using enum UnicastAddress::Family;
     // clang-format off
     system.adapters = {
@@ -113,9 +112,6 @@ TEST(PlayedListing, KeepsTheSystemsOrderAndTellsEachAdapter) {
     EXPECT_THAT(all, ElementsAre("4 4 [no name] up multicast 00:01 10.1.2.3/8",
                                  "7 v6 [bü😀] " + groups + " fe80::/64", "1 lo [] up loopback "));
     EXPECT_THAT(linesOf(NetworkInterface::list()), ElementsAre(all[0]));
-
-    system.adapters[0].addresses.push_back(tooLong);
-    EXPECT_THROW(NetworkInterface::listAll(), std::out_of_range);
 }
 
 TEST(PlayedListing, IsReadAgainSixteenTimes) {

@@ -9,7 +9,6 @@
 
 #include <mutex>
 #include <optional>
-#include <sstream>
 #include <vector>
 
 namespace {
@@ -93,14 +92,6 @@ TEST(IriText, WholeAndAuthorityInEveryForm) {
     EXPECT_EQ(IRI(u"http://[::1]/%").toString(true), u"http://[::1]/%25");
     EXPECT_EQ(IRI().toAsciiString(true), u"");
     EXPECT_EQ(IRI(u"").toString(true), u"");
-}
-
-TEST(IriText, StreamsAsciiAndNothingThatLooksLikeIt) {
-    std::ostringstream stream;
-    stream << IRI(u"x://h\u00E9/") << '|';
-    stream.width(6);
-    stream << IRI(u"/%") << '|' << IRI(u"\u0130\U00010400:b");
-    EXPECT_EQ(stream.str(), "x://h%C3%A9/|    /%|\x1A\x1A\x1A:b");
 }
 
 TEST(IriThreads, OneValueAnswersManyAsOne) {

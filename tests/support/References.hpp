@@ -62,22 +62,20 @@ inline Text removeDotSegments(Text input) { // section 5.2.4
 
 inline Components byRfc(Components const& reference, Components const& base) { // section 5.2.2
     Components target = reference;
-    if (reference.scheme || reference.authority) {
-        target.path = removeDotSegments(reference.path);
-    } else {
+    target.scheme = reference.scheme ? reference.scheme : base.scheme;
+    if (!reference.scheme && !reference.authority) {
         target.authority = base.authority;
         if (reference.path.empty()) {
-            target.path = base.path;
             target.query = reference.query ? reference.query : base.query;
-        } else if (reference.path[0] == u'/') {
-            target.path = removeDotSegments(reference.path);
-        } else {
+            target.path = base.path;
+            return target;
+        }
+        if (reference.path[0] != u'/') { // section 5.2.3
             bool const root = base.authority && base.path.empty();
-            Text const merged = root ? u"/" : base.path.substr(0, base.path.rfind(u'/') + 1);
-            target.path = removeDotSegments(merged + reference.path);
+            target.path = (root ? u"/" : base.path.substr(0, base.path.rfind(u'/') + 1)) + reference.path;
         }
     }
-    target.scheme = reference.scheme ? reference.scheme : base.scheme;
+    target.path = removeDotSegments(target.path);
     return target;
 }
 
