@@ -59,8 +59,7 @@ TEST(Idn, FailsWithTheNameOfIcusError) {
         FAIL();
     } catch (IdnConverterException const& e) {
         EXPECT_STREQ(e.what(), "U_INPUT_TOO_LONG_ERROR");
-        std::exception const& base = e;
-        EXPECT_EQ(dynamic_cast<foundation::core::except::IException const*>(&base), nullptr);
+        static_assert(!std::is_base_of_v<foundation::core::except::IException, IdnConverterException>);
     }
     EXPECT_EQ(converter.toAscii(u"ü"), "xn--tda"); // the converter stays usable
 }

@@ -6,7 +6,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unicode/unistr.h>
 
 #include <net/if.h>
 
@@ -18,17 +17,12 @@ using platform::UnicastAddress;
 using namespace testing;
 using Adapters = foundation::network::detail::ImmutableIterableRange<NetworkInterface>;
 
-std::string utf8(std::u16string const& text) {
-    std::string narrow;
-    return icu::UnicodeString(text.data(), static_cast<int32_t>(text.size())).toUTF8String(narrow);
-}
-
 // One line an adapter: all that it says.
 std::vector<std::string> linesOf(Adapters const& adapters) {
     std::vector<std::string> lines;
     for (auto const& adapter : adapters) {
-        std::string line = adapter.getIdentifier() + ' ' + utf8(adapter.getFriendlyName()) + " [" +
-                           utf8(adapter.getDescription()) + ']' + (adapter.isUp() ? " up" : "") +
+        std::string line = adapter.getIdentifier() + ' ' + support::show(adapter.getFriendlyName()) + " [" +
+                           support::show(adapter.getDescription()) + ']' + (adapter.isUp() ? " up" : "") +
                            (adapter.isLoopback() ? " loopback" : "") +
                            (adapter.supportsMulticast() ? " multicast" : "") + ' ' +
                            adapter.getHardwareAddress().toString();
@@ -56,8 +50,9 @@ TEST(Listing, SaysWhatTheKernelSays) {
             ip addr add 192.0.2.99/31 dev zdown)"),
                   0);
         auto const number = [](char const* name) { return std::to_string(if_nametoindex(name)); };
-        auto const full = number("zfull") + " zfull [Büro 😀 \"uplink\"] up multicast 02:00:00:00:0a:ff"
-                                            " 192.0.2.1/24 198.51.100.9/30 2001:db8::1/64";
+        auto const full = number("zfull") +
+                          " zfull [B\\u{FC}ro \\u{D83D}\\u{DE00} \"uplink\"] up multicast 02:00:00:00:0a:ff"
+                          " 192.0.2.1/24 198.51.100.9/30 2001:db8::1/64";
         auto const all = linesOf(NetworkInterface::listAll());
         EXPECT_THAT(all,
                     IsSupersetOf({full, number("zdown") +
@@ -110,7 +105,8 @@ TEST(PlayedListing, KeepsTheSystemsOrderAndTellsEachAdapter) {
     auto const all = linesOf(NetworkInterface::listAll());
     std::string const groups = HardwareAddress(infiniband).toString();
     EXPECT_THAT(all, ElementsAre("4 4 [no name] up multicast 00:01 10.1.2.3/8",
-                                 "7 v6 [bü😀] " + groups + " fe80::/64", "1 lo [] up loopback "));
+                                 "7 v6 [b\\u{FC}\\u{D83D}\\u{DE00}] " + groups + " fe80::/64",
+                                 "1 lo [] up loopback "));
     EXPECT_THAT(linesOf(NetworkInterface::list()), ElementsAre(all[0]));
 }
 

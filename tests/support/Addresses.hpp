@@ -42,8 +42,6 @@ inline bool addressHolds(std::string const& text) {
         require(InetAddress(whole).bytes() == bytes, "its own text is another address", text);
         require(InetAddress(bytes).toString() == whole.substr(0, whole.find('%')),
                 "its own bytes are another address", text);
-        require(made->isMulticast() == (bytes.size() == 4 ? bytes[0] >> 4 == 14 : bytes[0] == 255),
-                "multicast", text);
     }
     return made.has_value();
 }
