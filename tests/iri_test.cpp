@@ -90,6 +90,7 @@ TEST(IriText, WholeAndAuthorityInEveryForm) {
     EXPECT_EQ(iri.toAsciiString(true), u"http:" + expected[4] + u"#%25zz");
     EXPECT_EQ(iri.getFragment(Encoding::IriStrict), u"%25zz");
     EXPECT_EQ(IRI(u"http://[::1]/%").toString(true), u"http://[::1]/%25");
+    EXPECT_EQ(IRI(IRIArgs().setHost(u"h").setUserInfo(u"%")).getUserInfo(Encoding::IriStrict), u"%");
     EXPECT_EQ(IRI(u"//[::1]").getHost(Encoding::IriStrict), u"[::1]");
     EXPECT_EQ(IRI().toAsciiString(true), u"");
     EXPECT_EQ(IRI(u"").toString(true), u"");

@@ -57,6 +57,7 @@ TEST(Conversions, GoThereAndBackForEveryCodePoint) {
             char32_t const escape[] = {U'%', U"01234567"[c / 16], U"0123456789ABCDEF"[c % 16], 0};
             Text const iri = c == U'%' ? U"%25" : converted(part, Raw, Iri, Text(1, c));
             EXPECT_EQ(converted(part, Uri, Iri, escape), iri);
+            EXPECT_EQ(converted(part, Iri, Uri, Text(1, c)), c > 32 && c < 127 ? Text(1, c) : escape);
             EXPECT_EQ(converted(part, Iri, Raw, iri), Text(1, c));
         }
     }

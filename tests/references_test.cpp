@@ -122,7 +122,7 @@ TEST(Relativise, GivesWhatIsDocumented) {
         {u"x:b", u"x:b?q", u"./b"}, {u"http://a/b?q", u"http://a/b?q#f", u""},
         {u"http://a/b?x", u"http://a/b?y", u"?x"}, {u"http://a?q", u"http://a/b", u"//a?q"},
         {u"http://a?q", u"http://a/b?q", u"//a?q"}, {u"x:y", u"http://a", u"x:y"},
-        {u"http://h/p", u"http://g/p", u"//h/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
+        {u"http://h/p", u"http://g/p", u"//h/p"}, {u"http://h:1/p", u"http://h:2/q", u"//h:1/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
         {u"x:/p", u"x://a/p", u"x:/p"}, {u"http://a//b", u"http://a/c", u"/.//b"},
         {u"http://a/%C0%AF/b", u"http://a/%C0%AF/c", u"b"},
         {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"/a:b", u"/c", u"a%3Ab"},

@@ -250,6 +250,10 @@ TEST(IriArgs, ReceiveThePartsOfAnIri) {
     IRIArgs moved = std::move(args);
     EXPECT_EQ(IRI(args), IRI(moved)) << "moving copies";
 
+    args = IRIArgs().appendQueryKeyValuePair(u"a", u"=", false, false);
+    IRI(u"?a%20b").toArgs(args); // its query is not form-encoded
+    EXPECT_EQ(IRI(args).toString(false), u"?a%20b");
+
     args = filled();
     EXPECT_THROW(IRI().toArgs(args), std::runtime_error);
     EXPECT_THROW(IRI(u"y://z/%C0%AF?r").toArgs(args), std::out_of_range);

@@ -71,9 +71,8 @@ inline bool equalityHolds(IRI const& a, IRI const& b) {
 // can be assigned to and destroyed. `say` tells all of a value.
 template <class T, class Say>
 void valuesTravel(T const& one, T const& two, Say say) {
-    auto const tell = [&say](T const& value) {
-        return say(T(value));
-    }; // what is asked itself may make and keep forms
+    // A copy is asked: what is asked itself makes and keeps forms, which would travel along.
+    auto const tell = [&say](T const& value) { return say(T(value)); };
     auto const first = tell(one), second = tell(two);
     T a(one);
     T& self = a;
@@ -96,19 +95,19 @@ void valuesTravel(T const& one, T const& two, Say say) {
     require(tell(one) == first && tell(two) == second, "an operand has changed", first, second);
 }
 
-// Whether a text can carry all that was built.
+// Whether a text can carry all that was built: not a path that would be read as a host, nor brackets in a
+// query or a fragment, a second "#", or a stray "%" in user information.
 inline bool canBeReadAgain(IRI const& built) {
+    constexpr auto Iri = Encoding::Iri;
     auto const holds = [](std::u16string const& text, char16_t const* characters) {
         return text.find_first_of(characters) != text.npos;
     };
-    constexpr auto Iri = Encoding::Iri;
-    bool const lost = (!built.hasHost() && built.getPath(Iri).rfind(u"//", 0) == 0) // would be read as a host
-                      ||
-                      (built.hasQuery() && holds(built.getQuery(Iri), u"[]")) // may stand nowhere in a text
-                      || (built.hasFragment() && holds(built.getFragment(Iri), u"#[]")) // nor a second "#"
-                      || (built.hasUserInfo() &&                                        // a stray "%"
-                          built.getAuthority(Encoding::IriStrict) != built.getAuthority(Iri));
-    return !lost;
+    bool const asHost = !built.hasHost() && built.getPath(Iri).rfind(u"//", 0) == 0;
+    bool const inQuery = built.hasQuery() && holds(built.getQuery(Iri), u"[]");
+    bool const inFragment = built.hasFragment() && holds(built.getFragment(Iri), u"#[]");
+    bool const inUserInfo =
+        built.hasUserInfo() && built.getAuthority(Encoding::IriStrict) != built.getAuthority(Iri);
+    return !asHost && !inQuery && !inFragment && !inUserInfo;
 }
 
 // What was built, printed and parsed again is the same. Returns whether there was anything to hold.

@@ -57,22 +57,16 @@ inline std::regex referenceExpression() {
     }
     ipv6 += "|" + groupsBefore(5) + h16 + "|" + groupsBefore(6);
     std::string const literal = "\\[(?:" + ipv6 + "|v" + hex + "+\\.[:" + name + "]+)\\]";
-    return std::regex("(?:([" + alpha + "][" + alpha + digit +
-                      "+.-]*):|(?![^/?#]*:))" // scheme, or no colon
-                      "(?://(?:((?:[:" +
-                      name + "]|" + escape +
-                      ")*)@)?" // user information
-                      "(" +
-                      literal + "|(?:[" + name + "]|" + escape +
-                      ")*)" // host
-                      "(?::([" +
-                      digit + "]*))?((?:/[/" + pchar +
-                      "]*)?)" // port, path behind an authority
-                      "|(?!//)([/" +
-                      pchar +
-                      "]*))" // path without one
-                      "(?:\\?([/?\6" +
-                      pchar + "]*))?(?:#([/?" + pchar + "]*))?");
+    std::string const scheme = "([" + alpha + "][" + alpha + digit + "+.-]*)";
+    std::string const userInfo = "((?:[:" + name + "]|" + escape + ")*)";
+    std::string const host = "(" + literal + "|(?:[" + name + "]|" + escape + ")*)";
+    std::string const port = "([" + digit + "]*)", behindHost = "((?:/[/" + pchar + "]*)?)";
+    std::string const path = "((?!//)[/" + pchar + "]*)";
+    std::string const query = "([/?\6" + pchar + "]*)", fragment = "([/?" + pchar + "]*)";
+    std::string const authority = "//(?:" + userInfo + "@)?" + host + "(?::" + port + ")?" + behindHost;
+    std::string const begin = "(?:" + scheme + ":|(?![^/?#]*:))"; // or no colon before a slash
+    return std::regex(begin + "(?:" + authority + "|" + path + ")(?:\\?" + query + ")?(?:#" + fragment +
+                      ")?");
 }
 
 inline std::optional<ReferenceParts> matchReference(std::u32string const& text) {
