@@ -125,7 +125,7 @@ TEST(Relativise, GivesWhatIsDocumented) {
         {u"http://h/p", u"http://g/p", u"//h/p"}, {u"http://h:1/p", u"http://h:2/q", u"//h:1/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
         {u"x:/p", u"x://a/p", u"x:/p"}, {u"http://a//b", u"http://a/c", u"/.//b"},
         {u"http://a/%C0%AF/b", u"http://a/%C0%AF/c", u"b"},
-        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"/a:b", u"/c", u"a%3Ab"},
+        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"/a:b", u"/c", u"a%3Ab"}, {u"x:b", u"x:a", u"../b"},
     };
     // clang-format on
     for (auto const& row : rows) {
