@@ -22,8 +22,6 @@ int fuzz::holds(std::string_view input) {
             support::equalityHolds(a, b);
         }
     }
-    for (std::size_t i = 0; i + 1 < pool.size(); i += 2) {
-        support::valuesTravel(pool[i], pool[i + 1], &answers);
-    }
+    support::valuesTravel(pool.back(), pool[pool.size() / 2], &answers);
     return 0;
 }
