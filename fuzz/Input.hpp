@@ -3,7 +3,8 @@
 /// What the bytes of a fuzzer mean: UTF-8 text of one or more lines, so that seeds and findings can be read.
 
 #include "support/Laws.hpp"
-#include "support/PlainConversions.hpp"
+
+#include <unicode/utf8.h>
 
 #include <cstdint>
 #include <optional>
@@ -23,11 +24,13 @@ inline std::u32string codePoints(std::string_view bytes) {
     std::u32string text;
     while (!bytes.empty()) {
         bool const behindLead = !text.empty() && text.back() >= 0xD800 && text.back() <= 0xDBFF;
-        auto const byte = static_cast<unsigned char>(bytes.front());
-        auto const [c, length] = support::plain::codePoint(bytes).value_or(
-            std::pair((behindLead || byte % 2 != 0 ? 0xD800u : 0xDC00u) + byte, std::size_t{1}));
-        text += c;
-        bytes.remove_prefix(length);
+        auto const* const front = reinterpret_cast<unsigned char const*>(bytes.data());
+        std::size_t length = 0;
+        UChar32 c = 0;
+        U8_NEXT(front, length, bytes.size(), c);
+        text +=
+            c >= 0 ? static_cast<char32_t>(c) : (behindLead || *front % 2 != 0 ? 0xD800u : 0xDC00u) + *front;
+        bytes.remove_prefix(c >= 0 ? length : 1);
     }
     return text;
 }
@@ -61,10 +64,6 @@ auto unlessRefused(Operation operation) -> std::optional<decltype(operation())> 
         return std::nullopt;
     }
 }
-
-} // namespace fuzz
-
-namespace fuzz {
 
 /// What a target does with one input: a law that doesn't hold ends the program with its words and its texts.
 int holds(std::string_view input);

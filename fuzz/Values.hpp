@@ -44,18 +44,4 @@ inline std::optional<IRI> valueOf(std::string_view line) {
     });
 }
 
-/// Holds a law on the values of two lines, whose answers it must leave as they were.
-template <class Law>
-int onTwo(std::string_view input, Law law) {
-    auto const found = split(input, '\n');
-    auto const left = found.size() == 2 ? valueOf(found[0]) : std::nullopt;
-    auto const right = left ? valueOf(found[1]) : std::nullopt;
-    if (right && support::canBeReadAgain(*left) && support::canBeReadAgain(*right)) {
-        std::string const before = answers(*left) + answers(*right);
-        (void)unlessRefused<std::logic_error>([&] { return law(*left, *right), 0; });
-        require(answers(*left) + answers(*right) == before, "an operand has changed", input);
-    }
-    return 0;
-}
-
 } // namespace fuzz

@@ -6,7 +6,7 @@
 #include <foundation/network/IdnConverter.hpp>
 #include <foundation/network/NetworkInterface.hpp>
 
-#include "support/Questions.hpp"
+#include "support/Iris.hpp"
 
 #include <gtest/gtest.h>
 
@@ -74,7 +74,6 @@ std::vector<Operation> const beginnings = {
     [](auto*) { return wide(InetAddress("256.1.1.1").toString()); },
     [](auto*) { return wide(InterfaceAddress(InetAddress(std::vector<unsigned char>(16)), 64).toString()); },
     [](auto*) { return wide(InetAddress::getByName("localhost").getHostName()); },
-    [](auto*) { return wide(InetAddress::getByName("").toString()); },
     [](auto*) { return Text(InetAddress::getAllByName("127.0.0.1").size(), u'a'); },
     [](auto*) { return wide(InetAddress("127.0.0.1").getCanonicalHostName()); },
     [](auto*) { return wide(InetAddress::getLocalHost().toString()); },
@@ -98,8 +97,6 @@ std::vector<Operation> operations() {
         all.emplace_back([=](auto* o) { return (o->args.*setter)(u"long-enough"), Text(); });
     }
     std::vector<Operation> const more = {
-        [](auto* o) { return o->b.getFragment(Encoding::Iri); }, // none is there
-        [](auto* o) { return IRI(o->a).getPath(Encoding::Raw); },
         [](auto* o) { return o->b = o->a, Text(); },
         [](auto* o) { return IRI(u"../x/./y").resolveAgainst(o->b).toString(false); },
         [](auto* o) { return o->args.setPath(u"/long-enough"), Text(); },
@@ -166,7 +163,7 @@ TEST(AllocationFailure, LeavesOperandsAsTheyWereAndTheNextTrySucceeds) {
             EXPECT_EQ(operands.state(), after);
         }
     }
-    EXPECT_EQ(all.size(), 80u);
+    EXPECT_EQ(all.size(), 76u);
     EXPECT_GT(failures, 1000u);
 }
 

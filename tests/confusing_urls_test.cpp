@@ -1,7 +1,6 @@
 // The table of docs/confusing-urls.md, row by row.
 
-#include "support/Laws.hpp"
-#include "support/PlainConversions.hpp"
+#include "support/Iris.hpp"
 
 #include <gtest/gtest.h>
 
@@ -14,20 +13,16 @@ namespace {
 using support::Encoding;
 using support::IRI;
 
-// A cell as UTF-16: UTF-8 in which \u{...} stands for a code point.
+// A cell as UTF-16: ASCII in which \u{...} stands for a character.
 std::u16string textOf(std::string const& cell) {
-    std::u32string text;
-    for (std::size_t at = 0; at != cell.size();) {
-        if (cell.compare(at, 3, "\\u{") == 0) {
-            text += static_cast<char32_t>(std::stoul(cell.substr(at + 3), nullptr, 16));
-            at = cell.find('}', at) + 1;
-        } else {
-            auto const next = support::plain::codePoint(std::string_view(cell).substr(at));
-            text += next.value().first;
-            at += next.value().second;
-        }
+    std::u16string text;
+    for (std::size_t at = 0; at != cell.size(); ++at) {
+        bool const escape = cell.compare(at, 3, "\\u{") == 0;
+        text += static_cast<char16_t>(escape ? std::stoul(cell.substr(at + 3), nullptr, 16)
+                                             : static_cast<unsigned char>(cell[at]));
+        at = escape ? cell.find('}', at) : at;
     }
-    return support::toUtf16(text).value();
+    return text;
 }
 
 // The parts as the table writes them: in their Iri forms, a host that reads differently with what it reads.

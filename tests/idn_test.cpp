@@ -3,13 +3,9 @@
 #include <foundation/core/except/InternalException.hpp>
 
 #include "platform/TextConverters.hpp"
+#include "support/Threads.hpp"
 
 #include <gtest/gtest.h>
-#include <unicode/idna.h>
-#include <unicode/uchar.h>
-#include <unicode/unistr.h>
-
-#include <thread>
 
 namespace {
 
@@ -40,6 +36,8 @@ TEST(Idn, ConvertsKnownNames) {
         {u"a..b", "a..b", u"a..b"}, {u"-under_score-", "-under_score-", u"-under_score-"},
         {std::u16string(300, u'A'), std::string(300, 'a'), std::u16string(300, u'a')},
         {u"A.xn--a", "a.xn--a\x1A", u"a.xn--a\u001A"}, // ICU marks the second label with U+FFFD
+        // What UTS #46 lets its users choose: no check of joiners, of mixed directions, of ASCII; no ß.
+        {u"a\u200Cb", "ab", u"ab"}, {u"a\u05D0", "xn--a-0hc", u"a\u05D0"}, {u"a<b", "a<b", u"a<b"},
         // Invalid: it decodes to a label that looks encoded still.
         {u"xn--xn--bcher-kv8a", "xn--xn--bcher-kv8a", u"xn--b\u110Fcher"},
     };
@@ -54,44 +52,6 @@ TEST(Idn, ConvertsKnownNames) {
     }
 }
 
-std::u16string units(icu::UnicodeString const& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
-}
-
-// Labels of neighbouring letters out of every block of Unicode: ours is what ICU says when asked directly.
-TEST(Idn, AgreesWithIcuInEveryScript) {
-    UErrorCode status = U_ZERO_ERROR;
-    std::unique_ptr<icu::IDNA> const idna(icu::IDNA::createUTS46Instance(0, status));
-    ASSERT_TRUE(U_SUCCESS(status));
-    IdnConverter const converter;
-    std::size_t rows = 0;
-    std::size_t marked = 0;
-    for (UChar32 first = 0x80; first < 0x32000; first += 3) {
-        icu::UnicodeString label;
-        for (UChar32 point = first; point < first + 5; ++point) {
-            label.append(u_isdefined(point) ? point : UChar32('a'));
-        }
-        auto const name = label + u".Ex\u00E4mple";
-        icu::IDNAInfo info;
-        icu::UnicodeString ascii;
-        icu::UnicodeString unicode;
-        idna->nameToASCII(name, ascii, info, status);
-        auto const ours = converter.toAscii(units(name));
-        ASSERT_EQ(ours.size(), static_cast<std::size_t>(ascii.length()));
-        for (std::size_t i = 0; i < ours.size(); ++i) {
-            char16_t const unit = ascii[static_cast<int32_t>(i)];
-            ASSERT_EQ(ours[i], unit < 0x80 ? static_cast<char>(unit) : '\x1A');
-            marked += unit >= 0x80;
-        }
-        idna->nameToUnicode(icu::UnicodeString::fromUTF8(ours), unicode, info, status);
-        ASSERT_EQ(converter.toUnicode(ours), units(unicode));
-        ASSERT_TRUE(U_SUCCESS(status));
-        ++rows;
-    }
-    EXPECT_EQ(rows, 68'224u);
-    EXPECT_GT(marked, 1000u); // invalid labels were among them
-}
-
 TEST(Idn, FailsWithTheNameOfIcusError) {
     IdnConverter const converter;
     try {
@@ -99,34 +59,21 @@ TEST(Idn, FailsWithTheNameOfIcusError) {
         FAIL();
     } catch (IdnConverterException const& e) {
         EXPECT_STREQ(e.what(), "U_INPUT_TOO_LONG_ERROR");
-        std::exception const& base = e;
-        EXPECT_EQ(dynamic_cast<foundation::core::except::IException const*>(&base), nullptr);
+        static_assert(!std::is_base_of_v<foundation::core::except::IException, IdnConverterException>);
     }
     EXPECT_EQ(converter.toAscii(u"ü"), "xn--tda"); // the converter stays usable
-    IdnConverterException renamed("first");
-    IdnConverterException const other("second");
-    renamed = other;
-    EXPECT_STREQ(renamed.what(), "second");
 }
 
 TEST(Idn, CopiesConvertOnManyThreads) {
-    IdnConverter original;
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back([copy = original] {
-            for (int round = 0; round < 500; ++round) {
-                ASSERT_EQ(copy.toAscii(u"bücher.example"), "xn--bcher-kva.example");
-                ASSERT_EQ(copy.toUnicode("xn--bcher-kva.example"), u"bücher.example");
-            }
-        });
-    }
-    IdnConverter const moved = std::move(original);
-    EXPECT_EQ(moved.toAscii(u"Ä"), "xn--4ca");
-    original = moved;
-    EXPECT_EQ(original.toAscii(u"Ä"), "xn--4ca");
-    for (auto& thread : threads) {
-        thread.join();
-    }
+    IdnConverter const original;
+    support::onThreads(8, [&original](std::size_t) {
+        IdnConverter copy;
+        copy = original;
+        for (int round = 0; round < 500; ++round) {
+            ASSERT_EQ(copy.toAscii(u"bücher.example"), "xn--bcher-kva.example");
+            ASSERT_EQ(copy.toUnicode("xn--bcher-kva.example"), u"bücher.example");
+        }
+    });
 }
 
 } // namespace

@@ -3,14 +3,12 @@
 
 #include "support/Generator.hpp"
 #include "support/Laws.hpp"
-#include "support/Questions.hpp"
 #include "support/Threads.hpp"
 
 #include <gtest/gtest.h>
 
 #include <mutex>
 #include <optional>
-#include <sstream>
 #include <vector>
 
 namespace {
@@ -19,51 +17,9 @@ using namespace foundation::network;
 using namespace support;
 using Text = std::u16string;
 
-TEST(IriParse, TakesApart) {
-    // clang-format off
-    // scheme | user information | host | port | path | query | fragment, where "-" is none
-    struct Row { Text text, parts; };
-    Row const rows[] = {
-        {u"", u"-|-|-|-||-|-"}, {u"//u:p@h:8/p?q#f", u"-|u:p|h|8|/p|q|f"}, {u"a:", u"a|-|-|-||-|-"},
-        {u"a:b:c", u"a|-|-|-|b:c|-|-"}, {u"./1a:b", u"-|-|-|-|./1a:b|-|-"},
-        {u"a:?x?y/z#f?g", u"a|-|-|-||x?y/z|f?g"}, {u"a:#", u"a|-|-|-||-|"}, {u"a:b?", u"a|-|-|-|b||-"},
-        {u"//a/b@c", u"-|-|a|-|/b@c|-|-"}, {u"//", u"-|-||-||-|-"}, {u"//@", u"-|||-||-|-"},
-        {u"//:80", u"-|-||80||-|-"}, {u"http://a:0080/", u"http|-|a|0080|/|-|-"},
-        {u"//[::1]:80/", u"-|-|[::1]|80|/|-|-"}, {u"//[v1.a:b]", u"-|-|[v1.a:b]|-||-|-"},
-        {u"//[1:2:3:4:5:6:1.2.3.4]", u"-|-|[1:2:3:4:5:6:1.2.3.4]|-||-|-"},
-        {u"//1.2.3.4:80", u"-|-|1.2.3.4|80||-|-"}, {u"//1.2.3.4.5", u"-|-|1.2.3.4.5|-||-|-"},
-        {u"//01.2.3.4", u"-|-|01.2.3.4|-||-|-"}, {u"//a%41b/", u"-|-|a%41b|-|/|-|-"},
-        {u"/a%zz", u"-|-|-|-|/a%zz|-|-"}, {u"\u00E91:x", u"\u00E91|-|-|-|x|-|-"},
-        {u"?\uE000\U000E0000", u"-|-|-|-||\uE000\U000E0000|-"}, {u"x:\U000E1000", u"x|-|-|-|\U000E1000|-|-"},
-    };
-    // clang-format on
-    for (auto const& row : rows) {
-        IRI const iri(row.text);
-        auto const part = [&](bool present, Text (IRI::*getter)(Encoding const&) const) {
-            return present ? (iri.*getter)(Encoding::Iri) : u"-";
-        };
-        EXPECT_EQ((iri.hasScheme() ? iri.getScheme() : u"-") + u'|' +
-                      part(iri.hasUserInfo(), &IRI::getUserInfo) + u'|' + part(iri.hasHost(), &IRI::getHost) +
-                      u'|' + (iri.hasPort() ? iri.getPort() : u"-") + u'|' + iri.getPath(Encoding::Iri) +
-                      u'|' + part(iri.hasQuery(), &IRI::getQuery) + u'|' +
-                      part(iri.hasFragment(), &IRI::getFragment),
-                  row.parts)
-            << show(row.text);
-        EXPECT_EQ(iri.toString(false), row.text);
-    }
-}
-
 TEST(IriParse, RefusesWhatIsNoReference) {
-    // clang-format off
-    Text const rows[] = {
-        u"a b", u"1a:b", u"a:b c", u"//a%4/", u"//%/", u"//u%zz@h", u"//a@b@c", u"//h:8a", u"a:#x#y", u"a:[",
-        u"/]", u"?[", u"//h:", u"http://a:65536/", u"http://a:99999999999/", u"//h:\u0661",
-        u"//[1:2:3:4:5:6:7]", u"//[1:2:3:4:5:6:7:8:9]", u"//[:::]", u"//[1:::2]", u"//[12345::]",
-        u"//[::256.1.1.1]", u"//[]", u"//[v.a]", u"//[v1.]", u"//[V1.a]", u"//[fe80::1%25en0]", u"/\uE000",
-        u"#\uE000", u"//\uE000", u"/\uFDD0", u"/\uFFFE", u"/\u0080", u"/\U0001FFFE", u"/\"", u"<", u"/\\",
-        u"^", u"`", u"{", u"|", u"\x7F", Text(u"/\0", 2)};
-    // clang-format on
-    for (auto const& text : rows) {
+    for (Text const text :
+         {u"a b", u"1a:b", u"//a@b@c", u"//h:", u"http://a:65536/", u"//[:::]", u"/\uE000", u"/\\"}) {
         EXPECT_EQ(thrown<std::logic_error>([&] { IRI iri(text); }), "IRI parsing failed") << show(text);
     }
 }
@@ -111,9 +67,11 @@ TEST(IriParse, AnAbsentPartIsNamed) {
     EXPECT_EQ(refusal([&] { none.getAuthority(Encoding::UriStrict); }),
               "Item not set: Host: Host (in getAuthority)");
     EXPECT_EQ(refusal([&] { none.getSchemeSpecificPart(Encoding::Raw); }), "Item not set: Path");
+    EXPECT_EQ(refusal([&] { none.getUserInfo(Encoding::Raw); }), "Item not set: UserInfo");
+    EXPECT_EQ(refusal([&] { none.getHost(Encoding::Iri); }), "Item not set: Host");
+    EXPECT_EQ(refusal([&] { none.getQuery(Encoding::Uri); }), "Item not set: Query");
+    EXPECT_EQ(refusal([&] { none.getFragment(Encoding::IriStrict); }), "Item not set: Fragment");
     EXPECT_EQ(IRI(u"").getPath(Encoding::Iri), u"");
-    EXPECT_EQ(IRI(u"//h:00080").getPortNumber(), 80);
-    EXPECT_EQ(IRI(u"//h:65535").getPortNumber(), 65535);
 }
 
 TEST(IriText, WholeAndAuthorityInEveryForm) {
@@ -132,39 +90,23 @@ TEST(IriText, WholeAndAuthorityInEveryForm) {
     EXPECT_EQ(iri.toAsciiString(true), u"http:" + expected[4] + u"#%25zz");
     EXPECT_EQ(iri.getFragment(Encoding::IriStrict), u"%25zz");
     EXPECT_EQ(IRI(u"http://[::1]/%").toString(true), u"http://[::1]/%25");
+    EXPECT_EQ(IRI(IRIArgs().setHost(u"h").setUserInfo(u"%")).getUserInfo(Encoding::IriStrict), u"%");
+    EXPECT_EQ(IRI(u"//[::1]").getHost(Encoding::IriStrict), u"[::1]");
     EXPECT_EQ(IRI().toAsciiString(true), u"");
     EXPECT_EQ(IRI(u"").toString(true), u"");
-}
-
-TEST(IriText, StreamsAsciiAndNothingThatLooksLikeIt) {
-    std::ostringstream stream;
-    stream << IRI(u"x://h\u00E9/") << '|';
-    stream.width(6);
-    stream << IRI(u"/%") << '|' << IRI(u"\u0130\U00010400:b");
-    EXPECT_EQ(stream.str(), "x://h%C3%A9/|    /%|\x1A\x1A\x1A:b");
-}
-
-TEST(IriText, FormsHoldTheirPromises) {
-    Generator generator(5);
-    int seen = 0;
-    for (int round = 0; round < 40000; ++round) {
-        auto const iri = parsed(toUtf16(round % 2 == 0 ? generator.reference() : generator.mutated()));
-        seen += iri && formsHold(*iri);
-    }
-    EXPECT_GT(seen, 10000);
 }
 
 TEST(IriThreads, OneValueAnswersManyAsOne) {
     // The first parse of this process is raced as well: ctest runs each test in a process of its own.
     Text const text = u"http://u%41@h\u00E9:8/a%20b/\u00E9?q%C3%A9=%25#f%";
     auto const questions = support::questions();
-    ASSERT_EQ(questions.size(), 51u);
+    ASSERT_EQ(questions.size(), 50u);
     for (int round = 0; round < 30; ++round) {
         std::optional<IRI> shared, base;
         std::once_flag made;
         std::vector<std::vector<Text>> given(16, std::vector<Text>(questions.size()));
         onThreads(given.size(), [&](std::size_t i) {
-            IRI const own(text);
+            IRI own(text);
             std::call_once(made, [&] {
                 shared.emplace(round % 2 == 0 ? IRI(text) : IRI(IRIArgs(own)));
                 base.emplace(u"http://u%41@h\u00E9:8/./c?q");
@@ -172,7 +114,10 @@ TEST(IriThreads, OneValueAnswersManyAsOne) {
             Generator order(i);
             for (int step = 0; step < 100; ++step) {
                 std::size_t const which = order.below(questions.size());
-                given[i].at(which) = questions[which](order.chance(30) ? IRI(*shared) : *shared, *base);
+                bool const ofCopy = order.chance(30); // which is assigned and swapped beside the readers
+                IRI copy(u"x");
+                ofCopy ? (copy = *shared).swap(own) : (void)0;
+                given[i].at(which) = questions[which](ofCopy ? own : *shared, *base);
             }
         });
         for (std::size_t which = 0; which != questions.size(); ++which) {

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <deque>
@@ -26,8 +25,8 @@ std::string padded(std::string bytes) {
     return bytes.append((4 - bytes.size() % 4) % 4, '\0');
 }
 
-std::string message(unsigned short type, std::string const& payload, unsigned short flags = NLM_F_MULTI,
-                    unsigned int sequence = 0) {
+std::string message(unsigned short type, std::string const& payload, unsigned int sequence,
+                    unsigned short flags = NLM_F_MULTI) {
     auto const size = static_cast<unsigned int>(sizeof(nlmsghdr) + payload.size());
     return padded(raw(nlmsghdr{size, type, flags, sequence, 0}) + payload);
 }
@@ -37,19 +36,18 @@ std::string attribute(unsigned short type, std::string const& value) {
     return padded(raw(rtattr{size, type}) + value);
 }
 
+// The first request is for links, the second for addresses; a message carries the number of its request.
 std::string link(int index, unsigned int flags, std::string const& attributes) {
-    return message(RTM_NEWLINK, raw(ifinfomsg{0, 0, 0, index, flags, 0}) + attributes);
+    return message(RTM_NEWLINK, raw(ifinfomsg{0, 0, 0, index, flags, 0}) + attributes, 1);
 }
-
 std::string address(unsigned char family, unsigned char prefix, unsigned int index,
                     std::string const& attributes) {
-    return message(RTM_NEWADDR, raw(ifaddrmsg{family, prefix, 0, 0, index}) + attributes);
+    return message(RTM_NEWADDR, raw(ifaddrmsg{family, prefix, 0, 0, index}) + attributes, 2);
 }
+std::string const linksDone = message(NLMSG_DONE, raw(0), 1);
+std::string const addressesDone = message(NLMSG_DONE, raw(0), 2);
 
-std::string const done = message(NLMSG_DONE, raw(0));
-
-// A kernel that answers with the datagrams of a test, where a message with sequence number 0 gets that of the
-// request. One of its calls may fail at the first two times.
+// A kernel that answers with the datagrams of a test. One of its calls may fail at the first two times.
 class PlayedKernel : public LinuxCalls {
 public:
     explicit PlayedKernel(std::deque<Datagram> answers, std::string failingCall = "", int errorNumber = 0)
@@ -59,11 +57,7 @@ public:
     int openRouteSocket() const override { return fails("socket") ? -1 : 76 + ++open; }
     void close(int socket) const override { open -= socket == 77 ? 1 : 0; }
     int hostName(char*, std::size_t) const override { return fails("hostName") ? -1 : 0; } // writes no end
-    std::ptrdiff_t send(int, void const* data, std::size_t size) const override {
-        nlmsghdr header{};
-        std::memcpy(&header, data, sizeof(header));
-        EXPECT_EQ(header.nlmsg_len, size);
-        sequence = header.nlmsg_seq;
+    std::ptrdiff_t send(int, void const*, std::size_t size) const override {
         return fails("send") ? -1 : static_cast<std::ptrdiff_t>(size);
     }
     std::ptrdiff_t nextSize(int) const override {
@@ -73,18 +67,10 @@ public:
         if (datagrams.empty() || fails("receive")) {
             return datagrams.empty() ? 0 : -1;
         }
-        Datagram datagram = datagrams.front();
+        Datagram const datagram = std::move(datagrams.front());
         datagrams.pop_front();
         EXPECT_LE(datagram.size(), size);
-        nlmsghdr header{};
-        for (std::size_t at = 0; at + sizeof(header) <= datagram.size();
-             at += std::max<std::size_t>(sizeof(header), std::size_t{NLMSG_ALIGN(header.nlmsg_len)})) {
-            std::memcpy(&header, &datagram[at], sizeof(header));
-            header.nlmsg_seq = header.nlmsg_seq == 0 ? sequence : header.nlmsg_seq;
-            std::memcpy(&datagram[at], &header, sizeof(header));
-        }
-        std::memcpy(data, datagram.data(), datagram.size());
-        return std::ssize(datagram);
+        return static_cast<std::ptrdiff_t>(datagram.copy(static_cast<char*>(data), size));
     }
 
 private:
@@ -93,7 +79,6 @@ private:
         return call == name && times-- > 0;
     }
     mutable std::deque<Datagram> datagrams;
-    mutable unsigned int sequence = 0;
     mutable int open = 0;
     std::string call;
     int error;
@@ -109,7 +94,7 @@ TEST(LinuxSystem, TellsWhichCallFailed) {
     };
     // clang-format on
     for (auto const& [call, error, expected] : rows) {
-        PlayedKernel const kernel({link(2, 0, "") + done, done}, call, error);
+        PlayedKernel const kernel({link(2, 0, "") + linksDone, addressesDone}, call, error);
         auto const reading = LinuxSystem(kernel).readAdapters();
         EXPECT_EQ(reading.error, expected) << call;
         EXPECT_FALSE(reading.changed);
@@ -128,17 +113,17 @@ TEST(LinuxSystem, ReadsWhatTheKernelAnswers) {
                                              name("x\xC3\xBC\xFF") + attribute(IFLA_IFALIAS, "alias\0"s) +
                                                  attribute(IFLA_ADDRESS, std::string(20, 'A'))),
         // A message of other's, and one longer than any buffer that was made before.
-        message(RTM_NEWLINK, "", 0, 4711) +
+        message(RTM_NEWLINK, "", 4711) +
             link(3, IFF_LOOPBACK | IFF_RUNNING, attribute(200, std::string(60'000, 0))),
-        done,
+        linksDone,
         address(AF_INET, 24, 2,
                 attribute(IFA_ADDRESS, "\x0A\0\0\x02"s) + attribute(IFA_LOCAL, "\x0A\0\0\x01"s) +
                     attribute(IFA_ADDRESS, "\x0A\0\0\x02"s)) +
             address(AF_INET6, 64, 2, attribute(IFA_ADDRESS, "\xFE\x80"s + std::string(14, '\0'))) +
             address(12, 8, 2, attribute(IFA_LOCAL, "\x01")) +
             address(AF_INET, 8, 2, attribute(IFA_LOCAL, "abc")) + address(AF_INET, 8, 2, "\xFF\xFF\x02\0"s) +
-            message(RTM_NEWADDR, "short"),
-        done,
+            message(RTM_NEWADDR, "short", 2),
+        addressesDone,
     });
     auto const reading = LinuxSystem(kernel).readAdapters();
     EXPECT_EQ(reading.error, 0);
@@ -169,12 +154,12 @@ TEST(LinuxSystem, NoticesChangesAndBadAnswers) {
     // clang-format off
     struct Row { std::deque<Datagram> answers; int error; bool changed; };
     Row const rows[] = {
-        {{eth, done, done}, 0, false}, {{message(RTM_NEWLINK, "", NLM_F_DUMP_INTR)}, 0, true},
-        {{eth, message(NLMSG_DONE, raw(0), NLM_F_DUMP_INTR)}, 0, true},
-        {{eth, done, address(AF_INET, 8, 3, "") + done}, 0, true}, // an adapter that came in between
-        {{message(NLMSG_ERROR, raw(nlmsgerr{-EOPNOTSUPP, {}}), 0)}, EOPNOTSUPP, false},
-        {{eth, message(NLMSG_DONE, raw(-ENODEV))}, ENODEV, false},
-        {{eth, done, message(NLMSG_ERROR, raw(nlmsgerr{-EACCES, {}}), 0)}, EACCES, false},
+        {{eth, linksDone, addressesDone}, 0, false}, {{message(RTM_NEWLINK, "", 1, NLM_F_DUMP_INTR)}, 0, true},
+        {{eth, message(NLMSG_DONE, raw(0), 1, NLM_F_DUMP_INTR)}, 0, true},
+        {{eth, linksDone, address(AF_INET, 8, 3, "") + addressesDone}, 0, true}, // an adapter that came in between
+        {{message(NLMSG_ERROR, raw(nlmsgerr{-EOPNOTSUPP, {}}), 1, 0)}, EOPNOTSUPP, false},
+        {{eth, message(NLMSG_DONE, raw(-ENODEV), 1)}, ENODEV, false},
+        {{eth, linksDone, message(NLMSG_ERROR, raw(nlmsgerr{-EACCES, {}}), 2, 0)}, EACCES, false},
         {{cut}, EBADMSG, false}, {{tiny}, EBADMSG, false}, {{eth}, ECONNRESET, false},
     };
     // clang-format on

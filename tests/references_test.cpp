@@ -2,7 +2,6 @@
 #include <foundation/network/IRIArgs.hpp>
 
 #include "support/Generator.hpp"
-#include "support/Iris.hpp"
 #include "support/References.hpp"
 
 #include <gtest/gtest.h>
@@ -62,20 +61,23 @@ Text randomReference(Generator& generator) {
     return text + (generator.chance(20) ? u"#f" : u"");
 }
 
-TEST(Resolve, AgreesWithTheRfcButForTheNamedDifferences) {
+TEST(References, KeepTheirLaws) {
     Generator generator(21);
-    Tally tally;
+    int resolved = 0;
+    int relativised = 0;
     for (int round = 0; round < 200000; ++round) {
-        auto const reference = parsed(randomReference(generator));
+        auto const iri = parsed(randomReference(generator));
         auto const base = parsed(randomReference(generator));
-        if (reference && base) {
-            tally.add(resolutionHolds(*reference, *base));
+        std::optional<IRI> reference;
+        try {
+            resolved += iri && base && resolutionHolds(*iri, *base);
+            reference = iri && base ? std::optional(iri->makeRelativeTo(*base)) : std::nullopt;
+        } catch (std::logic_error const&) {
         }
+        relativised += reference && relativisationHolds(*reference, *iri, *base);
     }
-    EXPECT_GT(tally.held, 100000);
-    for (std::size_t i = 0; i != std::size(differences); ++i) {
-        EXPECT_GT(tally.different[i], 0) << differences[i].reason;
-    }
+    EXPECT_GT(resolved, 100000) << "too few for which the RFC is to be followed";
+    EXPECT_GT(relativised, 10000);
 }
 
 TEST(Resolve, DiffersFromTheRfcAsDocumented) {
@@ -120,10 +122,10 @@ TEST(Relativise, GivesWhatIsDocumented) {
         {u"x:b", u"x:b?q", u"./b"}, {u"http://a/b?q", u"http://a/b?q#f", u""},
         {u"http://a/b?x", u"http://a/b?y", u"?x"}, {u"http://a?q", u"http://a/b", u"//a?q"},
         {u"http://a?q", u"http://a/b?q", u"//a?q"}, {u"x:y", u"http://a", u"x:y"},
-        {u"http://h/p", u"http://g/p", u"//h/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
+        {u"http://h/p", u"http://g/p", u"//h/p"}, {u"http://h:1/p", u"http://h:2/q", u"//h:1/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
         {u"x:/p", u"x://a/p", u"x:/p"}, {u"http://a//b", u"http://a/c", u"/.//b"},
         {u"http://a/%C0%AF/b", u"http://a/%C0%AF/c", u"b"},
-        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"/a:b", u"/c", u"a%3Ab"},
+        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"/a:b", u"/c", u"a%3Ab"}, {u"x:b", u"x:a", u"../b"},
     };
     // clang-format on
     for (auto const& row : rows) {
@@ -142,27 +144,6 @@ TEST(Relativise, RefusesInItsOrder) {
     EXPECT_EQ(refusal(u"/x", u"//a"), "Cannot make relative to base as base has authority but this does not");
     EXPECT_EQ(refusal(u"?q", u"/b"), "Cannot make relative to base as base has path but this does not");
     EXPECT_EQ(refusal(u"#f", u"?q"), "Cannot make relative to base as base has query but this does not");
-}
-
-TEST(Relativise, ResolvingGivesTheTargetBackButForTheNamedLosses) {
-    Generator generator(22);
-    Tally tally;
-    for (int round = 0; round < 200000; ++round) {
-        auto const iri = parsed(randomReference(generator));
-        auto const base = parsed(randomReference(generator));
-        std::optional<IRI> reference;
-        try {
-            reference = iri && base ? std::optional(iri->makeRelativeTo(*base)) : std::nullopt;
-        } catch (std::logic_error const&) {
-        }
-        if (reference) {
-            tally.add(relativisationHolds(*reference, *iri, *base));
-        }
-    }
-    EXPECT_GT(tally.held, 10000);
-    for (std::size_t i = 0; i != std::size(backLosses); ++i) {
-        EXPECT_GT(tally.different[i], 0) << backLosses[i].reason;
-    }
 }
 
 } // namespace

@@ -6,8 +6,6 @@
 #include "support/Iris.hpp"
 #include "support/Threads.hpp"
 
-#include <boost/asio/error.hpp>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -19,30 +17,18 @@
 namespace {
 
 using namespace foundation::network;
-using namespace std::string_literals;
-using testing::ElementsAre;
 
-// The error code as the library tells it for a result of `getaddrinfo`.
-std::error_code codeOf(int result) {
-    using namespace boost::asio::error;
-    bool const unknown = result == EAI_NONAME || result == EAI_NODATA || result == EAI_ADDRFAMILY;
-    return make_error_code(unknown               ? host_not_found
-                           : result == EAI_AGAIN ? host_not_found_try_again
-                                                 : no_recovery);
-}
-
-// What `getaddrinfo` gives for a name, called directly: numeric texts, or the failure's text.
+// What `getaddrinfo` gives for a name, called directly: numeric texts, none where it fails.
 std::vector<std::string> direct(char const* name) {
     addrinfo hints{};
     hints.ai_flags = AI_ADDRCONFIG;
     hints.ai_socktype = SOCK_STREAM;
     hints.ai_protocol = IPPROTO_TCP;
     addrinfo* list = nullptr;
-    int const result = getaddrinfo(name, nullptr, &hints, &list);
-    if (result != 0) {
-        return {codeOf(result).message()};
-    }
     std::vector<std::string> texts;
+    if (getaddrinfo(name, nullptr, &hints, &list) != 0) {
+        return texts;
+    }
     for (auto const* entry = list; entry != nullptr; entry = entry->ai_next) {
         std::array<char, NI_MAXHOST> text{};
         getnameinfo(entry->ai_addr, entry->ai_addrlen, text.data(), text.size(), nullptr, 0, NI_NUMERICHOST);
@@ -54,41 +40,29 @@ std::vector<std::string> direct(char const* name) {
 
 using Failure = foundation::core::except::detail::AnonymousInternalException<std::system_error>;
 
-template <class Lookup>
-std::vector<std::string> textsOrFailure(Lookup const& lookup) {
-    try {
-        std::vector<std::string> texts;
-        for (auto const& address : lookup()) {
-            texts.push_back(address.toString());
-        }
-        return texts;
-    } catch (Failure const& e) {
-        EXPECT_EQ(e.what(), e.code().message());
-        EXPECT_EQ(e.code().category(), codeOf(EAI_NONAME).category());
-        return {e.what()};
-    }
-}
-
 // The same by the library, which has to say the same for the first address as for all.
 std::vector<std::string> ours(std::string const& name) {
-    auto all = textsOrFailure([&name] { return InetAddress::getAllByName(name); });
-    auto const first = textsOrFailure([&name] {
-        auto const address = InetAddress::getByName(name);
-        EXPECT_EQ(address.getHostName(), name);
-        return std::vector{address};
-    });
-    EXPECT_EQ(all.front(), first.front());
-    return all;
+    std::vector<std::string> texts;
+    try {
+        for (auto const& address : InetAddress::getAllByName(name)) {
+            EXPECT_EQ(address.getHostName(), name);
+            texts.push_back(address.toString());
+        }
+        auto const first = InetAddress::getByName(name);
+        EXPECT_EQ(first.toString() + first.getHostName(), texts.front() + name);
+    } catch (Failure const& e) {
+        EXPECT_EQ(e.what(), e.code().message());
+        EXPECT_THROW(InetAddress::getByName(name), Failure);
+    }
+    return texts;
 }
 
 TEST(Lookup, OfLocalNamesNeedsNoNetwork) {
     for (char const* name : {"localhost", "127.0.0.1", "127.1", "::1", "fe80::1%lo", "192.0.2.1"}) {
         EXPECT_EQ(ours(name), direct(name)) << name;
     }
-    EXPECT_THAT(ours(""), ElementsAre("Host not found (authoritative)"));
-}
-
-TEST(Lookup, WithoutAUsableEntryIsAFailure) {
+    EXPECT_EQ(support::thrown<std::system_error>([] { InetAddress::getByName(""); }),
+              "Host not found (authoritative)");
     EXPECT_THROW(ResolverContext::usable({}), Failure);
 }
 
@@ -97,7 +71,7 @@ void withHosts(std::function<void()> const& body) {
     std::string const path = testing::TempDir() + "hosts." + std::to_string(getpid());
     std::ofstream(path) << "127.0.0.1 localhost\n"
                            "192.0.2.10 multi.example\n2001:db8::10 multi.example\n192.0.2.11 multi.example\n"
-                           "192.0.2.20 canon.example alias.example\n"
+                           "192.0.2.20 canon.example alias.example\n192.0.2.21 alias.example\n"
                            "192.0.2.30 a-name-of-thirty-one-characters\n"
                            "127.0.1.1 loops xn--bcher-kva\n";
     inOwnNamespace([&] {
@@ -110,16 +84,13 @@ void withHosts(std::function<void()> const& body) {
 TEST(LookupInNamespace, GoesByTheSystemsOrder) {
     withHosts([] {
         ASSERT_EQ(ours("multi.example").size(), 3u);
-        for (auto const& address : InetAddress::getAllByName("multi.example")) {
-            EXPECT_EQ(address.getHostName(), "multi.example");
-        }
         for (char const* name : {"multi.example", "canon.example", "no-such-name.invalid", "::1"}) {
             EXPECT_EQ(ours(name), direct(name)) << name;
         }
         EXPECT_EQ(InetAddress("192.0.2.11").getHostName(), "multi.example");
-        auto const alias = InetAddress::getByName("alias.example");
-        EXPECT_EQ(alias.getHostName(), "alias.example");
-        EXPECT_EQ(alias.getCanonicalHostName(), "canon.example");
+        EXPECT_EQ(InetAddress::getByName("canon.example").getCanonicalHostName(), "canon.example");
+        EXPECT_EQ(InetAddress("192.0.2.21").getHostName(), "alias.example");
+        EXPECT_EQ(InetAddress("192.0.2.21").getCanonicalHostName(), "canon.example");
     });
 }
 
@@ -141,13 +112,6 @@ TEST(LocalHostInNamespace, HasTheMachinesName) {
 
         setName("B\303\274cher"); // in its ASCII form among the hosts, as a loopback address
         EXPECT_EQ(InetAddress::getLocalHost().toString(), "127.0.1.1");
-        ASSERT_EQ(std::system("ip link add v0 type veth peer name v1 &&"
-                              " for v in v0 v1; do ip link set dev $v addrgenmode none up; done &&"
-                              " ip addr add 198.51.100.1/24 dev v1"),
-                  0);
-        host = InetAddress::getLocalHost();
-        EXPECT_EQ(host.toString(), "198.51.100.1");
-        EXPECT_EQ(host.getHostName(), "xn--bcher-kva");
     });
 }
 

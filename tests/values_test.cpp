@@ -3,12 +3,11 @@
 
 #include "support/Generator.hpp"
 #include "support/Laws.hpp"
-#include "support/Threads.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
+#include <set>
 #include <unordered_set>
 #include <vector>
 
@@ -56,7 +55,9 @@ std::vector<Member> pool(std::size_t size) {
         {IRI(u"http://a:80/"), true},
         {IRI(IRIArgs().setScheme(u"http").setHost(u"a").setPort(80).setPath(u"/")), false},
         {IRI(IRIArgs().setQuery(u"a=%2B")), false}, // the same text, and another mark
-        {IRI(IRIArgs().appendQueryKeyValuePair(u"a", u"+", false, false)), false}};
+        {IRI(IRIArgs().appendQueryKeyValuePair(u"a", u"+", false, false)), false},
+        {IRI(IRIArgs().setScheme(u"x").setQuery(u"a%20b")), false}, // the same source, and another form
+        {IRI(u"?a%20b").resolveAgainst(IRI(u"x:")), false}};
     while (values.size() < size) {
         Member const any = generator.pick(values);
         std::size_t const how = generator.below(4);
@@ -120,87 +121,57 @@ TEST(Values, OrderIsStrictAndWeakWithinAKindAndByTextOverAll) {
     isStrictWeakOrder(kinds[0], less);
     isStrictWeakOrder(kinds[1], less);
     isStrictWeakOrder(all, IRITextLess());
-    std::map<IRI, int, IRITextLess> ordered;
-    std::unordered_set<IRI> hashed;
-    for (auto const& iri : all) {
-        ordered[iri] = 1;
-        hashed.insert(iri);
-    }
-    EXPECT_EQ(ordered.size(), hashed.size());
+    std::set<IRI, IRITextLess> const ordered(all.begin(), all.end());
+    EXPECT_EQ(ordered.size(), std::unordered_set<IRI>(all.begin(), all.end()).size());
     EXPECT_TRUE(IRI() < IRI(u"a"));
+    EXPECT_TRUE(IRI(u"/b!") < IRI(IRIArgs().setPath(u"/b c"))) << "of two kinds, by their Iri texts";
     EXPECT_TRUE(IRI(u"\uFFE0") < IRI(u"\U00010000")) << "by code point, not by UTF-16 unit";
 }
 
-std::uint64_t fnv1a(std::u32string const& text) {
-    std::uint64_t hash = 0xcbf29ce484222325;
-    for (char32_t const c : text) {
-        for (int shift = 0; shift != 32; shift += 8) {
-            hash = (hash ^ ((c >> shift) & 0xFF)) * 0x100000001b3;
-        }
-    }
-    return hash;
-}
-
-TEST(Values, HashIsFnv1aOfTheIriText) {
-    for (std::u32string const text :
-         {U"a", U"http://h\u00E9/\u4E2D?\U0001F600#\u00FF\u0100", U"//", U"?\U0010FFFD\uE000"}) {
-        EXPECT_EQ(IRI(*toUtf16(text)).hashValue(), fnv1a(text)) << show(text);
-    }
-    EXPECT_EQ(IRI().hashValue(), 0u);
-    EXPECT_EQ(IRI(u"").hashValue(), 0u);
-    EXPECT_EQ(IRI(IRIArgs().setScheme(u"x").setPath(u"\u00E9 ")).hashValue(), fnv1a(U"x:\u00E9%20"));
+TEST(Values, HashIsFnv1aOfTheIriText) { // of four bytes a code point, the lowest first
+    EXPECT_EQ(IRI(u"a").hashValue(), 0xAC804B820E4FE984);
+    EXPECT_EQ(IRI(u"?\u00FF\u0100\uFFEF\U0001F600\U0010FFFD").hashValue(), 0x99783EA4FE0F554F);
+    EXPECT_EQ(IRI(IRIArgs().setScheme(u"x").setPath(u"\u00E9 ")).hashValue(), 0x4B338907D5F2C699);
+    EXPECT_TRUE(IRI().hashValue() == 0 && IRI(u"").hashValue() == 0);
 }
 
 TEST(Values, AssignmentMoveAndSwapCarryEverything) {
-    auto const values = pool(60);
-    for (auto const& [a, aParsed] : values) {
-        for (auto const& [b, bParsed] : values) {
-            valuesTravel(a, b);
+    auto values = pool(60);
+    for (std::size_t i = 0; i != values.size(); ++i) {
+        for (std::size_t const step : {1u, 7u, 23u}) {
+            valuesTravel(values[i].iri, values[(i + step) % values.size()].iri, &answers);
         }
     }
-}
-
-TEST(Values, CopiesBesideReadersAreWhole) {
-    for (int round = 0; round < 30; ++round) {
-        IRI const shared(u"http://u%41@h\u00E9:8/a%20b/\u00E9?q%C3%A9=%25#f%");
-        std::string const whole = answers(IRI(shared));
-        onThreads(8, [&](std::size_t i) {
-            IRI own(i % 2 == 0 ? u"x" : u"//y/z?");
-            for (int step = 0; step < 10; ++step) {
-                IRI copy(shared);
-                copy.swap(own);
-                copy = shared;
-                ASSERT_TRUE(answers(own) == whole && answers(copy) == whole && answers(shared) == whole);
-            }
-        });
+    for (auto& [iri, isParsed] : values) {
+        IRI const moved = std::move(iri);
+        EXPECT_EQ(answers(iri), answers(IRI()));
     }
 }
 
 TEST(IriArgs, BuiltPrintedAndParsedAgainIsTheSame) {
     Generator generator(12);
-    Tally tally;
+    int held = 0;
     for (int round = 0; round < 20000; ++round) {
-        tally.add(buildHolds(IRI(randomArgs(generator))));
+        held += buildHolds(IRI(randomArgs(generator)));
     }
-    EXPECT_GT(tally.held, 15000);
-    for (std::size_t i = 0; i != std::size(buildLosses); ++i) {
-        EXPECT_GT(tally.different[i], 10) << buildLosses[i].reason;
-    }
+    EXPECT_GT(held, 15000);
 }
 
 TEST(IriArgs, RefusalsComeInTheirOrder) {
     auto const refusal = [](IRIArgs const& args) { return thrown<std::logic_error>([&] { IRI iri(args); }); };
     IRIArgs args;
-    args.setScheme(u"1a").setUserInfo(u"u").setPort(1).setPath(u"a");
-    EXPECT_EQ(refusal(args), "Malformed scheme");
-    EXPECT_EQ(refusal(args.setScheme(u"")), "Malformed scheme");
+    args.setUserInfo(u"u").setPort(1).setPath(u"a");
+    for (Text const scheme : {u"", u"1a", u"a:", u"a b", u"-"}) {
+        EXPECT_EQ(refusal(args.setScheme(scheme)), "Malformed scheme");
+    }
     EXPECT_EQ(refusal(args.setScheme(u"a1")), "User Info requires a host");
     EXPECT_EQ(refusal(args.clearUserInfo()), "Port requires a host");
     EXPECT_EQ(refusal(args.setHost(u"")), "Path cannot be relative if authority present");
     EXPECT_EQ(IRI(args.setPath(u"")).toString(false), u"a1://:1");
     EXPECT_EQ(thrown<std::logic_error>([&] { args.appendQueryKeyValuePair(u"", u"v", false, false); }),
               "Key must not be empty");
-    for (Text const port : {u"65536", u"", u"8 0", u"-1", u"80x"}) {
+    for (Text const port :
+         {u"65536", u"", u"8 0", u"-1", u"+80", u"80x", u"\u0668\u0660", u"99999999999", u"4294967376"}) {
         EXPECT_EQ(thrown<std::logic_error>([&] { args.setPort(port); }), "Port must be numeric");
     }
     Text const bad(1, char16_t(0xD800));
@@ -217,7 +188,7 @@ TEST(IriArgs, BuildsWhatIsDocumented) {
     // clang-format off
     struct Row { IRIArgs args; Text text; std::string traits; };
     Row const rows[] = {
-        {IRIArgs(), u"", "e"}, {IRIArgs().setScheme(u"s"), u"s:", "saO"},
+        {IRIArgs(), u"", "e"}, {IRIArgs().setScheme(u"\u00E9\u0661+.-"), u"\u00E9\u0661+.-:", "saO"},
         {IRIArgs().setScheme(u"s").setHost(u"h"), u"s://h", "sAah"}, {IRIArgs().setQuery(u""), u"?", "q"},
         {IRIArgs().setPath(u"a:b"), u"a%3Ab", ""}, {IRIArgs().setHost(u"h").setPort(0), u"//h:0", "Aoh"},
         {IRIArgs().setScheme(u"s").setPath(u"a:b"), u"s:a:b", "saO"},
@@ -227,6 +198,7 @@ TEST(IriArgs, BuildsWhatIsDocumented) {
         {IRIArgs().setScheme(u"s").setPath(u"p").setFragment(u"f").clearScheme().clearPath().clearFragment(),
          u"", "e"},
         {IRIArgs().setHost(u"h").setPort(1).clearPort(), u"//h", "Ah"},
+        {IRIArgs().setHost(u"h").setPort(u"0000000000000065535"), u"//h:65535", "Aoh"},
         {IRIArgs().setHost(u"[::1]"), u"//%5B%3A%3A1%5D", "Ah"},
         {IRIArgs(IRI(u"x:/%2Fa")), u"x://a", "sap"}, {IRIArgs(IRI(u"\u00E9:b")), u"\u00E9:b", "saO"},
     };
@@ -234,7 +206,6 @@ TEST(IriArgs, BuildsWhatIsDocumented) {
     for (auto const& row : rows) {
         IRI const iri(row.args);
         EXPECT_EQ(iri.toString(false), row.text);
-        EXPECT_EQ(iri.toString(false), row.text); // from the cache
         EXPECT_EQ(traits(iri), row.traits) << show(row.text);
     }
 }
@@ -263,10 +234,8 @@ TEST(IriArgs, FormEncodedQueriesGrowKeyByKey) {
               u"a=b+\uE000");
     // The Raw form of a form-encoded query set as Raw never depends on other forms.
     IRI const iri(IRIArgs().appendQueryKeyValuePair(u"a", u"\u00E9=", false, false));
-    Text const raw = iri.getQuery(Encoding::Raw);
-    EXPECT_EQ(raw, u"a=\u00E9%3D");
     (void)iri.getQuery(Encoding::Uri);
-    EXPECT_EQ(iri.getQuery(Encoding::Raw), raw);
+    EXPECT_EQ(iri.getQuery(Encoding::Raw), u"a=\u00E9%3D");
 }
 
 TEST(IriArgs, ReceiveThePartsOfAnIri) {
@@ -276,26 +245,19 @@ TEST(IriArgs, ReceiveThePartsOfAnIri) {
     IRIArgs args = filled();
     IRI(u"x:/%61").toArgs(args); // the authority stays, the rest goes
     EXPECT_EQ(IRI(args).toString(false), u"x://u@h:8/a");
-    IRI(u"//g").toArgs(args);
+    IRI(u"//g:08").toArgs(args); // a number
     EXPECT_EQ(IRI(args).toString(false), u"x://u@g:8");
     IRIArgs moved = std::move(args);
     EXPECT_EQ(IRI(args), IRI(moved)) << "moving copies";
+
+    args = IRIArgs().appendQueryKeyValuePair(u"a", u"=", false, false);
+    IRI(u"?a%20b").toArgs(args); // its query is not form-encoded
+    EXPECT_EQ(IRI(args).toString(false), u"?a%20b");
 
     args = filled();
     EXPECT_THROW(IRI().toArgs(args), std::runtime_error);
     EXPECT_THROW(IRI(u"y://z/%C0%AF?r").toArgs(args), std::out_of_range);
     EXPECT_EQ(IRI(args), IRI(filled())) << "a failure changed something";
-    try {
-        IRIArgs none{IRI()};
-    } catch (std::runtime_error const& e) {
-        EXPECT_STREQ(e.what(), "Item not set: Path");
-    }
-    for (auto const* const text : {u"http://u%40@h\u00E9:08/a%20b?q#f", u"x:a%25b", u"//h?%26#%23"}) {
-        IRI const iri{Text(text)};
-        EXPECT_EQ(IRI(IRIArgs(iri)).getPath(Encoding::Raw), iri.getPath(Encoding::Raw));
-        EXPECT_EQ(IRI(IRIArgs(iri)).getSchemeSpecificPart(Encoding::Raw).find(u"08"), Text::npos)
-            << "a number";
-    }
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace support {
 
@@ -80,12 +81,12 @@ private:
     // clang-format off
     static constexpr std::array<Text, 9> schemes{
         U"http", U"x", U"a1+.-", U"\u00E9", U"1a", U"+", U"", U"\u0660x", U"x\u0660"};
-    static constexpr std::array<Text, 30> hosts{
+    static constexpr std::array<Text, 31> hosts{
         U"h", U"", U"example.org", U"b\u00FCcher.example", U"1.2.3.4", U"1.2.3.4.5", U"1.2.3.256",
         U"01.2.3.4", U"0.0.0.0", U"255.255.255.255", U"1.2.3", U"1.2.3.4a", U"1.2.3.4%41", U"[::]", U"[::1]",
         U"[1:2:3:4:5:6:7:8]", U"[1:2:3:4:5:6:7]", U"[1:2:3:4:5:6:1.2.3.4]", U"[::ffff:1.2.3.4]",
         U"[1::2:3:4]", U"[1:2::7:8]", U"[1:2:3:4:5:6:7::]", U"[1:::2]", U"[12345::]", U"[v1.a:b]", U"[V1.a]",
-        U"[vF.]", U"[]", U"[\uFF21::\uFF10]", U"[::1"};
+        U"[vF.]", U"[]", U"[\uFF21::\uFF10]", U"[::1", U"[::01.2.3.4]"};
     static constexpr std::array<Text, 9> ports{
         U"80", U"", U"0", U"00080", U"65535", U"65536", U"\u0661", U"8a", U"99999999999"};
     static constexpr std::array<Text, 6> dots{U".", U"..", U"...", U"", U".a", U"%2e"};
@@ -102,5 +103,19 @@ private:
 
     std::uint64_t state;
 };
+
+/// How many code points a test takes, and in how many runs.
+template <class Test>
+std::pair<int, int> countRuns(Test test) {
+    std::pair<int, int> found;
+    bool before = false;
+    for (char32_t c = 0; c <= 0x10FFFF; ++c) {
+        bool const now = test(c);
+        found.first += now;
+        found.second += now && !before;
+        before = now;
+    }
+    return found;
+}
 
 } // namespace support

@@ -6,11 +6,15 @@
 
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/IRIArgs.hpp>
 
+#include <functional>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace support {
 
@@ -70,32 +74,57 @@ inline std::string traits(IRI const& iri) {
     return letters;
 }
 
+inline std::u16string wide(std::string const& text) {
+    return {text.begin(), text.end()};
+}
+
+/// Everything that a value can be asked, with another one where a question takes two.
+using Question = std::function<std::u16string(IRI const& iri, IRI const& other)>;
+inline std::vector<Question> questions() {
+    std::vector<Question> all = {
+        [](auto& iri, auto&) { return iri.toString(false); },
+        [](auto& iri, auto&) { return iri.toString(true); },
+        [](auto& iri, auto&) { return iri.toAsciiString(false); },
+        [](auto& iri, auto&) { return iri.toAsciiString(true); },
+        [](auto& iri, auto&) { return iri.getScheme() + iri.getPort(); },
+        [](auto& iri, auto&) { return wide(traits(iri) + std::to_string(iri.hashValue())); },
+        [](auto& iri, auto&) { return wide(std::to_string(iri.getPortNumber())); },
+        [](auto& iri, auto& other) { return wide(std::to_string((iri == other) + 2 * (iri < other))); },
+        [](auto& iri, auto& other) {
+            return wide(std::to_string(foundation::network::IRITextLess()(other, iri)));
+        },
+        [](auto& iri, auto& other) { return iri.resolveAgainst(other).toString(true); },
+        [](auto& iri, auto& other) { return other.resolveAgainst(iri).toString(true); },
+        [](auto& iri, auto& other) { return iri.makeRelativeTo(other).toString(true); },
+        [](auto& iri, auto& other) { return other.makeRelativeTo(iri).toString(true); },
+        [](auto& iri, auto&) { return IRI(foundation::network::IRIArgs(iri)).getPath(Encoding::Uri); },
+        [](auto& iri, auto&) {
+            std::ostringstream stream;
+            stream.exceptions(std::ios::badbit);
+            stream << iri;
+            return wide(stream.str());
+        }};
+    for (Encoding const encoding : encodings) {
+        for (auto const getter : {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
+                                  &IRI::getFragment, &IRI::getAuthority, &IRI::getSchemeSpecificPart}) {
+            all.emplace_back([=](auto& iri, auto&) { return (iri.*getter)(encoding); });
+        }
+    }
+    return all;
+}
+
 /// Everything that a value answers, in one text.
 inline std::string answers(IRI const& iri) {
-    std::string all;
-    auto const ask = [&all](auto getter) {
+    static std::vector<Question> const all = questions();
+    std::string text;
+    for (auto const& question : all) {
         try {
-            all += show(getter()) + '|';
-            return true;
+            text += show(question(iri, iri)) + '|';
         } catch (std::exception const& e) {
-            all += std::string("! ") + e.what() + '|';
-            return !dynamic_cast<std::runtime_error const*>(&e); // the part is there, this form is not
-        }
-    };
-    for (auto const getter : {&IRI::getUserInfo, &IRI::getHost, &IRI::getPath, &IRI::getQuery,
-                              &IRI::getFragment, &IRI::getAuthority, &IRI::getSchemeSpecificPart}) {
-        bool present = true;
-        for (Encoding const encoding : encodings) {
-            present = present && ask([&] { return (iri.*getter)(encoding); });
+            text += std::string("! ") + e.what() + '|';
         }
     }
-    for (bool const strict : {false, true}) {
-        ask([&] { return iri.toString(strict); });
-        ask([&] { return iri.toAsciiString(strict); });
-    }
-    ask([&] { return iri.getScheme(); });
-    ask([&] { return iri.getPort(); });
-    return all + traits(iri) + std::to_string(iri.hashValue());
+    return text;
 }
 
 } // namespace support

@@ -5,10 +5,6 @@
 
 #include "support/Iris.hpp"
 
-#include <array>
-#include <bitset>
-#include <cstddef>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -25,36 +21,6 @@ void require(bool holds, char const* law, Texts const&... about) {
         throw Broken((std::string(law) + ... + (" | " + show(about))));
     }
 }
-
-// What a law found: whether one of the named reasons applied, and which of them made a difference.
-struct Named {
-    bool known = false;
-    std::bitset<8> different;
-};
-
-template <class Reasons, class... Arguments>
-Named named(bool isDifferent, Reasons const& reasons, Arguments const&... arguments) {
-    Named found;
-    for (std::size_t i = 0; i != std::size(reasons); ++i) {
-        bool const applies = reasons[i].applies(arguments...);
-        found.known = found.known || applies;
-        found.different[i] = applies && isDifferent;
-    }
-    return found;
-}
-
-// How often a law held, and how often each of its reasons made a difference.
-struct Tally {
-    int held = 0;
-    std::array<int, 8> different{};
-
-    void add(Named const& found) {
-        held += !found.known;
-        for (std::size_t i = 0; i != different.size(); ++i) {
-            different[i] += found.different[i];
-        }
-    }
-};
 
 // What the grammar takes by Unicode's classes and ASCII has no way to write: full-width digits in an escape
 // of an authority, and what is not ASCII between the brackets of a host.
@@ -101,70 +67,63 @@ inline bool equalityHolds(IRI const& a, IRI const& b) {
     return same;
 }
 
-// Copies, assignments, swaps and moves carry everything, also to oneself.
-inline void valuesTravel(IRI const& one, IRI const& two) {
-    std::string const first = answers(one), second = answers(two);
-    std::u16string const text = one.toString(false);
-    IRI a(one);
+// Copies, assignments, swaps and moves of any class carry everything, also to oneself; what was moved from
+// can be assigned to and destroyed. `say` tells all of a value.
+template <class T, class Say>
+void valuesTravel(T const& one, T const& two, Say say) {
+    // A copy is asked: what is asked itself makes and keeps forms, which would travel along.
+    auto const tell = [&say](T const& value) { return say(T(value)); };
+    auto const first = tell(one), second = tell(two);
+    T a(one);
+    T& self = a;
+    a = std::as_const(self);
+    a = std::move(self);
+    using std::swap;
+    swap(a, self);
+    require(tell(a) == first, "a value and itself", first);
+    T b(std::move(a));
+    require(tell(b) == first, "a move", first);
     a = two;
-    require(answers(a) == second, "an assignment", text);
-    IRI b(one);
+    require(tell(a) == second, "an assignment", second);
     swap(a, b);
-    require(answers(a) == first && answers(b) == second, "a swap", text);
-    a.swap(b);
-    require(answers(a) == second && answers(b) == first, "a swap as a member", text);
+    require(tell(a) == first && tell(b) == second, "a swap", first, second);
+    T const copy(a);
     b = std::move(a);
-    require(answers(b) == second && answers(a) == answers(IRI()), "a move", text);
-    IRI& self = b;
-    b = std::as_const(self);
-    b = std::move(self);
-    b.swap(self);
-    require(answers(b) == second, "a value and itself", text);
-    require(answers(one) == first && answers(two) == second, "an operand has changed", text);
+    require(tell(b) == first && tell(copy) == first, "a move assignment", first);
+    T const gone(std::move(b));
+    require(say(gone) == first, "a move to the end", first);
+    require(tell(one) == first && tell(two) == second, "an operand has changed", first, second);
 }
 
-// What a text cannot carry of built parts.
-struct BuildLoss {
-    char const* reason;
-    bool (*applies)(IRI const& built);
-};
-inline bool holds(std::u16string const& text, char16_t const* characters) {
-    return text.find_first_of(characters) != std::u16string::npos;
-}
-inline constexpr BuildLoss buildLosses[] = {
-    {"a path that begins with two slashes, and no host: read as a host",
-     [](IRI const& iri) { return !iri.hasHost() && iri.getPath(Encoding::Iri).rfind(u"//", 0) == 0; }},
-    {"a bracket in a query, which the text may hold nowhere",
-     [](IRI const& iri) { return iri.hasQuery() && holds(iri.getQuery(Encoding::Iri), u"[]"); }},
-    {"a bracket or a second # in a fragment",
-     [](IRI const& iri) { return iri.hasFragment() && holds(iri.getFragment(Encoding::Iri), u"#[]"); }},
-    {"a stray % in a user info",
-     [](IRI const& iri) {
-         return iri.hasUserInfo() && iri.getAuthority(Encoding::IriStrict) != iri.getAuthority(Encoding::Iri);
-     }},
-};
-
-inline bool canBeReadAgain(IRI const& iri) {
-    return !named(true, buildLosses, iri).known;
+// Whether a text can carry all that was built: not a path that would be read as a host, nor brackets in a
+// query or a fragment, a second "#", or a stray "%" in user information.
+inline bool canBeReadAgain(IRI const& built) {
+    constexpr auto Iri = Encoding::Iri;
+    auto const holds = [](std::u16string const& text, char16_t const* characters) {
+        return text.find_first_of(characters) != text.npos;
+    };
+    bool const asHost = !built.hasHost() && built.getPath(Iri).rfind(u"//", 0) == 0;
+    bool const inQuery = built.hasQuery() && holds(built.getQuery(Iri), u"[]");
+    bool const inFragment = built.hasFragment() && holds(built.getFragment(Iri), u"#[]");
+    bool const inUserInfo =
+        built.hasUserInfo() && built.getAuthority(Encoding::IriStrict) != built.getAuthority(Iri);
+    return !asHost && !inQuery && !inFragment && !inUserInfo;
 }
 
-// What was built, printed and parsed again is the same but for the named losses.
-inline Named buildHolds(IRI const& built) {
+// What was built, printed and parsed again is the same. Returns whether there was anything to hold.
+inline bool buildHolds(IRI const& built) {
     constexpr auto Iri = Encoding::Iri;
     std::u16string const text = built.toString(false);
-    Named const found = named(true, buildLosses, built);
-    if (!found.known) {
-        IRI const again(text);
-        require(again == built && again.hashValue() == built.hashValue(), "another value", text);
-        require(again.toAsciiString(true) == built.toAsciiString(true), "another ASCII form", text);
-        require(again.getPath(Iri) == built.getPath(Iri), "another path", text);
-        require(again.getSchemeSpecificPart(Iri) == built.getSchemeSpecificPart(Iri), "other parts", text);
-        require((again.hasHost() ? again.getAuthority(Iri) : u"-") ==
-                    (built.hasHost() ? built.getAuthority(Iri) : u"-"),
-                "another authority", text);
-        require(again.isOpaque() == built.isOpaque(), "another shape", text);
+    if (built.isEmpty() || !canBeReadAgain(built)) {
+        return false;
     }
-    return found;
+    IRI const again(text);
+    require(again == built && again.hashValue() == built.hashValue(), "another value", text);
+    require(again.toAsciiString(true) == built.toAsciiString(true), "another ASCII form", text);
+    require(again.getPath(Iri) == built.getPath(Iri), "another path", text);
+    require(again.getSchemeSpecificPart(Iri) == built.getSchemeSpecificPart(Iri), "other parts", text);
+    require(traits(again) == traits(built), "another shape", text);
+    return true;
 }
 
 } // namespace support

@@ -1,191 +1,120 @@
 #pragma once
 
-// A slow, plain matcher of IRI references: each rule of the grammar as a function from a place in a text to
-// the place behind what it matched, or to `none`, which every rule hands on. No tables, no looks ahead, no
-// runs.
+// A slow, plain matcher of IRI references: the grammar as one regular expression over classes of code points.
+
+#include "support/Laws.hpp"
+
+#include <foundation/network/iri/detail/Parts.hpp>
 
 #include <boost/spirit/home/support/char_encoding/unicode.hpp>
 
 #include <optional>
+#include <regex>
 #include <string>
-#include <string_view>
 
 namespace support {
+
+// A character for the class of a code point: printable ASCII stands for itself, a space for what no rule
+// takes.
+inline char classOf(char32_t c) {
+    using Unicode = boost::spirit::char_encoding::unicode;
+    auto const in = [c](char32_t first, char32_t last) { return c >= first && c <= last; };
+    if (c < 0x20 || in(0x7F, 0x9F) || c > 0x10FFFF) {
+        return ' ';
+    }
+    bool const plane = in(0x10000, 0xDFFFF) && c % 0x10000 < 0xFFFE;
+    return c < 0x80                                         ? static_cast<char>(c)
+           : in(0xFF10, 0xFF19)                             ? '\1' // full-width digits
+           : in(0xFF21, 0xFF26) || in(0xFF41, 0xFF46)       ? '\2' // full-width hexadecimal letters
+           : Unicode::isalpha(c)                            ? '\3'
+           : Unicode::isdigit(c)                            ? '\4'
+           : in(0xA0, 0xD7FF) || in(0xF900, 0xFDCF)         ? '\5' // ucschar of RFC 3987
+           : in(0xFDF0, 0xFFEF) || in(0xE1000, 0xEFFFD)     ? '\5'
+           : plane                                          ? '\5'
+           : in(0xE000, 0xF8FF) || in(0xE0000, 0xE0FFF)     ? '\6' // iprivate
+           : in(0xF0000, 0xFFFFD) || in(0x100000, 0x10FFFD) ? '\6'
+                                                            : ' ';
+}
 
 struct ReferenceParts {
     using Field = std::optional<std::u32string>;
     Field scheme, userInfo, host, port, path, query, fragment;
 };
 
-class ReferenceMatcher {
-public:
-    static std::optional<ReferenceParts> match(std::u32string_view text) {
-        ReferenceMatcher matcher(text);
-        return matcher.reference() == text.size() ? std::optional(matcher.parts) : std::nullopt;
+inline std::regex referenceExpression() {
+    std::string const alpha = "a-zA-Z\2\3", digit = "0-9\1\4", hex = "[0-9a-fA-F\1\2]";
+    std::string const name = alpha + digit + "\5._~!$&'()*+,;=-", pchar = "%:@" + name;
+    std::string const escape = "%" + hex + hex;
+    std::string const octet = "(?:25[0-5]|2[0-4][0-9]|1[0-9][0-9]|[1-9]?[0-9])";
+    std::string const h16 = hex + "{1,4}", group = "(?:" + h16 + ":)";
+    std::string const ls32 = "(?:" + h16 + ":" + h16 + "|" + octet + "(?:\\." + octet + "){3})";
+    auto const groupsBefore = [&](int most) {
+        return "(?:" + group + "{0," + std::to_string(most) + "}" + h16 + ")?::";
+    };
+    std::string ipv6 = group + "{6}" + ls32 + "|::" + group + "{5}" + ls32;
+    for (int before = 0; before <= 4; ++before) {
+        ipv6 += "|" + groupsBefore(before) + group + "{" + std::to_string(4 - before) + "}" + ls32;
     }
+    ipv6 += "|" + groupsBefore(5) + h16 + "|" + groupsBefore(6);
+    std::string const literal = "\\[(?:" + ipv6 + "|v" + hex + "+\\.[:" + name + "]+)\\]";
+    std::string const scheme = "([" + alpha + "][" + alpha + digit + "+.-]*)";
+    std::string const userInfo = "((?:[:" + name + "]|" + escape + ")*)";
+    std::string const host = "(" + literal + "|(?:[" + name + "]|" + escape + ")*)";
+    std::string const port = "([" + digit + "]*)", behindHost = "((?:/[/" + pchar + "]*)?)";
+    std::string const path = "((?!//)[/" + pchar + "]*)";
+    std::string const query = "([/?\6" + pchar + "]*)", fragment = "([/?" + pchar + "]*)";
+    std::string const authority = "//(?:" + userInfo + "@)?" + host + "(?::" + port + ")?" + behindHost;
+    std::string const begin = "(?:" + scheme + ":|(?![^/?#]*:))"; // or no colon before a slash
+    return std::regex(begin + "(?:" + authority + "|" + path + ")(?:\\?" + query + ")?(?:#" + fragment +
+                      ")?");
+}
 
-    static bool alpha(char32_t c) { return c <= 0x10FFFF && Unicode::isalpha(c) != 0; }
-    static bool digit(char32_t c) { return c <= 0x10FFFF && Unicode::isdigit(c) != 0; }
-    static bool xdigit(char32_t c) {
-        return in(c, U'0', U'9') || in(c, U'A', U'F') || in(c, U'a', U'f') || in(c, 0xFF10, 0xFF19) ||
-               in(c, 0xFF21, 0xFF26) || in(c, 0xFF41, 0xFF46);
+inline std::optional<ReferenceParts> matchReference(std::u32string const& text) {
+    static std::regex const expression = referenceExpression();
+    std::string classes;
+    for (char32_t const c : text) {
+        classes += classOf(c);
     }
-    static bool ucschar(char32_t c) {
-        bool found =
-            in(c, 0xA0, 0xD7FF) || in(c, 0xF900, 0xFDCF) || in(c, 0xFDF0, 0xFFEF) || in(c, 0xE1000, 0xEFFFD);
-        for (char32_t plane = 0x10000; plane <= 0xD0000; plane += 0x10000) {
-            found = found || in(c, plane, plane + 0xFFFD);
-        }
-        return found;
+    std::smatch found;
+    if (!std::regex_match(classes, found, expression)) {
+        return std::nullopt;
     }
-    static bool iprivate(char32_t c) {
-        return in(c, 0xE000, 0xF8FF) || in(c, 0xE0000, 0xE0FFF) || in(c, 0xF0000, 0xFFFFD) ||
-               in(c, 0x100000, 0x10FFFD);
-    }
-    static bool iunreserved(char32_t c) { return alpha(c) || digit(c) || oneOf(c, U"-._~") || ucschar(c); }
-    static bool subDelims(char32_t c) { return oneOf(c, U"!$&'()*+,;="); }
+    auto const part = [&](std::size_t number) {
+        auto const from = static_cast<std::size_t>(found.position(number));
+        auto const size = static_cast<std::size_t>(found.length(number));
+        return found[number].matched ? ReferenceParts::Field(text.substr(from, size)) : std::nullopt;
+    };
+    return ReferenceParts{part(1), part(2), part(3), part(4), part(found[5].matched ? 5 : 6),
+                          part(7), part(8)};
+}
 
-private:
-    using Unicode = boost::spirit::char_encoding::unicode;
-    using At = std::size_t;
-    static constexpr At none = std::u32string_view::npos;
-
-    explicit ReferenceMatcher(std::u32string_view whole) : text(whole) {}
-
-    static bool in(char32_t c, char32_t first, char32_t last) { return c >= first && c <= last; }
-    static bool oneOf(char32_t c, std::u32string_view set) { return set.find(c) != set.npos; }
-    static bool regName(char32_t c) { return iunreserved(c) || subDelims(c); }
-    static bool userInfo(char32_t c) { return regName(c) || c == U':'; }
-    static bool ipchar(char32_t c) { return regName(c) || oneOf(c, U":@%"); }
-    static bool noColon(char32_t c) { return regName(c) || oneOf(c, U"@%"); }
-    static bool query(char32_t c) { return ipchar(c) || oneOf(c, U"/?") || iprivate(c); }
-    static bool fragment(char32_t c) { return ipchar(c) || oneOf(c, U"/?"); }
-    static bool schemeRest(char32_t c) { return alpha(c) || digit(c) || oneOf(c, U"+.-"); }
-    static bool hostGoesOn(char32_t c) { return regName(c) || c == U'@'; }
-
-    using Test = bool (*)(char32_t);
-    static At either(At first, At second) { return first != none ? first : second; }
-    At one(At at, Test test) const { return at < text.size() && test(text[at]) ? at + 1 : none; }
-    At lit(At at, std::u32string_view wanted) const {
-        return at <= text.size() && text.substr(at, wanted.size()) == wanted ? at + wanted.size() : none;
+// A text is taken exactly where the matcher takes it and its port is one, and taken apart as the matcher
+// does; the whole comes back, in every form. Returns whether it was taken.
+inline bool parsingHolds(std::u16string const& text, std::u32string const& native) {
+    auto match = matchReference(native);
+    unsigned short port = 0;
+    if (match && match->port && !foundation::network::iri::detail::portStringToNumeric(*match->port, port)) {
+        match.reset();
     }
-    At pctEncoded(At at) const { return one(one(lit(at, U"%"), xdigit), xdigit); }
-    // *( characters of a test / pct-encoded )
-    At many(At at, Test test, bool escapes) const {
-        for (At next = at; next != none; next = either(one(at, test), escapes ? pctEncoded(at) : none)) {
-            at = next;
-        }
-        return at;
+    auto const iri = parsed(text);
+    require(iri.has_value() == match.has_value(), "taken or refused unlike the plain matcher", text);
+    if (iri) {
+        auto const is = [&](ReferenceParts::Field const& expected, bool present, auto getter) {
+            require(expected.has_value() == present && (!present || toUtf16(*expected) == getter()), "apart",
+                    text);
+        };
+        is(match->scheme, iri->hasScheme(), [&] { return iri->getScheme(); });
+        is(match->userInfo, iri->hasUserInfo(), [&] { return iri->getUserInfo(Encoding::Iri); });
+        is(match->host, iri->hasHost(), [&] { return iri->getHost(Encoding::Iri); });
+        is(match->port, iri->hasPort(), [&] { return iri->getPort(); });
+        is(match->path, true, [&] { return iri->getPath(Encoding::Iri); });
+        is(match->query, iri->hasQuery(), [&] { return iri->getQuery(Encoding::Iri); });
+        is(match->fragment, iri->hasFragment(), [&] { return iri->getFragment(Encoding::Iri); });
+        require(!iri->hasPort() || iri->getPortNumber() == port, "another number of the port", text);
+        require(iri->toString(false) == text, "another text", text);
+        formsHold(*iri);
     }
-    At manyAtLeastOne(At at, Test test) const {
-        At const end = many(at, test, false);
-        return end == at ? none : end;
-    }
-
-    At decOctet(At at) const {
-        unsigned value = 0;
-        At end = at;
-        for (; end < text.size() && end < at + 3 && in(text[end], U'0', U'9'); ++end) {
-            value = value * 10 + (text[end] - U'0');
-        }
-        return end == at || value > 255 || one(lit(at, U"0"), digit) != none ? none : end;
-    }
-    At ipv4(At at) const {
-        at = decOctet(at);
-        for (int i = 0; i < 3; ++i) {
-            at = decOctet(lit(at, U"."));
-        }
-        return at;
-    }
-    At h16(At at) const {
-        At end = at;
-        while (at != none && end < at + 4 && one(end, xdigit) != none) {
-            ++end;
-        }
-        return end == at ? none : end;
-    }
-    At group(At at) const { return lit(h16(at), U":"); }
-    At ls32(At at) const { return either(h16(group(at)), ipv4(at)); }
-    At groups(At at, int count) const {
-        for (; count > 0; --count) {
-            at = group(at);
-        }
-        return at;
-    }
-    // before( P ) [ h16 ] "::"
-    At compressed(At at, int before) const {
-        for (; before > 0; --before) {
-            At const next = group(at);
-            at = next != none && lit(next, U":") == none ? next : at;
-        }
-        return lit(either(h16(at), at), U"::");
-    }
-    At ipv6(At at) const {
-        At found = either(ls32(groups(at, 6)), ls32(groups(lit(at, U"::"), 5)));
-        for (int before = 0; before <= 4; ++before) {
-            found = either(found, ls32(groups(compressed(at, before), 4 - before)));
-        }
-        return either(either(found, h16(compressed(at, 5))), compressed(at, 6));
-    }
-    At ipvFuture(At at) const {
-        return manyAtLeastOne(lit(manyAtLeastOne(lit(at, U"v"), xdigit), U"."), userInfo);
-    }
-    At ihost(At at) const {
-        At const inside = lit(at, U"[");
-        At const literal = lit(either(ipv6(inside), ipvFuture(inside)), U"]");
-        At const address = ipv4(at);
-        bool const goesOn = one(address, hostGoesOn) != none || pctEncoded(address) != none;
-        return either(literal, address != none && !goesOn ? address : many(at, regName, true));
-    }
-    // *( "/" isegment )
-    At segments(At at) const {
-        for (At next = at; next != none; next = lit(at, U"/")) {
-            at = next == at ? at : many(next, ipchar, true);
-        }
-        return at;
-    }
-
-    At cut(At from, At to, ReferenceParts::Field& field) const {
-        field = text.substr(from, to - from);
-        return to;
-    }
-    At authority(At at) {
-        At const user = many(at, userInfo, true);
-        if (At const behind = lit(user, U"@"); behind != none) {
-            cut(at, user, parts.userInfo);
-            at = behind;
-        }
-        at = cut(at, ihost(at), parts.host);
-        if (At const colon = lit(at, U":"); colon != none) {
-            at = cut(colon, many(colon, digit, false), parts.port);
-        }
-        return cut(at, segments(at), parts.path);
-    }
-    At hierarchical(At at, bool relative) {
-        if (At const behind = lit(at, U"//"); behind != none) {
-            return authority(behind);
-        }
-        At const slash = lit(at, U"/");
-        At const begin = either(slash, at);
-        At const first = many(begin, slash == none && relative ? noColon : ipchar, true);
-        return cut(at, first == begin ? begin : segments(first), parts.path);
-    }
-    At reference() {
-        At const scheme = one(0, alpha) == none ? none : many(0, schemeRest, false);
-        At at = lit(scheme, U":");
-        at = at == none ? 0 : (cut(0, scheme, parts.scheme), at);
-        at = hierarchical(at, !parts.scheme);
-        if (At const mark = lit(at, U"?"); mark != none) {
-            at = cut(mark, many(mark, query, true), parts.query);
-        }
-        if (At const hash = lit(at, U"#"); hash != none) {
-            at = cut(hash, many(hash, fragment, true), parts.fragment);
-        }
-        return at;
-    }
-
-    std::u32string_view text;
-    ReferenceParts parts;
-};
+    return iri.has_value();
+}
 
 } // namespace support

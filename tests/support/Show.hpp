@@ -3,16 +3,14 @@
 // Texts in messages of failing tests: ASCII as it stands, all else with escapes.
 
 #include <cstdio>
-#include <ostream>
 #include <string>
-#include <string_view>
 
 namespace support {
 
-template <class Char>
-std::string show(std::basic_string_view<Char> text) {
+template <class Text>
+std::string show(Text const& text) {
     std::string shown;
-    for (Char const c : text) {
+    for (auto const c : text) {
         auto const value = static_cast<unsigned>(c);
         if (value >= 0x20 && value < 0x7F) {
             shown += static_cast<char>(value);
@@ -23,12 +21,6 @@ std::string show(std::basic_string_view<Char> text) {
         }
     }
     return shown;
-}
-inline std::string show(std::u16string const& text) {
-    return show(std::u16string_view(text));
-}
-inline std::string show(std::u32string const& text) {
-    return show(std::u32string_view(text));
 }
 
 } // namespace support
