@@ -21,19 +21,28 @@ using Text = std::u16string;
 IRIArgs randomArgs(Generator& generator) {
     auto const text = [&](std::size_t limit) { return toUtf16(generator.pieces(limit)).value_or(u"\u00E9"); };
     auto const chance = [&](std::size_t percent) { return generator.chance(percent); };
+    auto const maybe = [&](std::size_t percent, auto set) {
+        if (chance(percent)) {
+            set();
+        }
+    };
     IRIArgs args;
-    chance(60) ? (void)args.setScheme(chance(50) ? u"http" : u"x") : (void)0;
+    maybe(60, [&] { args.setScheme(chance(50) ? u"http" : u"x"); });
     bool const host = chance(50);
-    host ? (void)args.setHost(text(3)) : (void)0;
-    host&& chance(30) ? (void)args.setUserInfo(text(3)) : (void)0;
-    host&& chance(30) ? (void)args.setPort(static_cast<unsigned short>(generator.below(0x10000))) : (void)0;
-    Text const path = text(4);
-    chance(80) ? (void)args.setPath(host && !path.empty() ? u"/" + path : path) : (void)0;
-    chance(40) ? (void)args.setQuery(text(4)) : (void)0;
+    if (host) {
+        args.setHost(text(3));
+        maybe(30, [&] { args.setUserInfo(text(3)); });
+        maybe(30, [&] { args.setPort(static_cast<unsigned short>(generator.below(0x10000))); });
+    }
+    maybe(80, [&] {
+        Text const path = text(4);
+        args.setPath(host && !path.empty() ? u"/" + path : path);
+    });
+    maybe(40, [&] { args.setQuery(text(4)); });
     for (std::size_t pairs = chance(30) ? generator.below(4) : 0; pairs != 0; --pairs) {
         args.appendQueryKeyValuePair(text(2) + u"k", text(3), chance(50), chance(20));
     }
-    chance(30) ? (void)args.setFragment(text(3)) : (void)0;
+    maybe(30, [&] { args.setFragment(text(3)); });
     return args;
 }
 
