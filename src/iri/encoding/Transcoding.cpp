@@ -79,18 +79,30 @@ std::size_t unitsOf(char16_t const* at, char16_t const* end) {
     return static_cast<std::size_t>(end - at);
 }
 
-template <class Out, class In>
-std::basic_string<Out> convert(std::basic_string_view<In> text) {
-    // Nearly every text has one unit a code point in both encodings, which its bits tell, and is copied as a
-    // whole: a string that is made from a range is not filled with zeros first.
+// Whether each element has one unit in both encodings. The bits of all together nearly always tell. The loops
+// have no way out before their end, so they become vector code.
+template <class In>
+bool isPlainText(std::basic_string_view<In> text) {
     In bits = 0;
     for (In const c : text) {
         bits = static_cast<In>(bits | c);
     }
+    if (bits < 0x8000 || bits > 0xFFFF) {
+        return bits < 0x8000;
+    }
+    std::uint32_t surrogate = 0;
+    for (In const c : text) {
+        surrogate |= ((c & 0xF800U) ^ 0xD800U) - 1; // the sign bit is set for a surrogate alone
+    }
+    return surrogate >> 31 == 0;
+}
+
+template <class Out, class In>
+std::basic_string<Out> convert(std::basic_string_view<In> text) {
     auto const* at = text.data();
     auto const* const end = at + text.size();
-    if (bits < 0x8000) {
-        return std::basic_string<Out>(at, end);
+    if (isPlainText(text)) {
+        return std::basic_string<Out>(at, end); // made from a range, it is not filled with zeros first
     }
     std::basic_string<Out> result(unitsOf(at, end), Out());
     Out* out = result.data();
