@@ -32,10 +32,10 @@ public:
     Draft& operator=(Draft const&) = delete;
     ~Draft() = default;
 
-    void setScheme(View scheme) {
+    void setScheme(View text) {
         flags.hasScheme = true;
-        result.scheme = {0, scheme.size()};
-        put(scheme);
+        result.scheme = {0, text.size()};
+        put(text);
         put(U":");
     }
     void setUserInfo(View userInfo) {
@@ -54,13 +54,13 @@ public:
     void setPort(unsigned short number) {
         std::array<char, 5> digits{};
         char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-        auto* const behindPort = std::copy(digits.data(), end, ownPort.data());
-        View const portText(ownPort.data(), static_cast<std::size_t>(behindPort - ownPort.data()));
+        std::copy(digits.data(), end, ownPort.data());
+        View const text(ownPort.data(), static_cast<std::size_t>(end - digits.data()));
         flags.hasPort = true;
         result.port = number;
         put(U":");
-        result.portText = {length, portText.size()};
-        put(portText);
+        result.portText = {length, text.size()};
+        put(text);
     }
     /// Every value gets a path, behind its authority; this one counts as absolute as told.
     void setPath(View path, bool absolute) {
