@@ -60,6 +60,8 @@ TEST(Conversions, GoThereAndBackForEveryCodePoint) {
             EXPECT_EQ(converted(part, Iri, Uri, Text(1, c)), c > 32 && c < 127 ? Text(1, c) : escape);
             EXPECT_EQ(converted(part, Iri, Raw, iri), Text(1, c));
         }
+        Text const longText(10000, 0xE9);
+        EXPECT_EQ(converted(part, Uri, Raw, converted(part, Raw, Uri, longText)), longText);
     }
 }
 

@@ -124,7 +124,7 @@ TEST(Relativise, GivesWhatIsDocumented) {
         {u"http://a?q", u"http://a/b?q", u"//a?q"}, {u"x:y", u"http://a", u"x:y"},
         {u"http://h/p", u"http://g/p", u"//h/p"}, {u"http://h:1/p", u"http://h:2/q", u"//h:1/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
         {u"x:/p", u"x://a/p", u"x:/p"}, {u"http://a//b", u"http://a/c", u"/.//b"},
-        {u"http://a/%C0%AF/b", u"http://a/%C0%AF/c", u"b"},
+        {u"http://a/%C0%AF/b", u"http://a/%C0%AF/c", u"b"}, {u"x:/b", u"x:/1/2/3/4/5/6/7/8/9/", u"../../../../../../../../../b"},
         {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"/a:b", u"/c", u"a%3Ab"}, {u"x:b", u"x:a", u"../b"},
     };
     // clang-format on
