@@ -308,7 +308,7 @@ std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32s
 bool isPlainRaw(std::u32string_view text) {
     std::uint32_t other = 0;
     for (char32_t const c : text) {
-        other |= ((c ^ U'%') - 1) | (0x7FFF - c);
+        other |= ((c ^ U'%') - 1) | (0xFFFF - c);
     }
     return other >> 31 == 0;
 }

@@ -25,8 +25,8 @@ Converted rawFromIri(Part part, std::u32string_view text, PartContext const& con
 /// Whether a text in the Iri form, of any part but a form-encoded query, reads the same in the Raw form.
 [[nodiscard]] bool isRawAlready(std::u32string_view text);
 
-/// Whether its code points are, besides, one unit each in UTF-16. It can be false for a text of which that is
-/// true.
+/// The same for a text without surrogates, as all parsed ones are; and whether each code point has one unit
+/// in UTF-16.
 [[nodiscard]] bool isPlainRaw(std::u32string_view text);
 
 /// Escapes what an IRI, or this part of one, may not hold as itself, and protects what looks like an escape.
