@@ -5,6 +5,8 @@
 #include "inet/InetAddressImpl.hpp"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <stdexcept>
 #include <utility>
 
@@ -34,6 +36,20 @@ ip::address addressFrom(std::vector<unsigned char> const& bytes) {
             std::invalid_argument("Can not create InetAddress from " + std::to_string(bytes.size()) +
                                   " elements. Vector must have 0, 4 or 16 elements."));
     }
+}
+
+// Dotted decimal, as Asio gives it by way of `snprintf`, which takes several times as long.
+std::string textOf(ip::address const& address) {
+    if (!address.is_v4()) {
+        return address.to_string();
+    }
+    std::string text;
+    for (unsigned char const byte : address.to_v4().to_bytes()) {
+        std::array<char, 3> digits;
+        char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), byte).ptr;
+        text.append(text.empty() ? 0 : 1, '.').append(digits.data(), end);
+    }
+    return text;
 }
 
 template <class Bytes>
@@ -88,11 +104,11 @@ bool InetAddress::isMulticast() const noexcept {
 }
 
 std::string InetAddress::toString() const {
-    return impl->address.to_string();
+    return textOf(impl->address);
 }
 
 std::string InetAddress::getHostAddress() const {
-    return impl->address.to_string();
+    return textOf(impl->address);
 }
 
 std::vector<unsigned char> InetAddress::bytes() const {
