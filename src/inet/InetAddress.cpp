@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -38,18 +38,37 @@ ip::address addressFrom(std::vector<unsigned char> const& bytes) {
     }
 }
 
-// Dotted decimal, as Asio gives it by way of `snprintf`, which takes several times as long.
+// A byte in decimal and a dot behind it, in room of one size, so that it is written without a branch.
+struct Octet {
+    std::array<char, 4> text;
+    std::size_t length;
+};
+constexpr std::array<Octet, 256> octets = [] {
+    std::array<Octet, 256> all{};
+    for (unsigned value = 0; value != all.size(); ++value) {
+        Octet& octet = all[value];
+        for (unsigned const unit : {100U, 10U, 1U}) {
+            if (value >= unit || unit == 1) {
+                octet.text[octet.length++] = static_cast<char>('0' + value / unit % 10);
+            }
+        }
+        octet.text[octet.length++] = '.';
+    }
+    return all;
+}();
+
+// As Asio's `to_string`, which writes IPv4 by `inet_ntop`, several times as slowly.
 std::string textOf(ip::address const& address) {
     if (!address.is_v4()) {
         return address.to_string();
     }
-    std::string text;
+    std::array<char, 16> text;
+    std::size_t length = 0;
     for (unsigned char const byte : address.to_v4().to_bytes()) {
-        std::array<char, 3> digits;
-        char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), byte).ptr;
-        text.append(text.empty() ? 0 : 1, '.').append(digits.data(), end);
+        std::memcpy(text.data() + length, octets[byte].text.data(), octets[byte].text.size());
+        length += octets[byte].length;
     }
-    return text;
+    return {text.data(), length - 1};
 }
 
 template <class Bytes>
