@@ -9,6 +9,7 @@
 #include <charconv>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace foundation::network::iri::detail {
 
@@ -214,7 +215,7 @@ private:
     typename View::const_pointer behind = nullptr; // the last piece
     std::size_t length = 0;                        // of all pieces
     String ownPath;
-    std::array<typename String::value_type, 6> ownPort; // and a null, so that nothing is its neighbour
+    std::array<typename String::value_type, 6> ownPort; // longer than any, so that nothing is its neighbour
 };
 
 } // namespace foundation::network::iri::detail

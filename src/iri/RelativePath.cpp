@@ -1,15 +1,19 @@
 #include "iri/RelativePath.hpp"
 
-#include "iri/encoding/Conversions.hpp"
+#include "iri/encoding/Strides.hpp"
 #include "iri/grammar/PathSplitter.hpp"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 namespace foundation::network::iri {
 
 namespace {
+
+using encoding::isSigned;
+using encoding::signOfSame;
 
 bool isDot(std::u32string_view name) {
     return name == U".";
@@ -20,17 +24,6 @@ bool isDotDot(std::u32string_view name) {
 
 bool beginsWithSlash(std::u32string_view path) {
     return !path.empty() && path.front() == U'/';
-}
-
-// Has the sign bit exactly where the code points are the same.
-constexpr std::uint32_t signOfSame(char32_t left, char32_t right) {
-    return (left ^ right) - 1;
-}
-constexpr std::uint32_t signOfSame(char32_t left, char32_t right, char32_t left2, char32_t right2) {
-    return ((left ^ right) | (left2 ^ right2)) - 1;
-}
-constexpr bool isSigned(std::uint32_t bits) {
-    return bits >> 31 != 0;
 }
 
 // How many leading characters two texts have in common.
@@ -84,24 +77,49 @@ void removeDotSegmentsOfText(std::u32string& path) {
     path.resize(written);
 }
 
+// RFC 3986, section 5.2.4, on components; the rest is appended to `output`.
+void removeDotSegments(PathComponents input, PathComponents& output) {
+    for (std::size_t front = 0; front != input.size();) {
+        auto& component = input[front];
+        bool const dot = isDot(component.name);
+        bool const last = front + 1 == input.size();
+        if (!dot && !isDotDot(component.name)) { // E
+            output.push_back(component);
+            ++front;
+        } else if (!component.slash) { // A, D
+            ++front;
+            if (!last) {
+                input[front].slash = false;
+            }
+        } else { // B, C
+            if (last) {
+                component.name = {};
+            } else {
+                ++front;
+            }
+            if (!dot && !output.empty()) {
+                output.pop_back();
+            }
+        }
+    }
+}
+
 } // namespace
 
 PathShape shapeOf(std::u32string_view path) noexcept {
     if (path.empty()) {
         return {};
     }
-    // Hardly any path holds "%", "//", "/." or what might be a surrogate. One sign bit tells of all of them,
-    // without a way out of the loop before its end, so it becomes vector code. Its count is one of whole
-    // registers; the last one is filled up with what was seen before.
+    // Hardly any path holds "%", "//" or "/.". One sign bit tells of all of them, without a way out of the
+    // loop before its end, so it becomes vector code. Its count is one of whole registers; the last one is
+    // filled up with what was seen before.
     static_assert((U'.' | 1) == U'/');
     constexpr std::size_t lanes = 4;
-    constexpr char32_t lastBeforeSurrogates = 0xD7FF;
     char32_t const* const at = path.data();
-    std::uint32_t special = signOfSame(at[0], U'%') | (lastBeforeSurrogates - at[0]);
+    std::uint32_t special = signOfSame(at[0], U'%');
     auto const look = [at, &special](std::size_t from, std::size_t to) {
         for (std::size_t i = from; i != to; ++i) {
-            special |= signOfSame(at[i], U'/', at[i + 1] | 1, U'/') | signOfSame(at[i + 1], U'%') |
-                       (lastBeforeSurrogates - at[i + 1]);
+            special |= signOfSame(at[i], U'/', at[i + 1] | 1, U'/') | signOfSame(at[i + 1], U'%');
         }
     };
     std::size_t const pairs = path.size() - 1;
@@ -115,13 +133,12 @@ PathShape shapeOf(std::u32string_view path) noexcept {
         return {at[0] == U'.' && hasRelativePathSegments(path), false, true};
     }
     std::uint32_t empty = 0;
-    std::uint32_t changes = signOfSame(at[0], U'%') | (lastBeforeSurrogates - at[0]);
+    std::uint32_t percent = signOfSame(at[0], U'%');
     for (std::size_t i = 0; i != pairs; ++i) {
         empty |= signOfSame(at[i], U'/', at[i + 1], U'/');
-        changes |= signOfSame(at[i + 1], U'%') | (lastBeforeSurrogates - at[i + 1]);
+        percent |= signOfSame(at[i + 1], U'%');
     }
-    return {hasRelativePathSegments(path), isSigned(empty),
-            !isSigned(changes) || encoding::isRawAlready(path)};
+    return {hasRelativePathSegments(path), isSigned(empty), !isSigned(percent)};
 }
 
 bool hasRelativePathSegments(std::u32string_view path) noexcept {
@@ -179,32 +196,6 @@ std::u32string joined(PathComponents const& components) {
         path.append(component.slash ? 1 : 0, U'/').append(component.name);
     }
     return path;
-}
-
-void removeDotSegments(PathComponents input, PathComponents& output) {
-    for (std::size_t front = 0; front != input.size();) {
-        auto& component = input[front];
-        bool const dot = isDot(component.name);
-        bool const last = front + 1 == input.size();
-        if (!dot && !isDotDot(component.name)) { // E
-            output.push_back(component);
-            ++front;
-        } else if (!component.slash) { // A, D
-            ++front;
-            if (!last) {
-                input[front].slash = false;
-            }
-        } else { // B, C
-            if (last) {
-                component.name = {};
-            } else {
-                ++front;
-            }
-            if (!dot && !output.empty()) {
-                output.pop_back();
-            }
-        }
-    }
 }
 
 void appendPathComponents(std::u32string_view path, PathComponents& components, bool absolute,

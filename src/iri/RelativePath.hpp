@@ -6,7 +6,7 @@
 
 /// Algorithms on the text of a path that know nothing of the value around it. All are linear.
 ///
-/// They work on components, cut by `splitPath`. A path that holds "//" is not cut: its empty segments would
+/// Some work on components, cut by `splitPath`. A path that holds "//" is not cut: its empty segments would
 /// be lost. Such paths go by RFC 3986, section 5.2.4, as whole texts.
 namespace foundation::network::iri {
 
@@ -17,17 +17,14 @@ struct PathComponent {
     std::u32string_view name;
 
     [[nodiscard]] bool isSlash() const { return slash && name.empty(); }
-    friend bool operator==(PathComponent const& left, PathComponent const& right) {
-        return left.slash == right.slash && left.name == right.name;
-    }
 };
 using PathComponents = std::vector<PathComponent>;
 
-/// What a path looks like, found in one pass over it.
+/// What a path looks like.
 struct PathShape {
     bool hasDotSegments = false;   // as `hasRelativePathSegments`
     bool hasEmptySegments = false; // holds "//"
-    bool isRaw = true;             // in the Iri form: reads the same in the Raw form
+    bool isRaw = true;             // of a parsed path: reads the same in the Raw form
 };
 PathShape shapeOf(std::u32string_view path) noexcept;
 
@@ -47,9 +44,6 @@ std::u32string joined(PathComponents const& components);
 /// relative start loses the "/" that the removal left in front.
 void appendPathComponents(std::u32string_view path, PathComponents& components, bool absolute,
                           bool removeDots);
-
-/// Removes dot segments of `input` by the steps of RFC 3986, section 5.2.4, and appends the rest to `output`.
-void removeDotSegments(PathComponents input, PathComponents& output);
 
 /// The path without its dot segments, absolute as told at `appendPathComponents`.
 std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute);

@@ -46,7 +46,7 @@ StringParts<String>& StringParts<String>::operator=(StringParts&& other) noexcep
 // What a move leaves behind is as a new object.
 template <class String>
 void StringParts<String>::forget() noexcept {
-    source.clear();
+    String().swap(source); // which the move may have left with a text of the target's
     headers = {};
     states.store(0, std::memory_order_relaxed);
     context = PartContext();

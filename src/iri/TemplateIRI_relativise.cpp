@@ -38,14 +38,8 @@ bool TemplateIRI<String>::hasSameRaw(Part part, TemplateIRI const& base) const {
 }
 
 template <class String>
-bool TemplateIRI<String>::hasSameQuery(TemplateIRI const& base) const {
-    return flags.hasQuery == base.flags.hasQuery && hasSameRaw(Part::query, base);
-}
-
-template <class String>
 bool TemplateIRI<String>::hasSameAuthority(TemplateIRI const& base) const {
-    return flags.hasHost == base.flags.hasHost && flags.hasUserInfo == base.flags.hasUserInfo &&
-           flags.hasPort == base.flags.hasPort && portView() == base.portView() &&
+    return flags.hasPort == base.flags.hasPort && portView() == base.portView() &&
            hasSameRaw(Part::userInfo, base) && hasSameRaw(Part::host, base);
 }
 
@@ -60,8 +54,8 @@ bool TemplateIRI<String>::isFrontLike(TemplateIRI const& base) const {
     auto const frontOf = [](TemplateIRI const& value) {
         return View(value.sourceText()).substr(0, value.parts.slice(Part::path).begin);
     };
-    return scheme == base.scheme && portText == base.portText && flags.hasHost == base.flags.hasHost &&
-           flags.hasUserInfo == base.flags.hasUserInfo && isSamePart(Part::host) &&
+    // A part that is absent has an empty slice at the start, where none that is present can stand.
+    return scheme == base.scheme && portText == base.portText && isSamePart(Part::host) &&
            isSamePart(Part::userInfo) && isSame(frontOf(*this), frontOf(base));
 }
 
@@ -131,7 +125,7 @@ void TemplateIRI<String>::relativiseInto(Draft& draft, TemplateIRI const& base) 
         }
     }
     draft.setPath(View());
-    if (!base.flags.pathIsEmpty || !hasSameQuery(base)) {
+    if (!base.flags.pathIsEmpty || !hasSameRaw(Part::query, base)) {
         draft.takeQuery(*this);
     }
 }
@@ -139,13 +133,13 @@ void TemplateIRI<String>::relativiseInto(Draft& draft, TemplateIRI const& base) 
 // Path and query where both have a path.
 template <class String>
 void TemplateIRI<String>::relativisePath(Draft& draft, TemplateIRI const& base) const {
-    PathIn own = storedPath();
-    PathIn from = base.storedPath();
+    PathIn const own = storedPath();
+    PathIn const from = base.storedPath();
     bool const undecoded =
         own.form == Form::iri && from.form == Form::iri && own.shape.isRaw && from.shape.isRaw;
     bool const same = (own.form == from.form && isSame(own.text, from.text)) ||
                       (!undecoded && hasSameRaw(Part::path, base));
-    if (same && hasSameQuery(base)) {
+    if (same && hasSameRaw(Part::query, base)) {
         return draft.setPath(View());
     }
     if (same || !setRelativePath(own, from, draft, base)) {
@@ -169,7 +163,7 @@ void TemplateIRI<String>::takeWhole(Draft& draft, bool withScheme) const {
 
 // The way from the base's path to the own one; nothing, and false, where they differ in dot segments only.
 template <class String>
-bool TemplateIRI<String>::setRelativePath(PathIn& own, PathIn& from, Draft& draft,
+bool TemplateIRI<String>::setRelativePath(PathIn own, PathIn from, Draft& draft,
                                           TemplateIRI const& base) const {
     // A parsed value is compared as it was written, and only the result is decoded.
     Form const form = flags.textCurrent ? Form::iri : Form::raw;
@@ -235,11 +229,9 @@ template void TemplateIRI<std::u32string>::takeWhole(Draft&, bool) const;
 template void TemplateIRI<std::u32string>::relativiseInto(Draft&, TemplateIRI const&) const;
 template void TemplateIRI<std::u32string>::relativisePath(Draft&, TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::hasSameRaw(Part, TemplateIRI const&) const;
-template bool TemplateIRI<std::u32string>::hasSameQuery(TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::hasSameAuthority(TemplateIRI const&) const;
 template bool TemplateIRI<std::u32string>::isFrontLike(TemplateIRI const&) const;
-template bool TemplateIRI<std::u32string>::setRelativePath(PathIn&, PathIn&, Draft&,
-                                                           TemplateIRI const&) const;
+template bool TemplateIRI<std::u32string>::setRelativePath(PathIn, PathIn, Draft&, TemplateIRI const&) const;
 template std::u32string TemplateIRI<std::u32string>::getMinimalRelativePath() const;
 
 } // namespace foundation::network::iri::detail

@@ -118,22 +118,13 @@ bool isIriAlready(Part part, std::u32string_view text, AsciiSet const& escaped, 
            text.substr(0, colonStepLength(part, text, context)).find(U':') == std::u32string_view::npos;
 }
 
-// The bits of all code points together.
-std::uint32_t bitsOf(std::u32string_view text) {
-    std::uint32_t bits = 0;
-    for (char32_t const c : text) {
-        bits |= c;
-    }
-    return bits;
-}
-
 // Whether a text holds no "%", without a way out of the loop before its end.
 bool hasNoPercent(std::u32string_view text) {
     std::uint32_t found = 0;
     for (char32_t const c : text) {
-        found |= (c ^ U'%') - 1; // the sign bit is set for a "%" alone
+        found |= signOfSame(c, U'%');
     }
-    return found >> 31 == 0;
+    return !isSigned(found);
 }
 
 // The code point that stands at `at`, decoded from its escapes if there are some, and moves `at` behind it.
@@ -190,7 +181,7 @@ template <class String>
 std::optional<String> decodedAll(std::u32string_view text) {
     // An escape is longer than what it stands for, in any encoding; only what stands as itself can take two
     // units.
-    String result(bitsOf(text) > 0xFFFF ? 2 * text.size() : text.size(), 0);
+    String result(bitsOfAll(text) > 0xFFFF ? 2 * text.size() : text.size(), 0);
     auto* out = result.data();
     for (std::size_t at = 0; at != text.size();) {
         if (text.size() - at >= STRIDE && !hasPercent(&text[at]) && isPlain(&text[at])) {
@@ -234,7 +225,7 @@ DecodedText decodeUtf8(std::string bytes) {
 
 bool isRawAlready(std::u32string_view text) {
     return hasNoPercent(text) &&
-           (bitsOf(text) < 0xD800 || std::all_of(text.begin(), text.end(), isUnicodeScalar));
+           (bitsOfAll(text) < 0xD800 || std::all_of(text.begin(), text.end(), isUnicodeScalar));
 }
 
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context) {
@@ -308,9 +299,9 @@ std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32s
 bool isPlainRaw(std::u32string_view text) {
     std::uint32_t other = 0;
     for (char32_t const c : text) {
-        other |= ((c ^ U'%') - 1) | (0xFFFF - c);
+        other |= signOfSame(c, U'%') | (0xFFFF - c);
     }
-    return other >> 31 == 0;
+    return !isSigned(other);
 }
 
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,

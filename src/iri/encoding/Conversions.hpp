@@ -44,7 +44,7 @@ Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_
                   PartContext const& context);
 
 /// What `rawFromIri` or `uriFromIri` gives, in UTF-16 and in one pass. Gives nothing where only those can
-/// tell: for a text whose escapes are not all UTF-8, or that holds what is no Unicode.
+/// tell: for a text whose escapes are not all UTF-8. Throws as `toUtf16` for what is no Unicode.
 std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32string_view text,
                                            PartContext const& context);
 

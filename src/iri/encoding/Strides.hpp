@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 /// Text sixteen elements at a time. Nearly all of it has one unit in every encoding and nothing to look at;
 /// strides of such text are told by their bits and copied as they are, which is several times quicker than
@@ -13,11 +14,34 @@ namespace foundation::network::iri::encoding {
 
 inline constexpr std::size_t STRIDE = 16;
 
+/// Has its sign bit set exactly where the code points are the same; with four, where both pairs are. Signs
+/// that are gathered over a text, without a way out of the loop before its end, become vector code.
+[[nodiscard]] constexpr std::uint32_t signOfSame(char32_t left, char32_t right) {
+    return (left ^ right) - 1;
+}
+[[nodiscard]] constexpr std::uint32_t signOfSame(char32_t left, char32_t right, char32_t left2,
+                                                 char32_t right2) {
+    return ((left ^ right) | (left2 ^ right2)) - 1;
+}
+[[nodiscard]] constexpr bool isSigned(std::uint32_t bits) {
+    return bits >> 31 != 0;
+}
+
+/// The bits of all elements of a text together.
+template <class Unit>
+[[nodiscard]] Unit bitsOfAll(std::basic_string_view<Unit> text) {
+    Unit bits = 0;
+    for (Unit const unit : text) {
+        bits = static_cast<Unit>(bits | unit);
+    }
+    return bits;
+}
+
 [[nodiscard]] constexpr bool isSurrogate(char32_t c) {
     return (c & 0xFFFFF800) == 0xD800;
 }
 
-/// The elements of a stride in machine words: compilers do not make vectors of such loops by themselves.
+/// The elements of a stride in machine words, whose bits are gathered quicker than those of units.
 template <class Unit>
 std::array<std::uint64_t, STRIDE * sizeof(Unit) / sizeof(std::uint64_t)> wordsOf(Unit const* stride) {
     std::array<std::uint64_t, STRIDE * sizeof(Unit) / sizeof(std::uint64_t)> words;
@@ -48,9 +72,9 @@ inline bool isPlain(char32_t const* stride) {
 inline bool hasPercent(char32_t const* stride) {
     std::uint32_t found = 0;
     for (std::size_t i = 0; i != STRIDE; ++i) {
-        found |= (stride[i] ^ U'%') - 1; // the sign bit is set for a "%" alone
+        found |= signOfSame(stride[i], U'%');
     }
-    return found >> 31 != 0;
+    return isSigned(found);
 }
 
 template <class In, class Out>

@@ -83,18 +83,15 @@ std::size_t unitsOf(char16_t const* at, char16_t const* end) {
 // have no way out before their end, so they become vector code.
 template <class In>
 bool isPlainText(std::basic_string_view<In> text) {
-    In bits = 0;
-    for (In const c : text) {
-        bits = static_cast<In>(bits | c);
-    }
+    In const bits = bitsOfAll(text);
     if (bits < 0x8000 || bits > 0xFFFF) {
         return bits < 0x8000;
     }
     std::uint32_t surrogate = 0;
     for (In const c : text) {
-        surrogate |= ((c & 0xF800U) ^ 0xD800U) - 1; // the sign bit is set for a surrogate alone
+        surrogate |= signOfSame(c & 0xF800U, 0xD800);
     }
-    return surrogate >> 31 == 0;
+    return !isSigned(surrogate);
 }
 
 template <class Out, class In>

@@ -40,9 +40,8 @@ struct Slice {
 ///   reads them freely.
 /// - `states`, how each form of each part is to be had: also by the first fill of a form, with release, after
 ///   its text is complete. Readers load them with acquire. Between changes of the object bits are only added.
-/// - `own`, the texts of forms that are no slice: published once each (`PublishedOnce`), before `states`
-/// tells
-///   of them.
+/// - `own`, the texts of forms that are no slice: published once each (`PublishedOnce`), before `states` says
+///   so.
 ///
 /// There is no lock: two threads that fill one form at once work out the same text, and one of them throws
 /// its own away. A fill that fails leaves the form absent, and the next one tries again.
@@ -110,7 +109,7 @@ public:
 
     /// The text that parts can be slices of; empty where there is none.
     String const& getSource() const noexcept { return source; }
-    /// The same, to be written as long as no part is a slice of it or as all slices stay true.
+    /// The same, to be written while no part is a slice of it, or so that all slices are true of it.
     String& writableSource() noexcept { return source; }
     /// Makes an absent part a slice of the text. `setContext`, called behind the last of them,
     /// completes it.

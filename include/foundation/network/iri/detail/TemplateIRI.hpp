@@ -175,9 +175,8 @@ private:
     void relativisePath(Draft& draft, TemplateIRI const& base) const;
     bool isFrontLike(TemplateIRI const& base) const;
     bool hasSameAuthority(TemplateIRI const& base) const;
-    bool hasSameQuery(TemplateIRI const& base) const;
     bool hasSameRaw(Part part, TemplateIRI const& base) const;
-    bool setRelativePath(PathIn& own, PathIn& from, Draft& draft, TemplateIRI const& base) const;
+    bool setRelativePath(PathIn own, PathIn from, Draft& draft, TemplateIRI const& base) const;
     String getMinimalRelativePath() const;
 
     void generateHash() const;
