@@ -67,7 +67,8 @@ inline constexpr char const* listAdapters = "list the adapters";
 inline constexpr char const* nameToAscii = "domain name to ASCII";
 } // namespace operation
 
-/// The texts whose path has escapes in it where they are `wanted`, or those whose path has none.
+/// The texts whose path has escapes in it where they are `wanted`, or those whose path has none; over again
+/// where they are too few to be timed.
 std::vector<std::u16string> thoseWithEscapes(std::vector<std::u16string> const& texts, bool wanted);
 
 using Clock = std::chrono::steady_clock;

@@ -213,11 +213,15 @@ private:
 } // namespace
 
 std::vector<std::u16string> thoseWithEscapes(std::vector<std::u16string> const& texts, bool wanted) {
+    constexpr std::size_t enough = 1000;
     std::vector<std::u16string> result;
     for (auto const& text : texts) {
         if ((IRI(text).getPath(Encoding::Iri).find(u'%') != std::u16string::npos) == wanted) {
             result.push_back(text);
         }
+    }
+    for (std::size_t i = 0; !result.empty() && result.size() < enough; ++i) {
+        result.push_back(std::u16string(result[i]));
     }
     return result;
 }

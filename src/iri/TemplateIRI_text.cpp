@@ -37,10 +37,14 @@ std::u16string TemplateIRI<String>::getPart(Part part, Encoding const& encoding)
     if (!isStrict(encoding)) {
         Form const form = formOf(encoding);
         if (auto const iri = parts.unconvertedIri(part, form)) {
-            if (form == Form::raw && !parts.getContext().formEncoded && encoding::isPlainRaw(*iri)) {
-                return std::u16string(iri->begin(), iri->end()); // most parts
+            if (form == Form::uri || (part == Part::query && parts.getContext().formEncoded)) {
+                return encoding::toUriFormUtf16(*iri);
             }
-            if (auto text = encoding::utf16FromIri(part, form, *iri, parts.getContext())) {
+            auto const contents = encoding::contentsOf(*iri);
+            if (!contents.percent && !contents.beyondBmp) {
+                return std::u16string(iri->begin(), iri->end()); // most parts; a parsed one has no surrogates
+            }
+            if (auto text = encoding::rawUtf16FromIri(*iri, contents)) {
                 return std::move(*text);
             }
         }

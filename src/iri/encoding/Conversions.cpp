@@ -176,12 +176,10 @@ char16_t* put(char32_t codePoint, char16_t* out) {
     return out + 2;
 }
 
-// The text with its escapes decoded, where all of them are UTF-8.
+// The text with its escapes decoded, which takes at most `room`, where all of them are UTF-8.
 template <class String>
-std::optional<String> decodedAll(std::u32string_view text) {
-    // An escape is longer than what it stands for, in any encoding; only what stands as itself can take two
-    // units.
-    String result(bitsOfAll(text) > 0xFFFF ? 2 * text.size() : text.size(), 0);
+std::optional<String> decodedAll(std::u32string_view text, std::size_t room) {
+    String result(room, 0);
     auto* out = result.data();
     for (std::size_t at = 0; at != text.size();) {
         if (text.size() - at >= STRIDE && !hasPercent(&text[at]) && isPlain(&text[at])) {
@@ -235,7 +233,7 @@ Converted rawFromIri(Part part, std::u32string_view text, PartContext const& con
     if (isRawAlready(text)) {
         return std::nullopt;
     }
-    if (auto result = decodedAll<std::u32string>(text)) {
+    if (auto result = decodedAll<std::u32string>(text, text.size())) {
         return result;
     }
     // The bytes of the Uri form with its escapes resolved: nothing is gained by writing that form out.
@@ -288,20 +286,20 @@ Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const&
     return isUriForm(text) ? Converted() : Converted(toUriForm(text));
 }
 
-std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32string_view text,
-                                           PartContext const& context) {
-    if (to == detail::Form::uri || isFormEncodedQuery(part, context)) {
-        return toUriFormUtf16(text);
+Contents contentsOf(std::u32string_view text) {
+    std::uint32_t percent = 0;
+    std::uint32_t beyond = 0;
+    for (char32_t const c : text) {
+        percent |= signOfSame(c, U'%');
+        beyond |= 0xFFFF - c;
     }
-    return hasNoPercent(text) ? toUtf16(text) : decodedAll<std::u16string>(text);
+    return {isSigned(percent), isSigned(beyond)};
 }
 
-bool isPlainRaw(std::u32string_view text) {
-    std::uint32_t other = 0;
-    for (char32_t const c : text) {
-        other |= signOfSame(c, U'%') | (0xFFFF - c);
-    }
-    return !isSigned(other);
+std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text, Contents const& contents) {
+    // An escape is longer than what it stands for; only what stands as itself can take two units.
+    std::size_t const room = contents.beyondBmp ? 2 * text.size() : text.size();
+    return contents.percent ? decodedAll<std::u16string>(text, room) : toUtf16(text);
 }
 
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,

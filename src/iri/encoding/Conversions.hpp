@@ -25,10 +25,6 @@ Converted rawFromIri(Part part, std::u32string_view text, PartContext const& con
 /// Whether a text in the Iri form, of any part but a form-encoded query, reads the same in the Raw form.
 [[nodiscard]] bool isRawAlready(std::u32string_view text);
 
-/// The same for a text without surrogates, as all parsed ones are; and whether each code point has one unit
-/// in UTF-16.
-[[nodiscard]] bool isPlainRaw(std::u32string_view text);
-
 /// Escapes what an IRI, or this part of one, may not hold as itself, and protects what looks like an escape.
 Converted iriFromRaw(Part part, std::u32string_view text, PartContext const& context);
 
@@ -43,9 +39,15 @@ Converted uriFromIri(Part part, std::u32string_view text, PartContext const& con
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,
                   PartContext const& context);
 
-/// What `rawFromIri` or `uriFromIri` gives, in UTF-16 and in one pass. Gives nothing where only those can
-/// tell: for a text whose escapes are not all UTF-8. Throws as `toUtf16` for what is no Unicode.
-std::optional<std::u16string> utf16FromIri(Part part, detail::Form to, std::u32string_view text,
-                                           PartContext const& context);
+/// What a text holds that keeps its Raw form in UTF-16 from being a mere copy.
+struct Contents {
+    bool percent;
+    bool beyondBmp; // code points above U+FFFF, which have two units
+};
+[[nodiscard]] Contents contentsOf(std::u32string_view text);
+
+/// The Raw form, in UTF-16, of a text in the Iri form that is no form-encoded query, in one pass. Gives
+/// nothing where only `rawFromIri` can tell: where escapes are not all UTF-8.
+std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text, Contents const& contents);
 
 } // namespace foundation::network::iri::encoding
