@@ -221,7 +221,7 @@ std::vector<std::u16string> thoseWithEscapes(std::vector<std::u16string> const& 
         }
     }
     for (std::size_t i = 0; !result.empty() && result.size() < enough; ++i) {
-        result.push_back(std::u16string(result[i]));
+        result.push_back(result[i]);
     }
     return result;
 }
