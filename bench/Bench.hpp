@@ -79,6 +79,13 @@ using Pass = std::function<double()>;
 /// Registers a row's cell. Passes of all cells are interleaved, and the least of a cell's passes is shown.
 void add(char const* operation, std::string const& list, char const* library, std::size_t items, Pass pass);
 
+/// Registers cells of one library and one list, by operation.
+inline auto rowsOf(char const* library, Corpus const& corpus) {
+    return [library, &corpus](char const* operation, Pass pass) {
+        add(operation, corpus.name, library, corpus.utf8.size(), std::move(pass));
+    };
+}
+
 /// A pass over items as they are.
 template <class Items, class Operation>
 Pass over(Items const& items, Operation operation) {
@@ -127,6 +134,12 @@ auto makeAll(Items const& items, Make make) {
         values.push_back(make(item));
     }
     return values;
+}
+
+/// Makes values of the items of two lists whenever it is called, for `overFreshPairs`.
+template <class Items, class Make>
+auto makePairs(Items const& first, Items const& second, Make make) {
+    return [&first, &second, make] { return std::pair(makeAll(first, make), makeAll(second, make)); };
 }
 
 /// A pass on two threads, each over all items; so many times that starting a thread does not tell.

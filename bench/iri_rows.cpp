@@ -23,9 +23,7 @@ IRI parse(std::u16string const& text) {
 
 void addValues(Corpus const& corpus) {
     auto const& texts = corpus.utf16;
-    auto const row = [&corpus](char const* operation, Pass pass) {
-        add(operation, corpus.name, library, corpus.utf16.size(), std::move(pass));
-    };
+    auto const row = rowsOf(library, corpus);
     auto const fresh = [&texts] { return makeAll(texts, parse); };
     row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(IRI(text)); }));
     row(operation::parseTwice, overTwice(texts, [](auto const& text) { DoNotOptimize(IRI(text)); }));
@@ -75,9 +73,7 @@ void addDecodedPaths(Corpus const& corpus) {
 }
 
 void addReferences(Pairs const& pairs) {
-    auto const values = [&pairs] {
-        return std::pair(makeAll(pairs.references.utf16, parse), makeAll(pairs.bases.utf16, parse));
-    };
+    auto const values = makePairs(pairs.references.utf16, pairs.bases.utf16, parse);
     std::size_t const items = pairs.bases.utf16.size();
     add(operation::resolve, pairs.name, library, items,
         overFreshPairs(values, [](IRI const& reference, IRI const& base) {

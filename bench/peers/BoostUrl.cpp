@@ -22,9 +22,7 @@ __attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
     constexpr char const* library = "Boost.URL";
     auto const& corpus = data.urls;
     auto const& texts = corpus.utf8;
-    auto const row = [&corpus](char const* operation, Pass pass) {
-        add(operation, corpus.name, library, corpus.utf8.size(), std::move(pass));
-    };
+    auto const row = rowsOf(library, corpus);
     auto const fresh = [&texts] { return makeAll(texts, parse); };
     row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(url(text)); }));
     row(operation::bytesHeld, held(fresh));
@@ -42,9 +40,7 @@ __attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
                                          [](url const& a, url const& b) { DoNotOptimize(a == b); }));
     row(operation::copy, overFresh(fresh, [](url const& value) { DoNotOptimize(url(value)); }));
     auto const& pairs = data.pairs;
-    auto const values = [&pairs] {
-        return std::pair(makeAll(pairs.references.utf8, parse), makeAll(pairs.bases.utf8, parse));
-    };
+    auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);
     add(operation::resolve, pairs.name, library, pairs.bases.utf8.size(),
         overFreshPairs(values, [](url const& reference, url const& base) {
             url target;

@@ -37,9 +37,7 @@ void addCurl(Data const& data) {
     constexpr char const* library = "curl";
     for (auto const* const corpus : {&data.urls, &data.iris}) {
         auto const& texts = corpus->utf8;
-        auto const row = [corpus](char const* operation, Pass pass) {
-            add(operation, corpus->name, library, corpus->utf8.size(), std::move(pass));
-        };
+        auto const row = rowsOf(library, *corpus);
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
         row(operation::bytesHeld, held(fresh));

@@ -30,9 +30,7 @@ void addGUri(Data const& data) {
     constexpr char const* library = "GUri";
     for (auto const* const corpus : {&data.urls, &data.iris}) {
         auto const& texts = corpus->utf8;
-        auto const row = [corpus](char const* operation, Pass pass) {
-            add(operation, corpus->name, library, corpus->utf8.size(), std::move(pass));
-        };
+        auto const row = rowsOf(library, *corpus);
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
         row(operation::bytesHeld, held(fresh));

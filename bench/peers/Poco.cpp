@@ -21,9 +21,7 @@ void addPoco(Data const& data) {
     constexpr char const* library = "POCO";
     for (auto const* const corpus : {&data.urls, &data.iris}) {
         auto const& texts = corpus->utf8;
-        auto const row = [corpus](char const* operation, Pass pass) {
-            add(operation, corpus->name, library, corpus->utf8.size(), std::move(pass));
-        };
+        auto const row = rowsOf(library, *corpus);
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(URI(text)); }));
         row(operation::bytesHeld, held(fresh));
@@ -42,9 +40,7 @@ void addPoco(Data const& data) {
         row(operation::copy, overFresh(fresh, [](URI const& uri) { DoNotOptimize(URI(uri)); }));
     }
     auto const& pairs = data.pairs;
-    auto const values = [&pairs] {
-        return std::pair(makeAll(pairs.references.utf8, parse), makeAll(pairs.bases.utf8, parse));
-    };
+    auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);
     add(operation::resolve, pairs.name, library, pairs.bases.utf8.size(),
         overFreshPairs(values, [](URI const& reference, URI const& base) {
             URI target(base);

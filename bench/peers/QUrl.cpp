@@ -29,9 +29,7 @@ void addQUrl(Data const& data) {
     constexpr char const* library = "QUrl";
     for (auto const* const corpus : {&data.urls, &data.iris}) {
         auto const& texts = corpus->utf16;
-        auto const row = [corpus](char const* operation, Pass pass) {
-            add(operation, corpus->name, library, corpus->utf16.size(), std::move(pass));
-        };
+        auto const row = rowsOf(library, *corpus);
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
         row(operation::parseTwice, overTwice(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
@@ -67,9 +65,7 @@ void addQUrl(Data const& data) {
         }
     }
     auto const& pairs = data.pairs;
-    auto const values = [&pairs] {
-        return std::pair(makeAll(pairs.references.utf16, parse), makeAll(pairs.bases.utf16, parse));
-    };
+    auto const values = makePairs(pairs.references.utf16, pairs.bases.utf16, parse);
     std::size_t const items = pairs.bases.utf16.size();
     add(operation::resolve, pairs.name, library, items,
         overFreshPairs(values, [](QUrl const& reference, QUrl const& base) {

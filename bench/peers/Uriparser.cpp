@@ -42,9 +42,7 @@ void addUriparser(Data const& data) {
     constexpr char const* library = "uriparser";
     auto const& corpus = data.urls;
     auto const& texts = corpus.utf8;
-    auto const row = [&corpus](char const* operation, Pass pass) {
-        add(operation, corpus.name, library, corpus.utf8.size(), std::move(pass));
-    };
+    auto const row = rowsOf(library, corpus);
     auto const fresh = [&texts] { return makeAll(texts, parse); };
     row(operation::parse, over(texts, [](auto const& text) {
             UriUriA uri;
@@ -58,9 +56,7 @@ void addUriparser(Data const& data) {
         overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
                        [](Uri const& a, Uri const& b) { DoNotOptimize(uriEqualsUriA(a.get(), b.get())); }));
     auto const& pairs = data.pairs;
-    auto const values = [&pairs] {
-        return std::pair(makeAll(pairs.references.utf8, parse), makeAll(pairs.bases.utf8, parse));
-    };
+    auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);
     std::size_t const items = pairs.bases.utf8.size();
     add(operation::resolve, pairs.name, library, items,
         overFreshPairs(values, [](Uri const& reference, Uri const& base) {

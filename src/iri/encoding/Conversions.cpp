@@ -118,15 +118,6 @@ bool isIriAlready(Part part, std::u32string_view text, AsciiSet const& escaped, 
            text.substr(0, colonStepLength(part, text, context)).find(U':') == std::u32string_view::npos;
 }
 
-// Whether a text holds no "%", without a way out of the loop before its end.
-bool hasNoPercent(std::u32string_view text) {
-    std::uint32_t found = 0;
-    for (char32_t const c : text) {
-        found |= signOfSame(c, U'%');
-    }
-    return !isSigned(found);
-}
-
 // The code point that stands at `at`, decoded from its escapes if there are some, and moves `at` behind it.
 // Nothing for escapes that are no UTF-8, and for what is no Unicode.
 std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
@@ -221,16 +212,22 @@ DecodedText decodeUtf8(std::string bytes) {
 
 } // namespace
 
-bool isRawAlready(std::u32string_view text) {
-    return hasNoPercent(text) &&
-           (bitsOfAll(text) < 0xD800 || std::all_of(text.begin(), text.end(), isUnicodeScalar));
+Contents contentsOf(std::u32string_view text) {
+    std::uint32_t percent = 0;
+    std::uint32_t beyond = 0;
+    for (char32_t const c : text) {
+        percent |= signOfSame(c, U'%');
+        beyond |= 0xFFFF - c;
+    }
+    return {isSigned(percent), isSigned(beyond)};
 }
 
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context) {
     if (isFormEncodedQuery(part, context)) {
         return uriFromIri(part, text, context);
     }
-    if (isRawAlready(text)) {
+    bool const scalars = bitsOfAll(text) < 0xD800 || std::all_of(text.begin(), text.end(), isUnicodeScalar);
+    if (scalars && !contentsOf(text).percent) {
         return std::nullopt;
     }
     if (auto result = decodedAll<std::u32string>(text, text.size())) {
@@ -284,16 +281,6 @@ Converted iriFromUri(Part part, std::u32string_view text, PartContext const& con
 
 Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const& /*context*/) {
     return isUriForm(text) ? Converted() : Converted(toUriForm(text));
-}
-
-Contents contentsOf(std::u32string_view text) {
-    std::uint32_t percent = 0;
-    std::uint32_t beyond = 0;
-    for (char32_t const c : text) {
-        percent |= signOfSame(c, U'%');
-        beyond |= 0xFFFF - c;
-    }
-    return {isSigned(percent), isSigned(beyond)};
 }
 
 std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text, Contents const& contents) {

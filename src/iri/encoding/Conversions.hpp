@@ -22,9 +22,6 @@ using Converted = std::optional<std::u32string>;
 /// become the code points of their values.
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context);
 
-/// Whether a text in the Iri form, of any part but a form-encoded query, reads the same in the Raw form.
-[[nodiscard]] bool isRawAlready(std::u32string_view text);
-
 /// Escapes what an IRI, or this part of one, may not hold as itself, and protects what looks like an escape.
 Converted iriFromRaw(Part part, std::u32string_view text, PartContext const& context);
 
