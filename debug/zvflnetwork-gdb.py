@@ -4,7 +4,7 @@
 #   $1 = http://bücher.example/a?q
 #
 # Only memory is read and nothing in the process is called, so it works on core files, too. The members that are read
-# are those of TemplateIRI.hpp, StringParts.hpp and of the classes with the suffix Impl; strings and
+# are those of TemplateIRI.hpp, StoredText.hpp and of the classes with the suffix Impl; strings and
 # pointers are taken as libstdc++ lays them out. Where such a layout changes, change `iri_text` or the printer of the
 # class here, and tests/debugger tells whether it fits.
 
@@ -35,9 +35,9 @@ def text(string):
 
 
 def iri_text(value):
-    """The text of which a value's parts are slices: of a parsed one that text itself, of another the pieces that it was
-    made from, in the forms in which they were given."""
-    return text(value["parts"]["source"])
+    """The stored text: of a parsed value the text that was parsed, of another its components in the forms in which
+    they were given."""
+    return text(value["stored"]["text"])
 
 
 def asio_address(address):

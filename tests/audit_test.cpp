@@ -4,6 +4,7 @@
 #include <foundation/network/IRIArgs.hpp>
 #include <foundation/network/IdnConverter.hpp>
 #include <foundation/network/NetworkInterface.hpp>
+#include <foundation/network/iri/detail/StringParts.hpp>
 
 #include "support/Laws.hpp"
 

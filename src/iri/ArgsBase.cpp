@@ -12,100 +12,82 @@
 namespace foundation::network::iri::detail {
 
 using core::except::detail::makeInternalException;
+using Args = ArgsBase<std::u32string>;
 
 namespace {
 
-// A part that is set takes its text, is present, and is not trusted any more.
-template <class String>
-void set(String& part, bool& present, bool& trusted, String text) noexcept {
+void set(std::u32string& part, bool& present, std::u32string text) noexcept {
     part = std::move(text);
     present = true;
-    trusted = false;
 }
 
-template <class String>
-void clear(String& part, bool& present, bool& trusted) noexcept {
+void clear(std::u32string& part, bool& present) noexcept {
     part.clear();
     present = false;
-    trusted = false;
 }
 
 } // namespace
 
-template <class String>
-ArgsBase<String>::ArgsBase() = default;
+Args::ArgsBase() = default;
 
-template <class String>
-ArgsBase<String>::ArgsBase(ArgsBase const& other) = default;
+Args::ArgsBase(ArgsBase const& other) = default;
 
-template <class String>
-ArgsBase<String>::~ArgsBase() = default;
+Args::~ArgsBase() = default;
 
-template <class String>
-ArgsBase<String>& ArgsBase<String>::operator=(ArgsBase const& other) {
+Args& Args::operator=(ArgsBase const& other) {
     Content copy(other.content);
     content = std::move(copy);
     return *this;
 }
 
-template <class String>
-void ArgsBase<String>::setScheme(std::u16string const& text) {
+void Args::setScheme(std::u16string const& text) {
     setScheme(encoding::toUtf32(text));
 }
 
-template <class String>
-void ArgsBase<String>::setScheme(String text) noexcept {
-    set(content.scheme, content.hasScheme, content.schemeTrusted, std::move(text));
+void Args::setScheme(String text) noexcept {
+    set(content.scheme, content.hasScheme, std::move(text));
+    content.schemeTrusted = false;
 }
 
-template <class String>
-void ArgsBase<String>::clearScheme() noexcept {
-    clear(content.scheme, content.hasScheme, content.schemeTrusted);
+void Args::clearScheme() noexcept {
+    clear(content.scheme, content.hasScheme);
+    content.schemeTrusted = false;
 }
 
-template <class String>
-void ArgsBase<String>::setUserInfo(std::u16string const& text) {
+void Args::setUserInfo(std::u16string const& text) {
     setUserInfo(encoding::toUtf32(text));
 }
 
-template <class String>
-void ArgsBase<String>::setUserInfo(String text) noexcept {
-    set(content.userInfo, content.hasUserInfo, content.userInfoTrusted, std::move(text));
+void Args::setUserInfo(String text) noexcept {
+    set(content.userInfo, content.hasUserInfo, std::move(text));
 }
 
-template <class String>
-void ArgsBase<String>::clearUserInfo() noexcept {
-    clear(content.userInfo, content.hasUserInfo, content.userInfoTrusted);
+void Args::clearUserInfo() noexcept {
+    clear(content.userInfo, content.hasUserInfo);
 }
 
-template <class String>
-void ArgsBase<String>::setHost(std::u16string const& text) {
+void Args::setHost(std::u16string const& text) {
     setHost(encoding::toUtf32(text));
 }
 
-template <class String>
-void ArgsBase<String>::setHost(String text) noexcept {
-    set(content.host, content.hasHost, content.hostTrusted, std::move(text));
+void Args::setHost(String text) noexcept {
+    set(content.host, content.hasHost, std::move(text));
 }
 
-template <class String>
-void ArgsBase<String>::clearHost() noexcept {
-    clear(content.host, content.hasHost, content.hostTrusted);
+void Args::clearHost() noexcept {
+    clear(content.host, content.hasHost);
 }
 
-template <class String>
-void ArgsBase<String>::setPort(unsigned short number) noexcept {
+void Args::setPort(unsigned short number) noexcept {
     content.port = number;
     content.hasPort = true;
 }
 
-template <class String>
-void ArgsBase<String>::setPort(std::u16string const& text) {
+void Args::setPort(std::u16string const& text) {
     setPort(String(encoding::toUtf32(text)));
 }
 
-template <class String>
-void ArgsBase<String>::setPort(String const& text) {
+void Args::setPort(String const& text) {
     unsigned short number = 0;
     if (!portStringToNumeric(text, number)) {
         throw makeInternalException(std::logic_error("Port must be numeric"));
@@ -113,59 +95,48 @@ void ArgsBase<String>::setPort(String const& text) {
     setPort(number);
 }
 
-template <class String>
-void ArgsBase<String>::clearPort() noexcept {
+void Args::clearPort() noexcept {
     content.port = 0;
     content.hasPort = false;
 }
 
-template <class String>
-void ArgsBase<String>::setPath(std::u16string const& text) {
+void Args::setPath(std::u16string const& text) {
     setPath(encoding::toUtf32(text));
 }
 
-template <class String>
-void ArgsBase<String>::setPath(String text) noexcept {
-    set(content.path, content.hasPath, content.pathTrusted, std::move(text));
+void Args::setPath(String text) noexcept {
+    set(content.path, content.hasPath, std::move(text));
 }
 
-template <class String>
-void ArgsBase<String>::clearPath() noexcept {
-    clear(content.path, content.hasPath, content.pathTrusted);
+void Args::clearPath() noexcept {
+    clear(content.path, content.hasPath);
 }
 
-template <class String>
-void ArgsBase<String>::setQuery(std::u16string const& text) {
+void Args::setQuery(std::u16string const& text) {
     setQuery(encoding::toUtf32(text));
 }
 
-template <class String>
-void ArgsBase<String>::setQuery(String text) noexcept {
-    set(content.query, content.hasQuery, content.queryTrusted, std::move(text));
+void Args::setQuery(String text) noexcept {
+    set(content.query, content.hasQuery, std::move(text));
 }
 
-template <class String>
-void ArgsBase<String>::clearQuery() noexcept {
-    clear(content.query, content.hasQuery, content.queryTrusted);
+void Args::clearQuery() noexcept {
+    clear(content.query, content.hasQuery);
 }
 
-template <class String>
-void ArgsBase<String>::setFragment(std::u16string const& text) {
+void Args::setFragment(std::u16string const& text) {
     setFragment(encoding::toUtf32(text));
 }
 
-template <class String>
-void ArgsBase<String>::setFragment(String text) noexcept {
-    set(content.fragment, content.hasFragment, content.fragmentTrusted, std::move(text));
+void Args::setFragment(String text) noexcept {
+    set(content.fragment, content.hasFragment, std::move(text));
 }
 
-template <class String>
-void ArgsBase<String>::clearFragment() noexcept {
-    clear(content.fragment, content.hasFragment, content.fragmentTrusted);
+void Args::clearFragment() noexcept {
+    clear(content.fragment, content.hasFragment);
 }
 
-template <class String>
-std::tuple<std::u16string, bool> ArgsBase<String>::percentEncodeFormEncodedReservedChars(
+std::tuple<std::u16string, bool> Args::percentEncodeFormEncodedReservedChars(
     std::u16string const& text, bool useSemicolon) const {
     char16_t const separator = useSemicolon ? u';' : u'&';
     std::u16string encoded;
@@ -182,8 +153,7 @@ std::tuple<std::u16string, bool> ArgsBase<String>::percentEncodeFormEncodedReser
     return {std::move(encoded), escaped};
 }
 
-template <class String>
-void ArgsBase<String>::appendQueryKeyValuePair(std::u16string const& key, std::u16string const& value,
+void Args::appendQueryKeyValuePair(std::u16string const& key, std::u16string const& value,
                                                bool encodeQuery, bool useSemicolon) {
     if (key.empty()) {
         throw makeInternalException(std::logic_error("Key must not be empty"));
@@ -200,7 +170,5 @@ void ArgsBase<String>::appendQueryKeyValuePair(std::u16string const& key, std::u
     content.queryFormEncoded = encodeQuery;
     content.queryFormEscaped = content.queryFormEscaped || keyEscaped || valueEscaped;
 }
-
-template class ArgsBase<std::u32string>;
 
 } // namespace foundation::network::iri::detail

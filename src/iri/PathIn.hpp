@@ -1,40 +1,43 @@
 #pragma once
 
-#include <foundation/network/iri/detail/TemplateIRI.hpp>
+#include <foundation/network/iri/detail/StoredText.hpp>
 
 #include "iri/RelativePath.hpp"
+
+#include <string>
+#include <string_view>
 
 namespace foundation::network::iri::detail {
 
 /// The path of a value in one form, and what that text looks like.
-template <class String>
-struct TemplateIRI<String>::PathIn {
-    View text;
+struct PathIn {
+    /// As it was given.
+    explicit PathIn(StoredText const& value)
+        : text(value.given(Part::path)),
+          shape(shapeOf(text)),
+          form(value.components.form(Part::path)),
+          hasDotSegments(shape.hasDotSegments && !value.components.dotSegmentsStay) {}
+
+    /// In `wanted`; where that is another text, `own` holds it.
+    PathIn(StoredText const& value, Form wanted, std::u32string& own) : PathIn(value) {
+        convert(value, wanted, own);
+    }
+
+    void convert(StoredText const& value, Form wanted, std::u32string& own) {
+        bool const alike = form == wanted || (form == Form::iri && wanted == Form::raw && shape.isRaw);
+        if (!alike && !text.empty()) {
+            text = value.inForm(Part::path, wanted, own);
+            shape = shapeOf(text);
+        }
+        form = wanted;
+    }
+
+    std::u32string_view text;
     PathShape shape;
     Form form;
-    /// Whether dot segments are to be removed in a resolution: those of a parsed path as it was written, and
-    /// of the path that a value was built with. Others stay, like one that only decodes to dots ("%2E").
+    /// Whether a resolution removes dot segments of the path: those of the path as it was given, not such as
+    /// it only decodes to ("%2E").
     bool hasDotSegments;
 };
-
-template <class String>
-inline auto TemplateIRI<String>::storedPath() const -> PathIn {
-    View const text = storedView(Part::path);
-    PathShape const shape = shapeOf(text);
-    return {text, shape, parts.storedForm(Part::path),
-            flags.textCurrent ? shape.hasDotSegments : flags.pathHasDotSegments};
-}
-
-template <class String>
-inline auto TemplateIRI<String>::pathIn(Form form) const -> PathIn {
-    PathIn path = storedPath();
-    bool const alike = path.form == form || (path.form == Form::iri && form == Form::raw && path.shape.isRaw);
-    if (!alike && parts.has(Part::path)) {
-        path.text = parts.view(Part::path, encodingOf(form));
-        path.shape = shapeOf(path.text);
-    }
-    path.form = form;
-    return path;
-}
 
 } // namespace foundation::network::iri::detail

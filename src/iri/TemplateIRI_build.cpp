@@ -5,175 +5,104 @@
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include "iri/Draft.hpp"
-#include "iri/RelativePath.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/grammar/IriGrammar.hpp"
 
+#include <stdexcept>
+
 namespace foundation::network::iri::detail {
 
-using core::except::detail::makeInternalException;
+using Value = TemplateIRI<std::u32string>;
+using Args = ArgsBase<std::u32string>;
 
-template <class String>
-TemplateIRI<String>::TemplateIRI(ArgsBase<String> const& args) {
-    buildFromArgs(args);
+namespace {
+
+[[noreturn]] void refuse(char const* message) {
+    throw core::except::detail::makeInternalException(std::logic_error(message));
 }
 
-// The order is the one in which failures are found.
-template <class String>
-void TemplateIRI<String>::buildFromArgs(ArgsBase<String> const& args) {
+} // namespace
+
+Value::TemplateIRI(Args const& args) {
     auto const& content = args.content;
-    String encodedQuery;
-    Draft draft(*this, Draft::Kind::built);
+    std::u32string encodedQuery; // the draft reads it until it is finished
+    Draft draft(stored, Draft::Kind::built);
+    // The order is the one in which failures are found.
     if (content.hasScheme) {
-        buildScheme(args, draft);
+        if (!content.schemeTrusted && !grammar::matchScheme(content.scheme)) {
+            refuse("Malformed scheme");
+        }
+        draft.setScheme(content.scheme);
     }
     if (content.hasUserInfo) {
-        buildUserInfo(args, draft);
+        if (!content.hasHost) {
+            refuse("User Info requires a host");
+        }
+        draft.setUserInfo(content.userInfo, Form::raw);
     }
     if (content.hasHost) {
-        buildHost(args, draft);
+        draft.setHost(content.host, Form::raw);
     }
     if (content.hasPort) {
-        buildPort(args, draft);
+        if (!content.hasHost) {
+            refuse("Port requires a host");
+        }
+        draft.setPort(content.port);
     }
-    if (content.hasPath) {
-        buildPath(args, draft);
-    } else {
-        draft.setPath(View());
+    std::u32string_view const path = content.hasPath ? std::u32string_view(content.path) : std::u32string_view();
+    if (content.hasHost && !path.empty() && path.front() != U'/') {
+        refuse("Path cannot be relative if authority present");
     }
+    draft.setPath(path, Form::raw);
     if (content.hasQuery) {
-        buildQuery(args, draft, encodedQuery);
+        if (content.queryFormEncoded) {
+            encodedQuery = encoding::toUriForm(content.query);
+        }
+        draft.setQuery(content.queryFormEncoded ? encodedQuery : content.query, Form::raw,
+                       content.queryFormEncoded || content.queryFormEscaped);
     }
     if (content.hasFragment) {
-        buildFragment(args, draft);
+        draft.setFragment(content.fragment, Form::raw);
     }
     draft.finish();
 }
 
-template <class String>
-void TemplateIRI<String>::buildScheme(ArgsBase<String> const& args, Draft& draft) {
-    if (!args.content.schemeTrusted && !grammar::matchScheme(args.content.scheme)) {
-        throw makeInternalException(std::logic_error("Malformed scheme"));
+// What the value does not have of an authority stays in the arguments as it was; query and fragment do not.
+void Value::toArgs(Args& args) const {
+    if (!stored.components.hasPath) {
+        throw std::runtime_error("Item not set: Path");
     }
-    draft.setScheme(args.content.scheme);
-}
-
-template <class String>
-void TemplateIRI<String>::buildUserInfo(ArgsBase<String> const& args, Draft& draft) {
-    if (!args.content.hasHost) {
-        throw makeInternalException(std::logic_error("User Info requires a host"));
-    }
-    draft.setUserInfo(args.content.userInfo);
-}
-
-template <class String>
-void TemplateIRI<String>::buildHost(ArgsBase<String> const& args, Draft& draft) {
-    draft.setHost(args.content.host);
-}
-
-template <class String>
-void TemplateIRI<String>::buildPort(ArgsBase<String> const& args, Draft& draft) {
-    if (!args.content.hasHost) {
-        throw makeInternalException(std::logic_error("Port requires a host"));
-    }
-    draft.setPort(args.content.port);
-}
-
-template <class String>
-void TemplateIRI<String>::buildPath(ArgsBase<String> const& args, Draft& draft) {
-    View const path = args.content.path;
-    bool const absolute = !path.empty() && path.front() == FORWARD_SLASH;
-    if (args.content.hasHost && !path.empty() && !absolute) {
-        throw makeInternalException(std::logic_error("Path cannot be relative if authority present"));
-    }
-    draft.setPath(path);
-    draft.setPathHasDotSegments(hasRelativePathSegments(path));
-}
-
-// `encoded` keeps what the draft is told of a form-encoded query.
-template <class String>
-void TemplateIRI<String>::buildQuery(ArgsBase<String> const& args, Draft& draft, String& encoded) {
-    auto const& content = args.content;
-    if (content.queryFormEncoded) {
-        encoded = encoding::toUriForm(content.query);
-    }
-    draft.setQuery(content.queryFormEncoded ? encoded : content.query,
-                   content.queryFormEncoded || content.queryFormEscaped);
-}
-
-template <class String>
-void TemplateIRI<String>::buildFragment(ArgsBase<String> const& args, Draft& draft) {
-    draft.setFragment(args.content.fragment);
-}
-
-template <class String>
-void TemplateIRI<String>::toArgs(ArgsBase<String>& args) const {
-    // A part that cannot be decoded must leave the arguments as they were.
-    ArgsBase<String> result(args);
+    auto const raw = [this](Part part) {
+        std::u32string own;
+        return std::u32string(stored.inForm(part, Form::raw, own));
+    };
+    Args result(args); // a component that cannot be decoded must leave the arguments as they were
     auto& content = result.content;
-    if (flags.hasScheme) {
-        content.scheme = schemeView();
-        content.hasScheme = true;
+    if (hasScheme()) {
+        result.setScheme(std::u32string(stored.scheme()));
         content.schemeTrusted = true;
     }
-    setArgsAuthority(result);
-    content.userInfoTrusted = content.userInfoTrusted || flags.hasUserInfo;
-    content.hostTrusted = content.hostTrusted || flags.hasHost;
-    content.path = parts.view(Part::path, Encoding::Raw);
-    content.hasPath = true;
-    content.pathTrusted = true;
-    setArgsQuery(result);
-    content.queryTrusted = true;
-    content.queryFormEncoded = flags.queryIsFormEncoded;
+    if (hasUserInfo()) {
+        result.setUserInfo(raw(Part::userInfo));
+    }
+    if (hasHost()) {
+        result.setHost(raw(Part::host));
+    }
+    if (hasPort()) {
+        result.setPort(stored.components.port);
+    }
+    result.setPath(raw(Part::path));
+    result.clearQuery();
+    if (hasQuery()) {
+        result.setQuery(raw(Part::query));
+    }
+    content.queryFormEncoded = stored.components.queryIsFormEncoded;
     content.queryFormEscaped = false;
-    setArgsFragment(result);
-    content.fragmentTrusted = true;
+    result.clearFragment();
+    if (hasFragment()) {
+        result.setFragment(raw(Part::fragment));
+    }
     args.content = std::move(content);
 }
-
-// What the value does not have of an authority stays in the arguments as it was; query and fragment do not.
-template <class String>
-void TemplateIRI<String>::setArgsAuthority(ArgsBase<String>& args) const {
-    if (flags.hasUserInfo) {
-        args.setUserInfo(String(parts.view(Part::userInfo, Encoding::Raw)));
-    }
-    if (flags.hasHost) {
-        args.setHost(String(parts.view(Part::host, Encoding::Raw)));
-    }
-    if (flags.hasPort) {
-        args.setPort(port);
-    }
-}
-
-template <class String>
-void TemplateIRI<String>::setArgsQuery(ArgsBase<String>& args) const {
-    args.clearQuery();
-    if (flags.hasQuery) {
-        args.setQuery(String(parts.view(Part::query, Encoding::Raw)));
-    }
-}
-
-template <class String>
-void TemplateIRI<String>::setArgsFragment(ArgsBase<String>& args) const {
-    args.clearFragment();
-    if (flags.hasFragment) {
-        args.setFragment(String(parts.view(Part::fragment, Encoding::Raw)));
-    }
-}
-
-template TemplateIRI<std::u32string>::TemplateIRI(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::toArgs(ArgsBase<std::u32string>&) const;
-template void TemplateIRI<std::u32string>::buildFromArgs(ArgsBase<std::u32string> const&);
-template void TemplateIRI<std::u32string>::buildScheme(ArgsBase<std::u32string> const&, Draft&);
-template void TemplateIRI<std::u32string>::buildUserInfo(ArgsBase<std::u32string> const&, Draft&);
-template void TemplateIRI<std::u32string>::buildHost(ArgsBase<std::u32string> const&, Draft&);
-template void TemplateIRI<std::u32string>::buildPort(ArgsBase<std::u32string> const&, Draft&);
-template void TemplateIRI<std::u32string>::buildPath(ArgsBase<std::u32string> const&, Draft&);
-template void TemplateIRI<std::u32string>::buildQuery(ArgsBase<std::u32string> const&, Draft&,
-                                                      std::u32string&);
-template void TemplateIRI<std::u32string>::buildFragment(ArgsBase<std::u32string> const&, Draft&);
-template void TemplateIRI<std::u32string>::setArgsAuthority(ArgsBase<std::u32string>&) const;
-template void TemplateIRI<std::u32string>::setArgsQuery(ArgsBase<std::u32string>&) const;
-template void TemplateIRI<std::u32string>::setArgsFragment(ArgsBase<std::u32string>&) const;
 
 } // namespace foundation::network::iri::detail

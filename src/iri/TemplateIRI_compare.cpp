@@ -6,6 +6,8 @@
 
 namespace foundation::network::iri::detail {
 
+using Value = TemplateIRI<std::u32string>;
+
 namespace {
 
 constexpr std::uint64_t FNV_OFFSET = 0xcbf29ce484222325;
@@ -33,58 +35,43 @@ std::uint64_t fnv1a(std::u32string_view text) {
 
 } // namespace
 
-template <class String>
-bool TemplateIRI<String>::operator==(TemplateIRI const& other) const {
-    if (flags.textCurrent && other.flags.textCurrent) {
-        return isSame(sourceText(), other.sourceText()); // which holds scheme, port and parts
+bool Value::operator==(TemplateIRI const& other) const {
+    bool const sameText = isSame(stored.text, other.stored.text);
+    if (stored.parsed && other.stored.parsed) {
+        return sameText;
     }
-    if (flags.empty || other.flags.empty) {
-        return flags.empty && other.flags.empty;
+    if (isEmpty() || other.isEmpty()) {
+        return isEmpty() && other.isEmpty();
     }
-    if (flags.hasScheme != other.flags.hasScheme || schemeView() != other.schemeView() ||
-        flags.hasPort != other.flags.hasPort || port != other.port) {
+    Components const& components = stored.components;
+    if (sameText && !stored.parsed && !other.stored.parsed && components.isLike(other.stored.components)) {
+        return true; // the same components in the same forms: no need to make the Iri form
+    }
+    if (stored.scheme() != other.stored.scheme() || hasPort() != other.hasPort() ||
+        components.port != other.stored.components.port) {
         return false;
-    }
-    if (!flags.textCurrent && !other.flags.textCurrent && parts.isSlicedLike(other.parts)) {
-        return true; // the same pieces in the same forms, so the same text without the need to assemble it
     }
     if (hash.isReady() && other.hash.isReady() && hash.get() != other.hash.get()) {
         return false;
     }
-    return isSame(toNativeStringFromParts(Encoding::Iri), other.toNativeStringFromParts(Encoding::Iri));
+    return isSame(kept(Form::iri), other.kept(Form::iri));
 }
 
-template <class String>
-bool TemplateIRI<String>::operator<(TemplateIRI const& other) const {
-    if (flags.textCurrent && other.flags.textCurrent) {
-        return sourceText() < other.sourceText();
-    }
-    Encoding const form = flags.textCurrent || other.flags.textCurrent ? Encoding::Iri : Encoding::Raw;
-    return toNativeStringFromParts(form) < other.toNativeStringFromParts(form);
+// A strict weak order over parsed values and over others, but not over both mixed: see `IRITextLess`.
+bool Value::operator<(TemplateIRI const& other) const {
+    Form const form = stored.parsed || other.stored.parsed ? Form::iri : Form::raw;
+    return kept(form) < other.kept(form);
 }
 
-template <class String>
-bool TemplateIRI<String>::isTextLess(TemplateIRI const& other) const {
-    return toNativeStringFromParts(Encoding::Iri) < other.toNativeStringFromParts(Encoding::Iri);
+bool Value::isTextLess(TemplateIRI const& other) const {
+    return kept(Form::iri) < other.kept(Form::iri);
 }
 
-template <class String>
-std::uint64_t TemplateIRI<String>::hashValue() const {
+std::uint64_t Value::hashValue() const {
     if (!hash.isReady()) {
-        generateHash();
+        hash.publish(isEmpty() ? 0 : fnv1a(kept(Form::iri)));
     }
     return hash.get();
 }
-
-template <class String>
-void TemplateIRI<String>::generateHash() const {
-    hash.publish(flags.empty ? 0 : fnv1a(toNativeStringFromParts(Encoding::Iri)));
-}
-
-template bool TemplateIRI<std::u32string>::operator==(TemplateIRI const&) const;
-template bool TemplateIRI<std::u32string>::operator<(TemplateIRI const&) const;
-template bool TemplateIRI<std::u32string>::isTextLess(TemplateIRI const&) const;
-template std::uint64_t TemplateIRI<std::u32string>::hashValue() const;
-template void TemplateIRI<std::u32string>::generateHash() const;
 
 } // namespace foundation::network::iri::detail

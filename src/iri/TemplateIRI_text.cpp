@@ -1,8 +1,13 @@
-// From a value to text: the parts in every form, the whole in every form.
+// From a value to text: the components in every form, the whole in every form.
+//
+// There is one road: `inForm` gives a component in one of the three forms, and what is asked for in a strict
+// encoding passes `escapeStrayPercent` besides. `kept` gives the whole in the two forms that comparisons
+// need.
 
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include "iri/SameText.hpp"
 #include "iri/encoding/Conversions.hpp"
 #include "iri/encoding/PartRules.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
@@ -11,6 +16,7 @@
 namespace foundation::network::iri::detail {
 
 using core::except::detail::makeInternalException;
+using Value = TemplateIRI<std::u32string>;
 
 namespace {
 
@@ -18,196 +24,192 @@ constexpr bool isStrict(Encoding encoding) {
     return encoding == Encoding::IriStrict || encoding == Encoding::UriStrict;
 }
 
-// The store of parts knows plain standard exceptions; a caller of the value gets those of the family.
-template <class Operation>
-auto inFamily(Operation operation) {
-    try {
-        return operation();
-    } catch (std::runtime_error const& e) {
-        throw makeInternalException(std::runtime_error(e.what()));
+[[noreturn]] void throwNotSet(Part part) {
+    throw makeInternalException(
+        std::runtime_error("Item not set: " + std::string(encoding::rulesOf(part).name)));
+}
+
+bool escapesBrackets(Part part) {
+    return encoding::rulesOf(part).strictBrackets == encoding::StrictBrackets::escaped;
+}
+
+// A present component, in a form or in a strict encoding.
+void appendPart(std::u32string& out, StoredText const& stored, Part part, Encoding encoding) {
+    std::u32string own;
+    std::u32string_view const converted = stored.inForm(part, formOf(encoding), own);
+    if (isStrict(encoding)) {
+        out.append(encoding::escapeStrayPercent(converted, escapesBrackets(part)));
+    } else {
+        out.append(converted);
     }
+}
+
+void appendAuthority(std::u32string& out, StoredText const& stored, Encoding encoding) {
+    if (stored.components.hasUserInfo()) {
+        appendPart(out, stored, Part::userInfo, encoding);
+        out.push_back(U'@');
+    }
+    appendPart(out, stored, Part::host, encoding);
+    if (stored.components.hasPort()) {
+        out.append(1, U':').append(stored.port());
+    }
+}
+
+void appendSchemeSpecificPart(std::u32string& out, StoredText const& stored, Encoding encoding) {
+    if (stored.components.hasHost()) {
+        out.append(U"//");
+        appendAuthority(out, stored, encoding);
+    }
+    appendPart(out, stored, Part::path, encoding);
+    if (stored.components.hasQuery()) {
+        out.push_back(U'?');
+        appendPart(out, stored, Part::query, encoding);
+    }
+}
+
+std::u32string wholeIn(StoredText const& stored, Encoding encoding) {
+    std::u32string whole;
+    if (stored.isEmpty()) {
+        return whole; // also `IRI()`, which has no path to append
+    }
+    whole.reserve(stored.text.size());
+    whole.append(stored.text, 0, stored.components.authorityBegin());
+    appendSchemeSpecificPart(whole, stored, encoding);
+    if (stored.components.hasFragment()) {
+        whole.push_back(U'#');
+        appendPart(whole, stored, Part::fragment, encoding);
+    }
+    return whole;
+}
+
+// Whether every component is in a form as it was given.
+bool isWholeIn(StoredText const& stored, Form form) {
+    for (Part const part : {Part::userInfo, Part::host, Part::path, Part::query, Part::fragment}) {
+        std::u32string own;
+        if (stored.components.has(part) && !isSame(stored.inForm(part, form, own), stored.given(part))) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace
 
-template <class String>
-std::u16string TemplateIRI<String>::getPart(Part part, Encoding const& encoding) const {
-    // What the caller gets is a text of its own: another form is made for it straight from the text of a
-    // parsed value.
-    if (!isStrict(encoding)) {
-        Form const form = formOf(encoding);
-        if (auto const iri = parts.unconvertedIri(part, form)) {
-            if (form == Form::uri || (part == Part::query && parts.getContext().formEncoded)) {
-                return encoding::toUriFormUtf16(*iri);
-            }
-            auto const contents = encoding::contentsOf(*iri);
-            if (!contents.percent && !contents.beyondBmp) {
-                return std::u16string(iri->begin(), iri->end()); // most parts; a parsed one has no surrogates
-            }
-            if (auto text = encoding::rawUtf16FromIri(*iri, contents)) {
-                return std::move(*text);
-            }
+std::u16string Value::getScheme() const {
+    if (!hasScheme()) {
+        throw makeInternalException(std::runtime_error("No scheme"));
+    }
+    return encoding::toUtf16(stored.scheme());
+}
+
+std::u16string Value::getPort() const {
+    if (!hasPort()) {
+        throw makeInternalException(std::runtime_error("No port"));
+    }
+    return encoding::toUtf16(stored.port());
+}
+
+unsigned short Value::getPortNumber() const {
+    if (!hasPort()) {
+        throw makeInternalException(std::runtime_error("No port"));
+    }
+    return stored.components.port;
+}
+
+std::u16string Value::getPart(Part part, Encoding const& encoding) const {
+    if (!stored.components.has(part)) {
+        throwNotSet(part);
+    }
+    Form const form = formOf(encoding);
+    auto const& rules = encoding::rulesOf(part);
+    bool const strict = isStrict(encoding) && rules.strictGetter;
+    if (stored.components.form(part) == Form::iri && !strict) {
+        // Nearly every call: of a parsed value, made in UTF-16 at once.
+        std::u32string_view const iri = stored.given(part);
+        bool const decodes = form == Form::raw && !(part == Part::query && stored.components.queryIsFormEncoded);
+        if (form == Form::iri) {
+            return encoding::toUtf16(iri);
+        }
+        if (!decodes) {
+            return encoding::toUriFormUtf16(iri);
+        }
+        if (auto raw = encoding::rawUtf16FromIri(iri)) {
+            return std::move(*raw);
         }
     }
-    return inFamily([&] {
-        View const text = parts.view(part, encoding);
-        auto const& rules = encoding::rulesOf(part);
-        if (isStrict(encoding) && rules.strictGetter) {
-            bool const escapeBrackets = rules.strictBrackets == encoding::StrictBrackets::escaped;
-            return encoding::toUtf16(encoding::escapeStrayPercent(text, escapeBrackets));
-        }
-        return encoding::toUtf16(text);
-    });
+    std::u32string own;
+    std::u32string_view const converted = stored.inForm(part, form, own);
+    return strict ? encoding::toUtf16(encoding::escapeStrayPercent(converted, escapesBrackets(part)))
+                  : encoding::toUtf16(converted);
 }
 
-template <class String>
-std::u16string TemplateIRI<String>::getUserInfo(Encoding const& encoding) const {
+std::u16string Value::getUserInfo(Encoding const& encoding) const {
     return getPart(Part::userInfo, encoding);
 }
-
-template <class String>
-std::u16string TemplateIRI<String>::getHost(Encoding const& encoding) const {
+std::u16string Value::getHost(Encoding const& encoding) const {
     return getPart(Part::host, encoding);
 }
-
-template <class String>
-std::u16string TemplateIRI<String>::getPath(Encoding const& encoding) const {
+std::u16string Value::getPath(Encoding const& encoding) const {
     return getPart(Part::path, encoding);
 }
-
-template <class String>
-std::u16string TemplateIRI<String>::getQuery(Encoding const& encoding) const {
+std::u16string Value::getQuery(Encoding const& encoding) const {
     return getPart(Part::query, encoding);
 }
-
-template <class String>
-std::u16string TemplateIRI<String>::getFragment(Encoding const& encoding) const {
+std::u16string Value::getFragment(Encoding const& encoding) const {
     return getPart(Part::fragment, encoding);
 }
 
-template <class String>
-std::u16string TemplateIRI<String>::getAuthority(Encoding const& encoding) const {
-    return inFamily([&] { return encoding::toUtf16(getNativeAuthority(encoding)); });
+std::u16string Value::getAuthority(Encoding const& encoding) const {
+    if (!hasHost()) {
+        throw makeInternalException(std::runtime_error("Item not set: Host: Host (in getAuthority)"));
+    }
+    std::u32string authority;
+    appendAuthority(authority, stored, encoding);
+    return encoding::toUtf16(authority);
 }
 
-template <class String>
-std::u16string TemplateIRI<String>::getSchemeSpecificPart(Encoding const& encoding) const {
-    return inFamily([&] { return encoding::toUtf16(getNativeSsp(encoding)); });
+std::u16string Value::getSchemeSpecificPart(Encoding const& encoding) const {
+    if (!stored.components.hasPath) {
+        throwNotSet(Part::path);
+    }
+    std::u32string schemeSpecificPart;
+    appendSchemeSpecificPart(schemeSpecificPart, stored, encoding);
+    return encoding::toUtf16(schemeSpecificPart);
 }
 
-template <class String>
-void TemplateIRI<String>::appendPart(String& text, Part part, Encoding const& encoding) const {
-    View const form = parts.view(part, encoding);
-    if (isStrict(encoding)) {
-        bool const escapeBrackets =
-            encoding::rulesOf(part).strictBrackets == encoding::StrictBrackets::escaped;
-        text.append(encoding::escapeStrayPercent(form, escapeBrackets));
-    } else {
-        text.append(form);
+// The whole in the Iri or the Raw form, which comparisons come back to.
+std::u32string const& Value::kept(Form form) const {
+    auto const bit = static_cast<unsigned char>(1U << static_cast<unsigned>(form));
+    if ((stored.parsed && form == Form::iri) || (storedIsIn.load(std::memory_order_relaxed) & bit) != 0) {
+        return stored.text;
     }
-}
-
-template <class String>
-String TemplateIRI<String>::getNativeAuthority(Encoding const& encoding) const {
-    String authority = parts.getAuthority(encoding);
-    if (isStrict(encoding)) {
-        authority = encoding::escapeStrayPercent(authority, false);
-    }
-    if (flags.hasPort) {
-        authority.push_back(COLON);
-        authority.append(portView());
-    }
-    return authority;
-}
-
-template <class String>
-void TemplateIRI<String>::appendSsp(String& text, Encoding const& encoding) const {
-    if (flags.hasAuthority) {
-        text.append(2, FORWARD_SLASH).append(getNativeAuthority(encoding));
-    }
-    appendPart(text, Part::path, encoding);
-    if (flags.hasQuery) {
-        text.push_back(QUESTION_MARK);
-        appendPart(text, Part::query, encoding);
-    }
-}
-
-template <class String>
-String TemplateIRI<String>::getNativeSsp(Encoding const& encoding) const {
-    String ssp;
-    appendSsp(ssp, encoding);
-    return ssp;
-}
-
-template <class String>
-String const& TemplateIRI<String>::toNativeStringFromParts(Encoding const& encoding) const {
-    static String const nothing;
-    if (flags.textCurrent && encoding == Encoding::Iri) {
-        return sourceText();
-    }
-    if (flags.empty) {
-        return nothing;
-    }
-    if (!isStrict(encoding) && parts.isSourceIn(formOf(encoding))) {
-        return sourceText(); // all pieces stand in it as they are in this form
-    }
-    auto const* places = wholeTexts.get();
-    auto const& place =
-        (places != nullptr ? *places : wholeTexts.publish(WholeTexts()))[static_cast<std::size_t>(encoding)];
+    auto const& place = form == Form::iri ? iriText : rawText;
     if (auto const* const there = place.get()) {
         return *there;
     }
-    String text;
-    text.reserve(scheme.length + parts.lengthHint() + portText.length + 6); // 6 delimiters at the most
-    if (flags.hasScheme) {
-        text.append(schemeView()).push_back(COLON);
+    if (isWholeIn(stored, form)) {
+        storedIsIn.fetch_or(bit, std::memory_order_relaxed);
+        return stored.text;
     }
-    appendSsp(text, encoding);
-    if (flags.hasFragment) {
-        text.push_back(HASH_SIGN);
-        appendPart(text, Part::fragment, encoding);
+    return place.publish(wholeIn(stored, encodingOf(form)));
+}
+
+std::u16string Value::toString(bool strict) const {
+    return encoding::toUtf16(strict ? wholeIn(stored, Encoding::IriStrict) : kept(Form::iri));
+}
+
+std::u16string Value::toAsciiString(bool strict) const {
+    if (strict) {
+        return encoding::toUtf16(wholeIn(stored, Encoding::UriStrict));
     }
-    return place.publish(std::move(text));
-}
-
-template <class String>
-std::u16string TemplateIRI<String>::toStringFromParts(Encoding const& encoding) const {
-    return encoding::toUtf16(toNativeStringFromParts(encoding));
-}
-
-template <class String>
-std::u16string TemplateIRI<String>::toString(bool strict) const {
-    return toStringFromParts(strict ? Encoding::IriStrict : Encoding::Iri);
-}
-
-template <class String>
-std::u16string TemplateIRI<String>::toAsciiString(bool strict) const {
-    if (!strict && flags.textCurrent) {
-        // The delimiters are in ASCII, so the whole is made like a part; only a scheme that is not stays as
-        // it is.
-        View const text = sourceText();
-        return encoding::isUriForm(schemeView())
-                   ? encoding::toUriFormUtf16(text)
-                   : encoding::toUtf16(schemeView()) + encoding::toUriFormUtf16(text.substr(scheme.length));
+    // The delimiters are in ASCII, so the whole is made like a component; only a scheme that is not stays as
+    // it is.
+    std::u32string_view const iri = kept(Form::iri);
+    std::u32string_view const scheme = stored.scheme();
+    if (encoding::isUriForm(scheme)) {
+        return encoding::toUriFormUtf16(iri);
     }
-    return toStringFromParts(strict ? Encoding::UriStrict : Encoding::Uri);
+    return encoding::toUtf16(scheme) + encoding::toUriFormUtf16(iri.substr(scheme.size()));
 }
-
-template std::u16string TemplateIRI<std::u32string>::getUserInfo(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::getHost(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::getPath(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::getQuery(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::getFragment(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::getAuthority(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::getSchemeSpecificPart(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::toString(bool) const;
-template std::u16string TemplateIRI<std::u32string>::toAsciiString(bool) const;
-template std::u32string const& TemplateIRI<std::u32string>::toNativeStringFromParts(Encoding const&) const;
-template std::u32string TemplateIRI<std::u32string>::getNativeAuthority(Encoding const&) const;
-template std::u32string TemplateIRI<std::u32string>::getNativeSsp(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::toStringFromParts(Encoding const&) const;
-template std::u16string TemplateIRI<std::u32string>::getPart(Part, Encoding const&) const;
-template void TemplateIRI<std::u32string>::appendPart(std::u32string&, Part, Encoding const&) const;
-template void TemplateIRI<std::u32string>::appendSsp(std::u32string&, Encoding const&) const;
 
 } // namespace foundation::network::iri::detail

@@ -27,7 +27,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <iosfwd>
 #include <string>
 #include <utility>
@@ -68,7 +67,7 @@ public:
     /// present" for a path beside a host that is neither empty nor begins with "/". `std::bad_alloc`. Linear.
     explicit IRI(IRIArgs const& args);
 
-    /// A copy has the forms that its source has worked out, and shares nothing with it. Linear.
+    /// A copy shares nothing with its source. Linear.
     IRI(IRI const& other);
     IRI(IRI&& other) noexcept;
     IRI& operator=(IRI const& other);
@@ -111,8 +110,8 @@ public:
     /// ": Query", ": Fragment") where there is none, and, for `Encoding::Raw`, the `std::out_of_range` of the
     /// family with "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character" where escapes
     /// decode to an overlong form, a surrogate or a value above U+10FFFF. Other bytes that are no UTF-8
-    /// become the characters of their values: `%FF` reads "ÿ". The first call for a form is linear in the
-    /// length of the part, later ones copy. `getUserInfo` gives the same for the strict encodings as for the
+    /// become the characters of their values: `%FF` reads "ÿ". Linear in the length of the part; nothing is
+    /// kept. `getUserInfo` gives the same for the strict encodings as for the
     /// others.
     std::u16string getUserInfo(Encoding const& encoding) const { return value.getUserInfo(encoding); }
     std::u16string getHost(Encoding const& encoding) const { return value.getHost(encoding); }

@@ -210,8 +210,11 @@ DecodedText decodeUtf8(std::string bytes) {
     return {repaired.repaired, fromUtf8(repaired.bytes)};
 }
 
-} // namespace
-
+// What a text holds that keeps its Raw form in UTF-16 from being a mere copy.
+struct Contents {
+    bool percent;
+    bool beyondBmp; // code points above U+FFFF, which have two units
+};
 Contents contentsOf(std::u32string_view text) {
     std::uint32_t percent = 0;
     std::uint32_t beyond = 0;
@@ -221,6 +224,8 @@ Contents contentsOf(std::u32string_view text) {
     }
     return {isSigned(percent), isSigned(beyond)};
 }
+
+} // namespace
 
 Converted rawFromIri(Part part, std::u32string_view text, PartContext const& context) {
     if (isFormEncodedQuery(part, context)) {
@@ -283,7 +288,11 @@ Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const&
     return isUriForm(text) ? Converted() : Converted(toUriForm(text));
 }
 
-std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text, Contents const& contents) {
+std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text) {
+    Contents const contents = contentsOf(text);
+    if (!contents.percent && !contents.beyondBmp) {
+        return std::u16string(text.begin(), text.end()); // most components; a parsed one has no surrogates
+    }
     // An escape is longer than what it stands for; only what stands as itself can take two units.
     std::size_t const room = contents.beyondBmp ? 2 * text.size() : text.size();
     return contents.percent ? decodedAll<std::u16string>(text, room) : toUtf16(text);
@@ -292,10 +301,18 @@ std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text, Contents
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,
                   PartContext const& context) {
     using detail::Form;
+    if (from == to) {
+        return std::nullopt;
+    }
     if (from == Form::iri) {
         return to == Form::raw ? rawFromIri(part, text, context) : uriFromIri(part, text, context);
     }
-    return from == Form::raw ? iriFromRaw(part, text, context) : iriFromUri(part, text, context);
+    auto iri = from == Form::raw ? iriFromRaw(part, text, context) : iriFromUri(part, text, context);
+    if (to == Form::iri) {
+        return iri;
+    }
+    auto converted = convert(part, Form::iri, to, iri ? *iri : text, context);
+    return converted ? std::move(converted) : std::move(iri);
 }
 
 } // namespace foundation::network::iri::encoding

@@ -31,20 +31,12 @@ Converted iriFromUri(Part part, std::u32string_view text, PartContext const& con
 /// Escapes what is not ASCII.
 Converted uriFromIri(Part part, std::u32string_view text, PartContext const& context);
 
-/// The conversion between two forms one of which is Iri. Raw and Uri are converted into each other by way of
-/// Iri.
+/// The conversion between any two forms. Raw and Uri are converted into each other by way of Iri.
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,
                   PartContext const& context);
 
-/// What a text holds that keeps its Raw form in UTF-16 from being a mere copy.
-struct Contents {
-    bool percent;
-    bool beyondBmp; // code points above U+FFFF, which have two units
-};
-[[nodiscard]] Contents contentsOf(std::u32string_view text);
-
 /// The Raw form, in UTF-16, of a text in the Iri form that is no form-encoded query, in one pass. Gives
 /// nothing where only `rawFromIri` can tell: where escapes are not all UTF-8.
-std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text, Contents const& contents);
+std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text);
 
 } // namespace foundation::network::iri::encoding

@@ -37,8 +37,8 @@ HostGrammar::HostGrammar() : HostGrammar::base_type(ihost) {
     auto const decOctet = qi::copy(!(cp<U'0'> >> one<DIGIT>) >> qi::omit[octetValue]);
     auto const pctEncoded = qi::copy(cp<U'%'> >> one<XDIGIT> >> one<XDIGIT>);
     auto const ipvFuture =
-        qi::copy(cp<U'v'> >> qi::omit[run<XDIGIT, 1>] >> cp<U'.'> >> qi::omit[run<IUSERINFO, 1>]);
-    auto const iregName = qi::copy(run<IREG_NAME, 0, Escapes::percent>);
+        qi::copy(cp<U'v'> >> run<XDIGIT, Escapes::none, 1> >> cp<U'.'> >> run<IUSERINFO, Escapes::none, 1>);
+    auto const iregName = qi::copy(run<IREG_NAME, Escapes::percent>);
 
     ipv4Address = decOctet >> qi::repeat(3)[cp<U'.'> >> decOctet];
     h16 = qi::repeat(1, 4)[one<XDIGIT>];
@@ -59,7 +59,7 @@ HostGrammar::HostGrammar() : HostGrammar::base_type(ihost) {
 
     // The looks ahead spare the calls of the address rules for nearly all hosts.
     auto const endOfAddress = qi::copy(!(one<IREG_NAME | AT> | pctEncoded));
-    ihost = qi::raw[&cp<U'['> >> ipLiteral] | qi::raw[&one<DIGIT> >> ipv4Address >> endOfAddress] | iregName;
+    ihost = (&cp<U'['> >> ipLiteral) | (&one<DIGIT> >> ipv4Address >> endOfAddress) | iregName;
 }
 
 } // namespace foundation::network::iri::grammar

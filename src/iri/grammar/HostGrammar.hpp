@@ -4,13 +4,13 @@
 
 namespace foundation::network::iri::grammar {
 
-/// `ihost` of RFC 3987: an IP literal in brackets, an IPv4 address or a registered name, as the range that it
-/// covers. It never fails: where no host stands, the range is empty.
-struct HostGrammar : qi::grammar<Iterator, Range()> {
+/// `ihost` of RFC 3987: an IP literal in brackets, an IPv4 address or a registered name, It
+/// never fails: where no host stands, it consumes nothing.
+struct HostGrammar : qi::grammar<Iterator> {
     HostGrammar();
 
 private:
-    qi::rule<Iterator, Range()> ihost;
+    qi::rule<Iterator> ihost;
     qi::rule<Iterator> ipLiteral;
     qi::rule<Iterator> ipv6Address;
     qi::rule<Iterator> ipv4Address;

@@ -36,61 +36,55 @@
 #include "iri/grammar/IriGrammar.hpp"
 
 #include "iri/grammar/HostGrammar.hpp"
+#include "iri/grammar/PortReader.hpp"
 
-#include <boost/fusion/include/adapt_struct.hpp>
+#include <algorithm>
+#include <iterator>
 
 namespace foundation::network::iri::grammar {
 
 namespace {
 
-using OptionalRange = boost::optional<Range>;
-using Parts = iri::detail::Parts<Iterator>;
+using iri::detail::Components;
 
-/// The fields of a `Parts`, nested as the rules are: a rule for the hierarchical part writes straight into
-/// the flat record, and nothing is copied back.
-struct HierarchicalFields {
-    OptionalRange& userInfo;
-    OptionalRange& host;
-    OptionalRange& port;
-    OptionalRange& path;
+/// What the places of a match are written to, and where its text begins.
+struct Places {
+    Components* found = nullptr;
+    Iterator begin = nullptr;
 };
-struct ReferenceFields {
-    OptionalRange& scheme;
-    HierarchicalFields hierarchical;
-    OptionalRange& query;
-    OptionalRange& fragment;
+
+/// Consumes nothing, and writes the current place, or that of the character before it. It stands only where
+/// all that comes before has matched for good, so no place is ever taken back.
+template <std::size_t Components::*place, std::size_t before = 0>
+struct MarkParser : qi::primitive_parser<MarkParser<place, before>> {
+    template <class Context, class It>
+    struct attribute {
+        using type = boost::spirit::unused_type;
+    };
+    template <class Context, class Skipper, class Attribute>
+    bool parse(Iterator const& first, Iterator const&, Context& context, Skipper const&, Attribute&) const {
+        Places const& places = boost::fusion::at_c<0>(context.attributes);
+        places.found->*place = static_cast<std::size_t>(first - places.begin) - before;
+        return true;
+    }
+    template <class Context>
+    boost::spirit::info what(Context&) const {
+        return boost::spirit::info("mark");
+    }
 };
+
+template <std::size_t Components::*place, std::size_t before = 0>
+typename boost::proto::terminal<MarkParser<place, before>>::type const mark{{}};
 
 } // namespace
 
 } // namespace foundation::network::iri::grammar
 
-// clang-format off
-BOOST_FUSION_ADAPT_STRUCT(foundation::network::iri::grammar::HierarchicalFields,
-    (foundation::network::iri::grammar::OptionalRange&, userInfo)
-    (foundation::network::iri::grammar::OptionalRange&, host)
-    (foundation::network::iri::grammar::OptionalRange&, port)
-    (foundation::network::iri::grammar::OptionalRange&, path))
-BOOST_FUSION_ADAPT_STRUCT(foundation::network::iri::grammar::ReferenceFields,
-    (foundation::network::iri::grammar::OptionalRange&, scheme)
-    (foundation::network::iri::grammar::HierarchicalFields, hierarchical)
-    (foundation::network::iri::grammar::OptionalRange&, query)
-    (foundation::network::iri::grammar::OptionalRange&, fragment))
-// clang-format on
-
 namespace boost::spirit::traits {
 
-template <>
-struct transform_attribute<foundation::network::iri::grammar::Parts,
-                           foundation::network::iri::grammar::ReferenceFields, qi::domain> {
-    using type = foundation::network::iri::grammar::ReferenceFields;
-    static type pre(foundation::network::iri::grammar::Parts& parts) {
-        return {
-            parts.scheme, {parts.userInfo, parts.host, parts.port, parts.path}, parts.query, parts.fragment};
-    }
-    static void post(foundation::network::iri::grammar::Parts&, type const&) {}
-    static void fail(foundation::network::iri::grammar::Parts&) {}
-};
+/// So that Qi leaves the places to the marks, and does not fill them by itself.
+template <std::size_t foundation::network::iri::detail::Components::*place, std::size_t before>
+struct has_semantic_action<foundation::network::iri::grammar::MarkParser<place, before>> : mpl::true_ {};
 
 } // namespace boost::spirit::traits
 
@@ -99,61 +93,63 @@ namespace foundation::network::iri::grammar {
 namespace {
 
 auto schemeParser() {
-    return qi::copy(qi::raw[one<ALPHA> >> qi::omit[run<ALNUM | SCHEME_MARK>]]);
+    return qi::copy(one<ALPHA> >> run<ALNUM | SCHEME_MARK>);
 }
 
-struct IriGrammar : qi::grammar<Iterator, Parts()> {
+struct IriGrammar : qi::grammar<Iterator, Places()> {
     IriGrammar() : IriGrammar::base_type(iriReference, "IRI Grammar") {
-        auto const absent = qi::attr(OptionalRange());
-        auto const scheme = schemeParser();
-        auto const iuserinfo = qi::copy(run<IUSERINFO, 0, Escapes::percent>);
-        auto const iport = qi::copy(run<DIGIT>);
-        auto const iquery = qi::copy(run<IQUERY>);
-        auto const ifragment = qi::copy(run<IFRAGMENT>);
+        auto const userInfo = qi::copy(run<IUSERINFO, Escapes::percent> >> cp<U'@'>);
+        auto const authority =
+            qi::copy(cp<U'/'> >> cp<U'/'> >> -userInfo >> mark<&Components::hostBegin> >> host >>
+                     mark<&Components::hostEnd> >> -(cp<U':'> >> run<DIGIT>) >> mark<&Components::pathBegin>);
+        auto const noAuthority = qi::copy(mark<&Components::hostBegin> >> mark<&Components::hostEnd> >>
+                                          mark<&Components::pathBegin>);
 
-        auto const ipathAbempty = qi::copy(qi::raw[&cp<U'/'> >> qi::omit[run<PATH>] | qi::eps]);
-        // "//" has been tried before, as the begin of an authority: no need to look behind the "/".
-        auto const ipathAbsolute = qi::copy(qi::raw[&cp<U'/'> >> qi::omit[run<PATH>]]);
-        auto const ipathRootless = qi::copy(qi::raw[&one<IPCHAR> >> qi::omit[run<PATH>]]);
-        auto const ipathNoscheme =
-            qi::copy(qi::raw[qi::omit[run<ISEGMENT_NZ_NC, 1>] >> -(&cp<U'/'> >> qi::omit[run<PATH>])]);
-        auto const ipathEmpty = qi::copy(qi::raw[qi::eps]);
+        // Behind the look for "//", a path form is any run of its characters.
+        auto const ipathAbempty = qi::copy(-(&cp<U'/'> >> run<PATH>));
+        auto const pathForm = qi::copy(run<PATH>);
+        auto const relativePathForm = qi::copy(run<ISEGMENT_NZ_NC> >> ipathAbempty);
 
-        // The look ahead keeps the field absent where no "@" follows: Qi writes a range, which it takes for a
-        // container, straight into the optional field.
-        auto const userInfoAhead = qi::copy(&(qi::omit[iuserinfo] >> cp<U'@'>));
-        auto const authorityForm =
-            qi::copy(cp<U'/'> >> cp<U'/'> >> -(userInfoAhead >> iuserinfo >> cp<U'@'>) >> host >>
-                     -(cp<U':'> >> iport) >> ipathAbempty);
-        ihierPart =
-            authorityForm | absent >> absent >> absent >> (ipathAbsolute | ipathRootless | ipathEmpty);
-        irelativePart =
-            authorityForm | absent >> absent >> absent >> (ipathAbsolute | ipathNoscheme | ipathEmpty);
-
-        auto const tail = qi::copy(-(cp<U'?'> >> iquery) >> -(cp<U'#'> >> ifragment));
-        reference = scheme >> cp<U':'> >> ihierPart >> tail | absent >> irelativePart >> tail;
-        iriReference = reference;
+        iriReference = (schemeParser() >> cp<U':'> >> mark<&Components::schemeEnd, 1> >>
+                            (authority >> ipathAbempty | noAuthority >> pathForm) //
+                        | authority >> ipathAbempty                               //
+                        | noAuthority >> relativePathForm)                        //
+                       >> mark<&Components::pathEnd>                              //
+                       >> -(cp<U'?'> >> run<IQUERY>) >> mark<&Components::queryEnd>      //
+                       >> -(cp<U'#'> >> run<IFRAGMENT>) >> mark<&Components::end>;
     }
 
 private:
     HostGrammar const host;
-    qi::rule<Iterator, Parts()> iriReference;
-    qi::rule<Iterator, ReferenceFields()> reference;
-    qi::rule<Iterator, HierarchicalFields()> ihierPart;
-    qi::rule<Iterator, HierarchicalFields()> irelativePart;
+    qi::rule<Iterator, Places()> iriReference;
 };
 
 } // namespace
 
-bool matchIriReference(std::u32string const& text, Parts& parts) {
+bool matchIriReference(std::u32string_view text, Components& found) {
+    using iri::detail::Form;
     static IriGrammar const grammar;
-    Iterator at = text.begin();
-    return qi::parse(at, text.end(), grammar, parts) && at == text.end();
+    Iterator at = text.data();
+    Places places{&found, at};
+    if (!qi::parse(at, text.data() + text.size(), grammar, places) || found.end != text.size()) {
+        return false;
+    }
+    std::fill(std::begin(found.forms), std::end(found.forms), Form::iri);
+    found.hasPath = true;
+    found.pathIsAbsolute = !found.pathIsEmpty() && text[found.pathBegin] == U'/';
+    if (found.hasPort()) {
+        auto const slice = found.portSlice();
+        auto const number = readPort(text.substr(slice.begin, slice.length));
+        found.port = number.value_or(0);
+        return number.has_value();
+    }
+    return true;
 }
 
-bool matchScheme(std::u32string const& text) {
-    Iterator at = text.begin();
-    return qi::parse(at, text.end(), schemeParser()) && at == text.end();
+bool matchScheme(std::u32string_view text) {
+    static auto const scheme = schemeParser();
+    Iterator at = text.data();
+    return qi::parse(at, text.data() + text.size(), scheme) && at == text.data() + text.size();
 }
 
 } // namespace foundation::network::iri::grammar

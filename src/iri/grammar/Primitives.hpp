@@ -4,19 +4,15 @@
 // for each character; these look at one table of masks, which makes a match four to five times quicker.
 // Spirit is heavy to compile: only the sources of grammars include this.
 #define BOOST_SPIRIT_UNICODE
-#include <boost/range/iterator_range_core.hpp>
 #include <boost/spirit/include/qi.hpp>
 
 #include "iri/grammar/CharacterClasses.hpp"
-
-#include <string>
 
 namespace foundation::network::iri::grammar {
 
 namespace qi = boost::spirit::qi;
 
-using Iterator = std::u32string::const_iterator;
-using Range = boost::iterator_range<Iterator>;
+using Iterator = char32_t const*;
 
 /// One character of the classes of `mask`.
 template <ClassMask mask>
@@ -54,21 +50,20 @@ struct CodePointParser : qi::char_parser<CodePointParser<wanted>, char32_t, boos
 
 enum class Escapes { none, percent };
 
-/// The longest run of characters of the classes of `mask` and, with `Escapes::percent`, of `pct-encoded`; at
-/// least `atLeast` characters long. Its attribute is the range that it covers.
-template <ClassMask mask, int atLeast, Escapes escapes>
-struct RunParser : qi::primitive_parser<RunParser<mask, atLeast, escapes>> {
+/// The longest run of characters of the classes of `mask` and, with `Escapes::percent`, of `pct-encoded`; it
+/// may be empty, or, with `atLeast`, not.
+template <ClassMask mask, Escapes escapes = Escapes::none, int atLeast = 0>
+struct RunParser : qi::primitive_parser<RunParser<mask, escapes, atLeast>> {
     template <class Context, class It>
     struct attribute {
-        using type = boost::iterator_range<It>;
+        using type = boost::spirit::unused_type;
     };
     template <class It, class Context, class Skipper, class Attribute>
-    bool parse(It& first, It const& last, Context&, Skipper const&, Attribute& covered) const {
+    bool parse(It& first, It const& last, Context&, Skipper const&, Attribute&) const {
         It const end = scan(first, last);
         if (atLeast > 0 && end == first) {
             return false;
         }
-        store(covered, first, end);
         first = end;
         return true;
     }
@@ -106,12 +101,6 @@ private:
         }
         return false;
     }
-    template <class Attribute, class It>
-    static void store(Attribute& covered, It first, It end) {
-        covered = boost::iterator_range<It>(first, end);
-    }
-    template <class It>
-    static void store(boost::spirit::unused_type, It, It) {}
 };
 
 template <ClassMask mask>
@@ -120,17 +109,7 @@ typename boost::proto::terminal<ClassParser<mask>>::type const one{{}};
 template <char32_t wanted>
 typename boost::proto::terminal<CodePointParser<wanted>>::type const cp{{}};
 
-template <ClassMask mask, int atLeast = 0, Escapes escapes = Escapes::none>
-typename boost::proto::terminal<RunParser<mask, atLeast, escapes>>::type const run{{}};
+template <ClassMask mask, Escapes escapes = Escapes::none, int atLeast = 0>
+typename boost::proto::terminal<RunParser<mask, escapes, atLeast>>::type const run{{}};
 
 } // namespace foundation::network::iri::grammar
-
-namespace boost::spirit::traits {
-
-/// A run fills a range as a whole; without this, Qi takes the range for a container to append to.
-template <foundation::network::iri::grammar::ClassMask mask, int atLeast,
-          foundation::network::iri::grammar::Escapes escapes, class Attribute, class Context, class It>
-struct handles_container<foundation::network::iri::grammar::RunParser<mask, atLeast, escapes>, Attribute,
-                         Context, It> : mpl::true_ {};
-
-} // namespace boost::spirit::traits

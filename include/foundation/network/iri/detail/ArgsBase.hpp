@@ -9,6 +9,8 @@ namespace foundation::network::iri::detail {
 
 template <class String>
 class TemplateIRI;
+template <class String>
+class ArgsBase;
 
 /// The parts that an IRI is built from, in `Encoding::Raw` and in UTF-32. `IRIArgs` is the face of it for
 /// callers.
@@ -16,8 +18,10 @@ class TemplateIRI;
 /// Nothing is checked against anything else: the constructor of the IRI does that. Setters with UTF-16 text
 /// throw the `std::out_of_range` of the family with "Misplaced UTF-16 surrogate U+... encountered while
 /// trying to encode UTF-32 sequence". Every operation has the strong guarantee.
-template <class String>
-class ZVFLNETWORK_EXPORT ArgsBase {
+template <>
+class ZVFLNETWORK_EXPORT ArgsBase<std::u32string> {
+    using String = std::u32string;
+
 public:
     ArgsBase();
     ArgsBase(ArgsBase const& other);
@@ -84,20 +88,12 @@ private:
         bool hasUserInfo = false;
         bool hasPort = false;
         bool hasPath = false;
-        // The text came from an IRI and was not changed since.
-        bool schemeTrusted = false;
-        bool userInfoTrusted = false;
-        bool hostTrusted = false;
-        bool pathTrusted = false;
-        bool queryTrusted = false;
-        bool fragmentTrusted = false;
+        bool schemeTrusted = false; // it came from an IRI and was not changed since: not matched again
         bool queryFormEncoded = false; // the query is to be encoded when the IRI is built
         bool queryFormEscaped = false; // a reserved character of the query was escaped
     };
 
     Content content;
 };
-
-extern template class ArgsBase<std::u32string>;
 
 } // namespace foundation::network::iri::detail
