@@ -136,8 +136,8 @@ void Args::clearFragment() noexcept {
     clear(content.fragment, content.hasFragment);
 }
 
-std::tuple<std::u16string, bool> Args::percentEncodeFormEncodedReservedChars(
-    std::u16string const& text, bool useSemicolon) const {
+std::tuple<std::u16string, bool> Args::percentEncodeFormEncodedReservedChars(std::u16string const& text,
+                                                                             bool useSemicolon) const {
     char16_t const separator = useSemicolon ? u';' : u'&';
     std::u16string encoded;
     encoded.reserve(text.size());
@@ -153,8 +153,8 @@ std::tuple<std::u16string, bool> Args::percentEncodeFormEncodedReservedChars(
     return {std::move(encoded), escaped};
 }
 
-void Args::appendQueryKeyValuePair(std::u16string const& key, std::u16string const& value,
-                                               bool encodeQuery, bool useSemicolon) {
+void Args::appendQueryKeyValuePair(std::u16string const& key, std::u16string const& value, bool encodeQuery,
+                                   bool useSemicolon) {
     if (key.empty()) {
         throw makeInternalException(std::logic_error("Key must not be empty"));
     }

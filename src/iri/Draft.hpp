@@ -27,7 +27,8 @@ public:
     enum class Kind : bool { built, reference };
 
     /// Makes `target`, which must be new.
-    Draft(StoredText& target, Kind draftKind) : result(target), components(target.components), kind(draftKind) {}
+    Draft(StoredText& target, Kind draftKind)
+        : result(target), components(target.components), kind(draftKind) {}
     Draft(Draft const&) = delete;
     Draft& operator=(Draft const&) = delete;
     ~Draft() = default;

@@ -19,13 +19,13 @@ using Value = TemplateIRI<std::u32string>;
 static_assert(std::is_trivially_copyable_v<Components>);
 static_assert(sizeof(Value) <= 160);
 
-std::u32string_view StoredText::inForm(Part part, Form form, std::u32string& own) const {
+std::u32string_view StoredText::converted(Part part, Form form, std::u32string& own) const {
     View const asGiven = given(part);
-    auto converted = encoding::convert(part, components.form(part), form, asGiven, components.context());
-    if (!converted) {
+    auto made = encoding::convert(part, components.form(part), form, asGiven, components.context());
+    if (!made) {
         return asGiven;
     }
-    own = std::move(*converted);
+    own = std::move(*made);
     return own;
 }
 
@@ -35,6 +35,14 @@ Value::TemplateIRI(std::u16string const& source) {
     if (!grammar::matchIriReference(stored.text, stored.components)) {
         throw makeInternalException(std::logic_error("IRI parsing failed"));
     }
+}
+
+// What a move has left behind, but for the text, becomes as in a new value.
+inline void Value::forget() noexcept {
+    stored.components = Components();
+    stored.parsed = false;
+    storedIsIn.store(0, std::memory_order_relaxed);
+    hash = CachedHash();
 }
 
 Value::TemplateIRI(TemplateIRI const& other)
@@ -63,6 +71,7 @@ Value& Value::operator=(TemplateIRI const& other) {
 Value& Value::operator=(TemplateIRI&& other) noexcept {
     if (this != &other) {
         stored = std::move(other.stored);
+        std::u32string().swap(other.stored.text); // which the move may have left with the text of this
         storedIsIn.store(other.storedIsIn.load(std::memory_order_relaxed), std::memory_order_relaxed);
         hash = other.hash;
         iriText = std::move(other.iriText);
@@ -70,13 +79,6 @@ Value& Value::operator=(TemplateIRI&& other) noexcept {
         other.forget();
     }
     return *this;
-}
-
-// What is left behind a move is as a new value. The move may have left it with the target's text.
-void Value::forget() noexcept {
-    stored = StoredText();
-    storedIsIn.store(0, std::memory_order_relaxed);
-    hash = CachedHash();
 }
 
 Value::~TemplateIRI() = default;

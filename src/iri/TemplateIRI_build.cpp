@@ -49,7 +49,8 @@ Value::TemplateIRI(Args const& args) {
         }
         draft.setPort(content.port);
     }
-    std::u32string_view const path = content.hasPath ? std::u32string_view(content.path) : std::u32string_view();
+    std::u32string_view const path =
+        content.hasPath ? std::u32string_view(content.path) : std::u32string_view();
     if (content.hasHost && !path.empty() && path.front() != U'/') {
         refuse("Path cannot be relative if authority present");
     }

@@ -53,7 +53,8 @@ void setMergedPath(StoredText const& reference, StoredText const& base, Draft& d
         return draft.setPath(U"/", path.text, Form::raw);
     }
     PathIn const basePath(base, Form::raw, ownOfBase);
-    std::u32string_view front = basePath.text.substr(0, basePath.text.rfind(U'/') + 1); // none without a slash
+    std::u32string_view front =
+        basePath.text.substr(0, basePath.text.rfind(U'/') + 1); // none without a slash
     std::u32string_view rest = path.text;
     if (path.hasDotSegments || basePath.hasDotSegments) {
         bool const absolute = base.components.pathIsAbsolute;

@@ -13,6 +13,8 @@
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/encoding/Transcoding.hpp"
 
+#include <array>
+
 namespace foundation::network::iri::detail {
 
 using core::except::detail::makeInternalException;
@@ -29,68 +31,107 @@ constexpr bool isStrict(Encoding encoding) {
         std::runtime_error("Item not set: " + std::string(encoding::rulesOf(part).name)));
 }
 
-bool escapesBrackets(Part part) {
-    return encoding::rulesOf(part).strictBrackets == encoding::StrictBrackets::escaped;
+std::u32string strictly(Part part, std::u32string_view text) {
+    bool const brackets = encoding::rulesOf(part).strictBrackets == encoding::StrictBrackets::escaped;
+    return encoding::escapeStrayPercent(text, brackets);
 }
 
-// A present component, in a form or in a strict encoding.
-void appendPart(std::u32string& out, StoredText const& stored, Part part, Encoding encoding) {
-    std::u32string own;
-    std::u32string_view const converted = stored.inForm(part, formOf(encoding), own);
-    if (isStrict(encoding)) {
-        out.append(encoding::escapeStrayPercent(converted, escapesBrackets(part)));
-    } else {
-        out.append(converted);
-    }
-}
-
-void appendAuthority(std::u32string& out, StoredText const& stored, Encoding encoding) {
-    if (stored.components.hasUserInfo()) {
-        appendPart(out, stored, Part::userInfo, encoding);
-        out.push_back(U'@');
-    }
-    appendPart(out, stored, Part::host, encoding);
-    if (stored.components.hasPort()) {
-        out.append(1, U':').append(stored.port());
-    }
-}
-
-void appendSchemeSpecificPart(std::u32string& out, StoredText const& stored, Encoding encoding) {
-    if (stored.components.hasHost()) {
-        out.append(U"//");
-        appendAuthority(out, stored, encoding);
-    }
-    appendPart(out, stored, Part::path, encoding);
-    if (stored.components.hasQuery()) {
-        out.push_back(U'?');
-        appendPart(out, stored, Part::query, encoding);
-    }
-}
-
-std::u32string wholeIn(StoredText const& stored, Encoding encoding) {
-    std::u32string whole;
-    if (stored.isEmpty()) {
-        return whole; // also `IRI()`, which has no path to append
-    }
-    whole.reserve(stored.text.size());
-    whole.append(stored.text, 0, stored.components.authorityBegin());
-    appendSchemeSpecificPart(whole, stored, encoding);
-    if (stored.components.hasFragment()) {
-        whole.push_back(U'#');
-        appendPart(whole, stored, Part::fragment, encoding);
-    }
-    return whole;
-}
-
-// Whether every component is in a form as it was given.
-bool isWholeIn(StoredText const& stored, Form form) {
-    for (Part const part : {Part::userInfo, Part::host, Part::path, Part::query, Part::fragment}) {
-        std::u32string own;
-        if (stored.components.has(part) && !isSame(stored.inForm(part, form, own), stored.given(part))) {
-            return false;
+/// The components of a value in one encoding, put together.
+class InEncoding {
+public:
+    /// Reads the components up to `last`, in the order of an IRI; the others cannot be asked for.
+    InEncoding(StoredText const& from, Encoding encoding, Part last) : stored(from) {
+        for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i) {
+            auto const part = static_cast<Part>(i);
+            if (stored.components.has(part)) {
+                texts[i] = stored.inForm(part, formOf(encoding), own[i]);
+                if (isStrict(encoding)) {
+                    own[i] = strictly(part, texts[i]);
+                    texts[i] = own[i];
+                }
+            }
         }
     }
-    return true;
+    InEncoding(InEncoding const&) = delete;
+    InEncoding& operator=(InEncoding const&) = delete;
+    ~InEncoding() = default;
+
+    /// Whether each of them reads as it was given.
+    [[nodiscard]] bool areAsGiven() const {
+        for (std::size_t i = 0; i != texts.size(); ++i) {
+            if (texts[i].data() == own[i].data() && !isSame(texts[i], stored.given(static_cast<Part>(i)))) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    void appendAuthority(std::u32string& out) const {
+        if (stored.components.hasUserInfo()) {
+            out.append((*this)[Part::userInfo]).push_back(U'@');
+        }
+        out.append((*this)[Part::host]);
+        if (stored.components.hasPort()) {
+            out.append(1, U':').append(stored.port());
+        }
+    }
+    void appendSchemeSpecificPart(std::u32string& out) const {
+        if (stored.components.hasHost()) {
+            out.append(U"//");
+            appendAuthority(out);
+        }
+        out.append((*this)[Part::path]);
+        if (stored.components.hasQuery()) {
+            out.append(1, U'?').append((*this)[Part::query]);
+        }
+    }
+    [[nodiscard]] std::u32string whole() const {
+        std::u32string out;
+        out.reserve(stored.text.size());
+        out.append(stored.text, 0, stored.components.authorityBegin());
+        appendSchemeSpecificPart(out);
+        if (stored.components.hasFragment()) {
+            out.append(1, U'#').append((*this)[Part::fragment]);
+        }
+        return out;
+    }
+
+private:
+    std::u32string_view operator[](Part part) const { return texts[static_cast<std::size_t>(part)]; }
+
+    StoredText const& stored;
+    std::array<std::u32string, 5> own;
+    std::array<std::u32string_view, 5> texts; // of `own` or of the stored text
+};
+
+std::u16string getConverted(StoredText const& stored, Part part, Encoding encoding) {
+    std::u32string own;
+    std::u32string_view const text = stored.inForm(part, formOf(encoding), own);
+    return isStrict(encoding) && encoding::rulesOf(part).strictGetter
+               ? encoding::toUtf16(strictly(part, text))
+               : encoding::toUtf16(text);
+}
+
+// Nearly every call asks for a component that was parsed, in an encoding that is made in UTF-16 at once.
+template <Part part>
+std::u16string get(StoredText const& stored, Encoding encoding) {
+    if (!stored.components.has(part)) {
+        throwNotSet(part);
+    }
+    if (stored.components.form(part) == Form::iri) {
+        std::u32string_view const iri = stored.given(part);
+        bool const decodes = part != Part::query || !stored.components.queryIsFormEncoded;
+        if (encoding == Encoding::Raw && decodes) {
+            if (auto raw = encoding::rawUtf16FromIri(iri)) {
+                return std::move(*raw);
+            }
+        } else if (encoding == Encoding::Iri) {
+            return encoding::toUtf16(iri);
+        } else if (encoding == Encoding::Uri) {
+            return encoding::toUriFormUtf16(iri);
+        }
+    }
+    return getConverted(stored, part, encoding);
 }
 
 } // namespace
@@ -116,47 +157,20 @@ unsigned short Value::getPortNumber() const {
     return stored.components.port;
 }
 
-std::u16string Value::getPart(Part part, Encoding const& encoding) const {
-    if (!stored.components.has(part)) {
-        throwNotSet(part);
-    }
-    Form const form = formOf(encoding);
-    auto const& rules = encoding::rulesOf(part);
-    bool const strict = isStrict(encoding) && rules.strictGetter;
-    if (stored.components.form(part) == Form::iri && !strict) {
-        // Nearly every call: of a parsed value, made in UTF-16 at once.
-        std::u32string_view const iri = stored.given(part);
-        bool const decodes = form == Form::raw && !(part == Part::query && stored.components.queryIsFormEncoded);
-        if (form == Form::iri) {
-            return encoding::toUtf16(iri);
-        }
-        if (!decodes) {
-            return encoding::toUriFormUtf16(iri);
-        }
-        if (auto raw = encoding::rawUtf16FromIri(iri)) {
-            return std::move(*raw);
-        }
-    }
-    std::u32string own;
-    std::u32string_view const converted = stored.inForm(part, form, own);
-    return strict ? encoding::toUtf16(encoding::escapeStrayPercent(converted, escapesBrackets(part)))
-                  : encoding::toUtf16(converted);
-}
-
 std::u16string Value::getUserInfo(Encoding const& encoding) const {
-    return getPart(Part::userInfo, encoding);
+    return get<Part::userInfo>(stored, encoding);
 }
 std::u16string Value::getHost(Encoding const& encoding) const {
-    return getPart(Part::host, encoding);
+    return get<Part::host>(stored, encoding);
 }
 std::u16string Value::getPath(Encoding const& encoding) const {
-    return getPart(Part::path, encoding);
+    return get<Part::path>(stored, encoding);
 }
 std::u16string Value::getQuery(Encoding const& encoding) const {
-    return getPart(Part::query, encoding);
+    return get<Part::query>(stored, encoding);
 }
 std::u16string Value::getFragment(Encoding const& encoding) const {
-    return getPart(Part::fragment, encoding);
+    return get<Part::fragment>(stored, encoding);
 }
 
 std::u16string Value::getAuthority(Encoding const& encoding) const {
@@ -164,7 +178,7 @@ std::u16string Value::getAuthority(Encoding const& encoding) const {
         throw makeInternalException(std::runtime_error("Item not set: Host: Host (in getAuthority)"));
     }
     std::u32string authority;
-    appendAuthority(authority, stored, encoding);
+    InEncoding(stored, encoding, Part::host).appendAuthority(authority);
     return encoding::toUtf16(authority);
 }
 
@@ -173,7 +187,7 @@ std::u16string Value::getSchemeSpecificPart(Encoding const& encoding) const {
         throwNotSet(Part::path);
     }
     std::u32string schemeSpecificPart;
-    appendSchemeSpecificPart(schemeSpecificPart, stored, encoding);
+    InEncoding(stored, encoding, Part::query).appendSchemeSpecificPart(schemeSpecificPart);
     return encoding::toUtf16(schemeSpecificPart);
 }
 
@@ -187,20 +201,22 @@ std::u32string const& Value::kept(Form form) const {
     if (auto const* const there = place.get()) {
         return *there;
     }
-    if (isWholeIn(stored, form)) {
+    InEncoding const components(stored, encodingOf(form), Part::fragment);
+    if (components.areAsGiven()) {
         storedIsIn.fetch_or(bit, std::memory_order_relaxed);
         return stored.text;
     }
-    return place.publish(wholeIn(stored, encodingOf(form)));
+    return place.publish(components.whole());
 }
 
 std::u16string Value::toString(bool strict) const {
-    return encoding::toUtf16(strict ? wholeIn(stored, Encoding::IriStrict) : kept(Form::iri));
+    return strict ? encoding::toUtf16(InEncoding(stored, Encoding::IriStrict, Part::fragment).whole())
+                  : encoding::toUtf16(kept(Form::iri));
 }
 
 std::u16string Value::toAsciiString(bool strict) const {
     if (strict) {
-        return encoding::toUtf16(wholeIn(stored, Encoding::UriStrict));
+        return encoding::toUtf16(InEncoding(stored, Encoding::UriStrict, Part::fragment).whole());
     }
     // The delimiters are in ASCII, so the whole is made like a component; only a scheme that is not stays as
     // it is.

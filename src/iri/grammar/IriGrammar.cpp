@@ -111,11 +111,11 @@ struct IriGrammar : qi::grammar<Iterator, Places()> {
         auto const relativePathForm = qi::copy(run<ISEGMENT_NZ_NC> >> ipathAbempty);
 
         iriReference = (schemeParser() >> cp<U':'> >> mark<&Components::schemeEnd, 1> >>
-                            (authority >> ipathAbempty | noAuthority >> pathForm) //
-                        | authority >> ipathAbempty                               //
-                        | noAuthority >> relativePathForm)                        //
-                       >> mark<&Components::pathEnd>                              //
-                       >> -(cp<U'?'> >> run<IQUERY>) >> mark<&Components::queryEnd>      //
+                            (authority >> ipathAbempty | noAuthority >> pathForm)   //
+                        | authority >> ipathAbempty                                 //
+                        | noAuthority >> relativePathForm)                          //
+                       >> mark<&Components::pathEnd>                                //
+                       >> -(cp<U'?'> >> run<IQUERY>) >> mark<&Components::queryEnd> //
                        >> -(cp<U'#'> >> run<IFRAGMENT>) >> mark<&Components::end>;
     }
 

@@ -88,7 +88,7 @@ private:
         bool hasUserInfo = false;
         bool hasPort = false;
         bool hasPath = false;
-        bool schemeTrusted = false; // it came from an IRI and was not changed since: not matched again
+        bool schemeTrusted = false;    // it came from an IRI and was not changed since: not matched again
         bool queryFormEncoded = false; // the query is to be encoded when the IRI is built
         bool queryFormEscaped = false; // a reserved character of the query was escaped
     };

@@ -27,7 +27,9 @@ public:
         return *this;
     }
     PublishedOnce& operator=(PublishedOnce&& other) noexcept {
-        PublishedOnce(std::move(other)).swap(*this);
+        T* const taken = other.release();
+        reset();
+        value.store(taken, std::memory_order_relaxed);
         return *this;
     }
     ~PublishedOnce() { delete value.load(std::memory_order_relaxed); }
@@ -45,9 +47,6 @@ public:
         }
         return *there;
     }
-
-    /// The value itself, which must be there, for a change under exclusive use.
-    T& writable() noexcept { return *value.load(std::memory_order_relaxed); }
 
     void reset() noexcept { delete release(); }
 

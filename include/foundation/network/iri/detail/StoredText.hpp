@@ -32,9 +32,12 @@ struct StoredText {
     [[nodiscard]] View given(Part part) const noexcept { return at(components.slice(part)); }
     /// A present component in another form; where that is another text, `own` holds it. Throws what the
     /// conversions throw.
-    [[nodiscard]] View inForm(Part part, Form form, std::u32string& own) const;
+    [[nodiscard]] View inForm(Part part, Form form, std::u32string& own) const {
+        return components.form(part) == form ? given(part) : converted(part, form, own);
+    }
 
 private:
+    [[nodiscard]] View converted(Part part, Form form, std::u32string& own) const;
     [[nodiscard]] View at(Slice const& slice) const noexcept {
         return {text.data() + slice.begin, slice.length};
     }

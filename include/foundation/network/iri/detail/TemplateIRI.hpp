@@ -109,12 +109,11 @@ private:
     friend struct ValueAccess; // for the operations that stand beside the class
 
     void forget() noexcept;
-    std::u16string getPart(Part part, Encoding const& encoding) const;
     std::u32string const& kept(Form form) const;
 
     StoredText stored;
-    /// A bit for each form that the stored text was found to be the whole of. Bits are only added; they tell of
-    /// what does not change, and nothing is read by virtue of them, so no order is needed.
+    /// A bit for each form that the stored text was found to be the whole of. Bits are only added; they tell
+    /// of what does not change, and nothing is read by virtue of them, so no order is needed.
     mutable std::atomic<unsigned char> storedIsIn{0};
     CachedHash hash;
     PublishedOnce<std::u32string> iriText;
