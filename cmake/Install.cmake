@@ -9,7 +9,7 @@ install(
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
-install(DIRECTORY include/foundation DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
+install(DIRECTORY include/foundation ${PROJECT_BINARY_DIR}/include/foundation DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
         FILES_MATCHING PATTERN "*.hpp")
 
 # find_package(zvflnetwork CONFIG)
@@ -35,6 +35,13 @@ if(ZVFLNETWORK_STATIC)
   set(pkgconfig_requires "Requires: icu-uc\n")
   set(pkgconfig_libs " -pthread")
 endif()
+foreach(dir IN ITEMS LIBDIR INCLUDEDIR) # which may be told as absolute paths, outside the prefix
+  if(IS_ABSOLUTE "${CMAKE_INSTALL_${dir}}")
+    set(pkgconfig_${dir} "${CMAKE_INSTALL_${dir}}")
+  else()
+    set(pkgconfig_${dir} "\${prefix}/${CMAKE_INSTALL_${dir}}")
+  endif()
+endforeach()
 configure_file(cmake/zvflnetwork.pc.in zvflnetwork.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zvflnetwork.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
         COMPONENT development)

@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <iterator>
 #include <new>
 #include <vector>
 
@@ -124,8 +126,13 @@ Text said(Operation const& operation, std::size_t number, Operands* operands) {
 
 Text const noMemory = u"! std::bad_alloc";
 
+std::ptrdiff_t openDescriptors() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
 TEST(AllocationFailure, OnTheVeryFirstUseIsTriedAgain) {
     std::size_t failures = 0;
+    auto const descriptors = openDescriptors();
     for (auto const& operation : beginnings) {
         std::size_t number = 1;
         Text first = said(operation, number, nullptr);
@@ -135,6 +142,7 @@ TEST(AllocationFailure, OnTheVeryFirstUseIsTriedAgain) {
         EXPECT_NE(first, noMemory);
         EXPECT_EQ(said(operation, 0, nullptr), first);
     }
+    EXPECT_EQ(openDescriptors(), descriptors);
     EXPECT_GT(failures, 100u);
 }
 

@@ -5,7 +5,9 @@
 #include <boost/exception/info.hpp>
 #include <boost/exception_ptr.hpp>
 #include <gtest/gtest.h>
+#include <unicode/uclean.h>
 
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -62,11 +64,35 @@ TEST(Family, TellsItsTexts) {
     EXPECT_EQ(Probe().convert_str(std::u16string(1, char16_t(0xD800))), "\xEF\xBF\xBD");
 }
 
-TEST(Family, OneExceptionIsRethrownByMany) {
+// ICU's memory; it must be told before its first use.
+bool icuHasMemory = true;
+UErrorCode const told = [] {
+    UErrorCode status = U_ZERO_ERROR;
+    u_setMemoryFunctions(
+        nullptr, [](void const*, std::size_t size) { return icuHasMemory ? std::malloc(size) : nullptr; },
+        [](void const*, void* memory, std::size_t size) {
+            return icuHasMemory ? std::realloc(memory, size) : nullptr;
+        },
+        [](void const*, void* memory) { std::free(memory); }, &status);
+    return status;
+}();
+
+TEST(Family, ATextThatHasNoMemoryIsNoEmptyText) {
+    ASSERT_EQ(told, U_ZERO_ERROR);
+    auto const e = makeInternalException(std::logic_error(std::string(1000, 'a')));
+    icuHasMemory = false;
+    EXPECT_THROW((void)e.getMessageText(), std::bad_alloc);
+    icuHasMemory = true;
+    EXPECT_EQ(e.getMessageText(), std::u16string(1000, u'a'));
+}
+
+TEST(Family, OneExceptionIsCopiedByMany) {
     using Note = boost::error_info<struct NoteTag, int>;
     auto const shared = makeInternalException(std::out_of_range("shared")) << Note(7);
     support::onThreads(8, [&shared](std::size_t) {
         for (int round = 0; round < 200; ++round) {
+            auto const copy = shared;
+            EXPECT_EQ(*boost::get_error_info<Note>(copy), 7);
             try {
                 shared.rethrow();
             } catch (except::IException const& e) {

@@ -14,9 +14,16 @@ using Parts = foundation::network::iri::detail::Parts<std::u32string::const_iter
 using support::IRI;
 
 TEST(CharacterClasses, HaveTheMembersOfTheTablesOfUnicode) {
-    EXPECT_EQ(support::countRuns(is<grammar::DIGIT>), std::pair(370, 33));
+    // Letters and digits grow from one Boost to the next: they are those of the one that is built with.
+    using Unicode = boost::spirit::char_encoding::unicode;
+    int letters = 0;
+    for (char32_t c = 0x80; c < 0x110000; ++c) {
+        ASSERT_EQ(is<grammar::ALPHA>(c), Unicode::isalpha(c) != 0) << std::hex << unsigned(c);
+        ASSERT_EQ(is<grammar::DIGIT>(c), Unicode::isdigit(c) != 0) << std::hex << unsigned(c);
+        letters += is<grammar::ALPHA>(c);
+    }
+    EXPECT_GE(letters, 100000);
     EXPECT_EQ(support::countRuns(is<grammar::XDIGIT>), std::pair(44, 6));
-    EXPECT_EQ(support::countRuns(is<grammar::ALPHA>), std::pair(100520, 474));
     EXPECT_EQ(support::countRuns(is<grammar::UCSCHAR>), std::pair(970260, 17));
     EXPECT_EQ(support::countRuns(is<grammar::IPRIVATE>), std::pair(6400 + 4096 + 65534 + 65534, 4));
     EXPECT_FALSE(is<0xFFFF>(0x110000) || is<0xFFFF>(0xFFFFFF3A));

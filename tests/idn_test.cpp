@@ -3,9 +3,11 @@
 #include <foundation/core/except/InternalException.hpp>
 
 #include "platform/TextConverters.hpp"
+#include "support/Iris.hpp"
 #include "support/Threads.hpp"
 
 #include <gtest/gtest.h>
+#include <unicode/uvernum.h>
 
 namespace {
 
@@ -25,6 +27,8 @@ TEST(TextConverters, ReplaceWhatTheOtherSideCantHold) {
 
 TEST(Idn, ConvertsKnownNames) {
     IdnConverter const converter;
+    // ICU marks a label that is none with U+FFFD; since version 76 some of them do not get it any more.
+    std::string const marked = U_ICU_VERSION_MAJOR_NUM < 76 ? "xn--a\x1A" : "xn--a";
     // clang-format off
     struct Row { std::u16string unicode; std::string ascii; std::u16string back; };
     Row const rows[] = {
@@ -35,7 +39,7 @@ TEST(Idn, ConvertsKnownNames) {
          u"\u4F8B\u3048.\u30C6\u30B9\u30C8"},
         {u"a..b", "a..b", u"a..b"}, {u"-under_score-", "-under_score-", u"-under_score-"},
         {std::u16string(300, u'A'), std::string(300, 'a'), std::u16string(300, u'a')},
-        {u"A.xn--a", "a.xn--a\x1A", u"a.xn--a\u001A"}, // ICU marks the second label with U+FFFD
+        {u"A.xn--a", "a." + marked, u"a." + support::wide(marked)},
         // What UTS #46 lets its users choose: no check of joiners, of mixed directions, of ASCII; no ß.
         {u"a\u200Cb", "ab", u"ab"}, {u"a\u05D0", "xn--a-0hc", u"a\u05D0"}, {u"a<b", "a<b", u"a<b"},
         // Invalid: it decodes to a label that looks encoded still.

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <deque>
+#include <limits>
 #include <linux/rtnetlink.h>
 #include <net/if.h>
 
@@ -109,9 +110,10 @@ TEST(LinuxSystem, ReadsWhatTheKernelAnswers) {
     using namespace std::string_literals;
     auto const name = [](std::string const& text) { return attribute(IFLA_IFNAME, text + '\0'); };
     PlayedKernel const kernel({
-        link(9, IFF_UP, name("late")) + link(2, IFF_UP | IFF_RUNNING | IFF_MULTICAST,
-                                             name("x\xC3\xBC\xFF") + attribute(IFLA_IFALIAS, "alias\0"s) +
-                                                 attribute(IFLA_ADDRESS, std::string(20, 'A'))),
+        link(9, 0, name("told before")) + link(9, IFF_UP, name("late")) +
+            link(2, IFF_UP | IFF_RUNNING | IFF_MULTICAST,
+                 name("x\xC3\xBC\xFF") + attribute(IFLA_IFALIAS, "alias\0"s) +
+                     attribute(IFLA_ADDRESS, std::string(20, 'A'))),
         // A message of other's, and one longer than any buffer that was made before.
         message(RTM_NEWLINK, "", 4711) +
             link(3, IFF_LOOPBACK | IFF_RUNNING, attribute(200, std::string(60'000, 0))),
@@ -121,8 +123,7 @@ TEST(LinuxSystem, ReadsWhatTheKernelAnswers) {
                     attribute(IFA_ADDRESS, "\x0A\0\0\x02"s)) +
             address(AF_INET6, 64, 2, attribute(IFA_ADDRESS, "\xFE\x80"s + std::string(14, '\0'))) +
             address(12, 8, 2, attribute(IFA_LOCAL, "\x01")) +
-            address(AF_INET, 8, 2, attribute(IFA_LOCAL, "abc")) + address(AF_INET, 8, 2, "\xFF\xFF\x02\0"s) +
-            message(RTM_NEWADDR, "short", 2),
+            address(AF_INET, 8, 2, attribute(IFA_LOCAL, "abc")) + address(AF_INET, 8, 2, "\xFF\xFF\x02\0"s),
         addressesDone,
     });
     auto const reading = LinuxSystem(kernel).readAdapters();
@@ -160,6 +161,10 @@ TEST(LinuxSystem, NoticesChangesAndBadAnswers) {
         {{message(NLMSG_ERROR, raw(nlmsgerr{-EOPNOTSUPP, {}}), 1, 0)}, EOPNOTSUPP, false},
         {{eth, message(NLMSG_DONE, raw(-ENODEV), 1)}, ENODEV, false},
         {{eth, linksDone, message(NLMSG_ERROR, raw(nlmsgerr{-EACCES, {}}), 2, 0)}, EACCES, false},
+        {{message(RTM_NEWLINK, "short", 1)}, EBADMSG, false}, {{eth, linksDone, message(RTM_NEWADDR, "short", 2)}, EBADMSG, false},
+        {{message(NLMSG_ERROR, "", 1, 0)}, EBADMSG, false}, {{message(NLMSG_ERROR, raw(1), 1, 0)}, EBADMSG, false},
+        {{message(NLMSG_ERROR, raw(std::numeric_limits<int>::min()), 1, 0)}, EBADMSG, false},
+        {{eth, message(NLMSG_DONE, "", 1), message(NLMSG_DONE, "", 2)}, 0, false},
         {{cut}, EBADMSG, false}, {{tiny}, EBADMSG, false}, {{eth}, ECONNRESET, false},
     };
     // clang-format on

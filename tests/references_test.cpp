@@ -78,6 +78,10 @@ TEST(References, KeepTheirLaws) {
     }
     EXPECT_GT(resolved, 100000) << "too few for which the RFC is to be followed";
     EXPECT_GT(relativised, 10000);
+    // A "/." in front is a dot segment, and goes with the next resolution.
+    IRI const target(u"x://h//b");
+    IRI const base(u"x://h/c");
+    EXPECT_EQ(target.makeRelativeTo(base).resolveAgainst(base), target);
 }
 
 TEST(Resolve, DiffersFromTheRfcAsDocumented) {
@@ -91,6 +95,8 @@ TEST(Resolve, DiffersFromTheRfcAsDocumented) {
         {u"g", u".", u"g"}, {u"/.//d", u"x:", u"x:/.//d"}, {u"..", u"a/b", u"/"}, {u"a:b", u"", u"a:b"},
         {u"./a:b", u"", u"a%3Ab"}, {u"x:%2Fa", u"", u"x:/a"}, {u"#", u"http://h/a?q#f", u"http://h/a?q#"},
         {u"", u"http://h/b#f", u"http://h/b"}, {u"", u"#f", u""}, {u"a/..//b", u"c", u"/b"},
+        {u"%2Fa/./b", u"x:/b/c", u"x:/b/a/b"}, {u"%2Fa/../b", u"x:/b/c", u"x:/b/b"},
+        {u"%2Fa/../../../b", u"x:/q/r/s/c", u"x:/q/b"},
     };
     // clang-format on
     for (auto const& row : rows) {
@@ -124,12 +130,19 @@ TEST(Relativise, GivesWhatIsDocumented) {
         {u"http://a?q", u"http://a/b?q", u"//a?q"}, {u"x:y", u"http://a", u"x:y"},
         {u"http://h/p", u"http://g/p", u"//h/p"}, {u"http://h:1/p", u"http://h:2/q", u"//h:1/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
         {u"x:/p", u"x://a/p", u"x:/p"}, {u"http://a//b", u"http://a/c", u"/.//b"},
-        {u"http://a/%C0%AF/b", u"http://a/%C0%AF/c", u"b"}, {u"x:/b", u"x:/1/2/3/4/5/6/7/8/9/", u"../../../../../../../../../b"},
-        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"/a:b", u"/c", u"a%3Ab"}, {u"x:b", u"x:a", u"../b"},
+        {u"x:/a", u"x:/a//..", u"/a"}, {u"x:/b", u"x:/1/2/3/4/5/6/7/8/9/", u"../../../../../../../../../b"},
+        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"x:/%C0%AF", u"x:/%C0%AF#f", u""}, {u"/a:b", u"/c", u"a%3Ab"}, {u"x:b", u"x:a", u"../b"},
     };
     // clang-format on
     for (auto const& row : rows) {
         EXPECT_EQ(relative(row.iri, row.base), row.reference) << show(row.iri) << " from " << show(row.base);
+    }
+}
+
+TEST(Relativise, NeedsPathsThatCanBeDecoded) { // where they differ and a relative path is made
+    constexpr auto noUtf8 = "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character";
+    for (Text const iri : {u"x:/p", u"x:/%C0%80/a", u"x:/%C0%AF"}) {
+        EXPECT_EQ(thrown<std::out_of_range>([&] { (void)relative(iri, u"x:/%C0%80/b"); }), noUtf8);
     }
 }
 

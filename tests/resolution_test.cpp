@@ -2,7 +2,7 @@
 #include <foundation/network/NetworkInterface.hpp>
 
 #include "OwnNamespace.hpp"
-#include "inet/ResolverContext.hpp"
+#include "lookup/ResolverContext.hpp"
 #include "support/Iris.hpp"
 #include "support/Threads.hpp"
 

@@ -2,11 +2,32 @@
 
 #include <unicode/unistr.h>
 
+#include <new>
+
 namespace foundation::core::except {
 
+namespace {
+
+// What ICU makes of a text that it had no memory for.
+void failIfBogus(icu::UnicodeString const& text) {
+    if (text.isBogus()) {
+        throw std::bad_alloc();
+    }
+}
+
+} // namespace
+
 IException::IException() = default;
-IException::IException(IException const&) = default;
-IException& IException::operator=(IException const&) = default;
+IException::IException(IException const& other) : clone_base(other), boost::exception() {
+    // Not boost::exception's own copy: it shares what is attached and counts references without an atomic.
+    boost::exception_detail::copy_boost_exception(this, &other);
+}
+IException& IException::operator=(IException const& other) {
+    if (this != &other) {
+        boost::exception_detail::copy_boost_exception(this, &other);
+    }
+    return *this;
+}
 IException::~IException() noexcept = default;
 
 char const* IException::what() const noexcept {
@@ -23,12 +44,14 @@ char const* IException::what() const noexcept {
 
 std::u16string IException::convert_str(std::string const& text) const {
     icu::UnicodeString const wide = icu::UnicodeString::fromUTF8(text);
+    failIfBogus(wide);
     return std::u16string(wide.getBuffer(), static_cast<std::size_t>(wide.length()));
 }
 
 std::string IException::convert_str(std::u16string const& text) const {
+    icu::UnicodeString const wide(false, text.data(), static_cast<int32_t>(text.size())); // no copy
     std::string narrow;
-    return icu::UnicodeString(text.data(), static_cast<int32_t>(text.size())).toUTF8String(narrow);
+    return wide.toUTF8String(narrow);
 }
 
 IInternalException::IInternalException() = default;

@@ -6,6 +6,7 @@
 #include <unicode/idna.h>
 #include <unicode/unistr.h>
 
+#include <cstdint>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -30,8 +31,10 @@ class IdnConverterImpl {
 public:
     IdnConverterImpl() : narrow(false), widen(false) {
         icu::ErrorCode status;
-        // No option: transitional, and none of the checks that are optional.
-        idna.reset(icu::IDNA::createUTS46Instance(UIDNA_DEFAULT, status));
+        // No option: transitional, and none of the checks that are optional. Not `UIDNA_DEFAULT`, which is
+        // another set from ICU 76 on.
+        constexpr std::uint32_t options = 0;
+        idna.reset(icu::IDNA::createUTS46Instance(options, status));
         failOn(status);
     }
 

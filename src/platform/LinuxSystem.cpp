@@ -1,17 +1,16 @@
 #include "platform/LinuxSystem.hpp"
 
+#include "base/NeverDestroyed.hpp"
 #include "platform/RouteDump.hpp"
 #include "platform/TextConverters.hpp"
 
 #include <linux/rtnetlink.h>
 #include <net/if.h>
 #include <netinet/in.h>
-#include <sys/socket.h>
 #include <unicode/utf8.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
+#include <map>
 #include <string_view>
 
 namespace foundation::network::platform {
@@ -37,17 +36,13 @@ std::wstring wideText(Bytes value) {
     return wideText(text.substr(0, text.find('\0')));
 }
 
-Adapter adapterOf(Bytes link) {
+Adapter adapterOf(ifinfomsg const& head, Bytes attributes) {
     Adapter adapter;
-    ifinfomsg head{};
-    if (!peel(link, head)) {
-        return adapter;
-    }
     adapter.index = static_cast<unsigned int>(head.ifi_index);
     adapter.loopback = (head.ifi_flags & IFF_LOOPBACK) != 0;
     adapter.up = (head.ifi_flags & IFF_UP) != 0 && (head.ifi_flags & IFF_RUNNING) != 0;
     adapter.multicast = (head.ifi_flags & IFF_MULTICAST) != 0;
-    forEachAttribute(link.subspan(sizeof(head)), [&adapter](unsigned int type, Bytes value) {
+    forEachAttribute(attributes, [&adapter](unsigned int type, Bytes value) {
         if (type == IFLA_IFNAME) {
             adapter.friendlyName = wideText(value);
         } else if (type == IFLA_IFALIAS) {
@@ -86,39 +81,6 @@ UnicastAddress addressOf(ifaddrmsg const& head, Bytes attributes) {
 
 } // namespace
 
-int LinuxCalls::openRouteSocket() const {
-    int const socket = ::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_ROUTE);
-    sockaddr_nl kernel{};
-    kernel.nl_family = AF_NETLINK;
-    if (socket >= 0 && ::connect(socket, reinterpret_cast<sockaddr const*>(&kernel), sizeof(kernel)) < 0) {
-        int const error = errno;
-        ::close(socket);
-        errno = error;
-        return -1;
-    }
-    return socket;
-}
-
-std::ptrdiff_t LinuxCalls::send(int socket, void const* data, std::size_t size) const {
-    return ::send(socket, data, size, 0);
-}
-
-std::ptrdiff_t LinuxCalls::nextSize(int socket) const {
-    return ::recv(socket, nullptr, 0, MSG_PEEK | MSG_TRUNC);
-}
-
-std::ptrdiff_t LinuxCalls::receive(int socket, void* data, std::size_t size) const {
-    return ::recv(socket, data, size, 0);
-}
-
-void LinuxCalls::close(int socket) const {
-    ::close(socket);
-}
-
-int LinuxCalls::hostName(char* name, std::size_t size) const {
-    return ::gethostname(name, size);
-}
-
 int LinuxSystem::readComputerName(std::size_t capacity, std::u16string& name) const {
     std::string bytes(capacity, 'x'); // no zero in it: a name cut short has no end
     if (calls.hostName(bytes.data(), bytes.size()) != 0) {
@@ -136,29 +98,36 @@ int LinuxSystem::readComputerName(std::size_t capacity, std::u16string& name) co
 AdapterReading LinuxSystem::readAdapters() const {
     RouteDump dump(calls);
     AdapterReading reading;
-    auto& adapters = reading.adapters;
-    auto outcome =
-        dump.ask(RTM_GETLINK, RTM_NEWLINK, [&adapters](Bytes link) { adapters.push_back(adapterOf(link)); });
-    auto const byIndex = [](Adapter const& a, Adapter const& b) { return a.index < b.index; };
-    std::stable_sort(adapters.begin(), adapters.end(), byIndex);
+    std::map<unsigned int, Adapter> adapters; // a link that is told twice is one, as it was told last
+    auto outcome = dump.ask(RTM_GETLINK, RTM_NEWLINK, [&adapters](Bytes link) {
+        ifinfomsg head{};
+        if (!peel(link, head)) {
+            return false;
+        }
+        adapters.insert_or_assign(static_cast<unsigned int>(head.ifi_index),
+                                  adapterOf(head, link.subspan(sizeof(head))));
+        return true;
+    });
     if (outcome.complete()) {
         bool homeless = false;
         outcome = dump.ask(RTM_GETADDR, RTM_NEWADDR, [&](Bytes entry) {
             ifaddrmsg head{};
             if (!peel(entry, head)) {
-                return;
+                return false;
             }
-            auto const owner = std::lower_bound(
-                adapters.begin(), adapters.end(), head.ifa_index,
-                [](Adapter const& adapter, unsigned int index) { return adapter.index < index; });
-            if (owner == adapters.end() || owner->index != head.ifa_index) {
+            auto const owner = adapters.find(head.ifa_index);
+            if (owner == adapters.end()) {
                 homeless = true;
             } else {
-                owner->addresses.push_back(addressOf(head, entry.subspan(sizeof(head))));
+                owner->second.addresses.push_back(addressOf(head, entry.subspan(sizeof(head))));
             }
+            return true;
         });
         // An address of an adapter that wasn't there a moment ago: the list has grown between the two reads.
         outcome.changed = outcome.changed || homeless;
+    }
+    for (auto& [index, adapter] : adapters) {
+        reading.adapters.push_back(std::move(adapter));
     }
     reading.error = outcome.error;
     reading.changed = outcome.changed;
@@ -166,9 +135,9 @@ AdapterReading LinuxSystem::readAdapters() const {
 }
 
 OperatingSystem const& nativeOperatingSystem() {
-    static LinuxCalls const calls;
-    static LinuxSystem const system(calls);
-    return system;
+    static base::NeverDestroyed<LinuxCalls> const calls;
+    static base::NeverDestroyed<LinuxSystem> const system(*calls);
+    return *system;
 }
 
 } // namespace foundation::network::platform

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <limits>
 
 namespace foundation::network::platform {
 
@@ -41,9 +42,9 @@ void forEachAttribute(Bytes attributes, std::function<void(unsigned int, Bytes)>
 
 RouteDump::RouteDump(LinuxCalls const& systemCalls)
     : calls(systemCalls),
+      buffer(kernelDatagram),
       socket(systemCalls.openRouteSocket()),
-      openError(socket < 0 ? errno : 0),
-      buffer(kernelDatagram) {}
+      openError(socket < 0 ? errno : 0) {}
 
 RouteDump::~RouteDump() {
     if (socket >= 0) {
@@ -52,7 +53,7 @@ RouteDump::~RouteDump() {
 }
 
 RouteDump::Outcome RouteDump::ask(std::uint16_t table, std::uint16_t answer,
-                                  std::function<void(Bytes)> const& visit) {
+                                  std::function<bool(Bytes)> const& visit) {
     if (openError != 0) {
         return {openError, false};
     }
@@ -92,7 +93,7 @@ std::ptrdiff_t RouteDump::receive() {
     return size;
 }
 
-RouteDump::Step RouteDump::readDatagram(std::uint16_t answer, std::function<void(Bytes)> const& visit,
+RouteDump::Step RouteDump::readDatagram(std::uint16_t answer, std::function<bool(Bytes)> const& visit,
                                         Outcome& outcome) {
     std::ptrdiff_t const size = receive();
     if (size <= 0) {
@@ -116,14 +117,16 @@ RouteDump::Step RouteDump::readDatagram(std::uint16_t answer, std::function<void
             return Step::Done;
         }
         if (header.nlmsg_type == NLMSG_DONE || header.nlmsg_type == NLMSG_ERROR) {
-            // Both carry a negative error number, or none.
+            // Both carry a negative error number or zero; the end may carry none.
             int status = 0;
-            peel(payload, status);
-            outcome.error = -status;
+            bool const carriesOne = peel(payload, status) || header.nlmsg_type == NLMSG_DONE;
+            bool const makesSense = carriesOne && status <= 0 && status > std::numeric_limits<int>::min();
+            outcome.error = makesSense ? -status : EBADMSG;
             return Step::Done;
         }
-        if (header.nlmsg_type == answer) {
-            visit(payload);
+        if (header.nlmsg_type == answer && !visit(payload)) {
+            outcome.error = EBADMSG;
+            return Step::Done;
         }
     }
     return Step::More;

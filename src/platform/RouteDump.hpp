@@ -2,7 +2,7 @@
 
 /// Reading of the kernel's tables by rtnetlink (RFC 3549): one request, an answer of many messages.
 
-#include "platform/LinuxSystem.hpp"
+#include "platform/LinuxCalls.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -43,19 +43,19 @@ public:
     ~RouteDump();
 
     /// Asks for all entries of a table, `RTM_GETLINK` or `RTM_GETADDR`, and calls `visit` with the payload of
-    /// each message of the type `answer`.
-    Outcome ask(std::uint16_t table, std::uint16_t answer, std::function<void(Bytes)> const& visit);
+    /// each message of the type `answer`. A `visit` that gives false ends it with `EBADMSG`.
+    Outcome ask(std::uint16_t table, std::uint16_t answer, std::function<bool(Bytes)> const& visit);
 
 private:
     enum class Step { More, Done };
-    Step readDatagram(std::uint16_t answer, std::function<void(Bytes)> const& visit, Outcome& outcome);
+    Step readDatagram(std::uint16_t answer, std::function<bool(Bytes)> const& visit, Outcome& outcome);
     std::ptrdiff_t receive();
 
     LinuxCalls const& calls;
+    std::vector<std::byte> buffer; // made before the socket, which nothing would close if this failed
     int socket;
     int openError;
     std::uint32_t sequence = 0;
-    std::vector<std::byte> buffer;
 };
 
 } // namespace foundation::network::platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <foundation/core/Export.hpp>
+#include <foundation/core/StandardLibrary.hpp>
 #include <foundation/network/detail/ImmutableIterableRange.hpp>
 
 #include <iosfwd>

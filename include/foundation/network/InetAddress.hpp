@@ -9,6 +9,7 @@
 ///     }
 
 #include <foundation/core/Export.hpp>
+#include <foundation/core/StandardLibrary.hpp>
 #include <foundation/network/detail/ImmutableIterableRange.hpp>
 
 #include <array>

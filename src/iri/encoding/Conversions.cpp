@@ -1,5 +1,6 @@
 #include "iri/encoding/Conversions.hpp"
 
+#include "base/NeverDestroyed.hpp"
 #include "iri/encoding/PartRules.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/encoding/Strides.hpp"
@@ -17,20 +18,23 @@ namespace {
 using grammar::percentDecodeGrammar;
 
 percentDecodeGrammar const& decoderOfAll() {
-    static percentDecodeGrammar const decoder(std::u32string{});
-    return decoder;
+    static base::NeverDestroyed<percentDecodeGrammar> const decoder(std::u32string{});
+    return *decoder;
 }
 
-// The decoder that keeps what is special to a part; one for each, made together.
-percentDecodeGrammar const& decoderOf(Part part) {
+// The decoders that keep what is special to a part; one for each, made together.
+struct KeepingDecoders {
     struct Keeping : percentDecodeGrammar {
         explicit Keeping(Part of)
             : percentDecodeGrammar(std::u32string(rulesOf(of).kept.begin(), rulesOf(of).kept.end())) {}
     };
-    static std::array<Keeping, 5> const decoders{Keeping(Part::userInfo), Keeping(Part::host),
-                                                 Keeping(Part::path), Keeping(Part::query),
-                                                 Keeping(Part::fragment)};
-    return decoders[static_cast<std::size_t>(part)];
+    std::array<Keeping, 5> all{Keeping(Part::userInfo), Keeping(Part::host), Keeping(Part::path),
+                               Keeping(Part::query), Keeping(Part::fragment)};
+};
+
+percentDecodeGrammar const& decoderOf(Part part) {
+    static base::NeverDestroyed<KeepingDecoders> const decoders;
+    return (*decoders).all[static_cast<std::size_t>(part)];
 }
 
 constexpr std::array<AsciiSet, 5> escapedSets = [] {

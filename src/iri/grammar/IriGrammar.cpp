@@ -35,6 +35,7 @@
 
 #include "iri/grammar/IriGrammar.hpp"
 
+#include "base/NeverDestroyed.hpp"
 #include "iri/grammar/HostGrammar.hpp"
 #include "iri/grammar/PortReader.hpp"
 
@@ -128,10 +129,10 @@ private:
 
 bool matchIriReference(std::u32string_view text, Components& found) {
     using iri::detail::Form;
-    static IriGrammar const grammar;
+    static base::NeverDestroyed<IriGrammar> const grammar;
     Iterator at = text.data();
     Places places{&found, at};
-    if (!qi::parse(at, text.data() + text.size(), grammar, places) || found.end != text.size()) {
+    if (!qi::parse(at, text.data() + text.size(), *grammar, places) || found.end != text.size()) {
         return false;
     }
     std::fill(std::begin(found.forms), std::end(found.forms), Form::iri);
@@ -147,7 +148,7 @@ bool matchIriReference(std::u32string_view text, Components& found) {
 }
 
 bool matchScheme(std::u32string_view text) {
-    static auto const scheme = schemeParser();
+    auto const scheme = schemeParser();
     Iterator at = text.data();
     return qi::parse(at, text.data() + text.size(), scheme) && at == text.data() + text.size();
 }

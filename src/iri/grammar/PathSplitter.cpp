@@ -6,6 +6,7 @@
 
 #include "iri/grammar/PathSplitter.hpp"
 
+#include "base/NeverDestroyed.hpp"
 #include "iri/grammar/Primitives.hpp"
 
 #include <boost/fusion/include/adapt_struct.hpp>
@@ -84,11 +85,11 @@ std::u32string_view viewOf(Element const& element) {
 } // namespace
 
 bool splitPath(std::u32string_view path, std::vector<std::u32string_view>& elements) {
-    static PathGrammar const grammar;
+    static base::NeverDestroyed<PathGrammar> const grammar;
     At at = path.data();
     At const end = at + path.size();
     PathSegments segments;
-    if (!qi::parse(at, end, grammar, segments) || at != end) {
+    if (!qi::parse(at, end, *grammar, segments) || at != end) {
         return false;
     }
     std::vector<std::u32string_view> found;

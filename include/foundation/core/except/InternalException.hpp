@@ -21,9 +21,9 @@
 ///             boost::exception_detail::clone_base, boost::exception
 ///         std::X and its standard bases
 ///
-/// Exceptions are values: they are copied, and read by several threads at once, like any immutable value. A
-/// copy shares the message text, so copying allocates nothing. `boost::exception_ptr` and
-/// `std::exception_ptr` carry them with their dynamic type.
+/// Exceptions are values: any number of threads may read and copy one. A copy shares the message text and has
+/// copies of attached `boost::error_info`, so copying allocates only where some is attached, and may throw
+/// `std::bad_alloc` then. `boost::exception_ptr` and `std::exception_ptr` carry them with their dynamic type.
 
 #include <foundation/core/Export.hpp>
 
@@ -92,22 +92,13 @@ public:
     explicit AnonymousInternalException(Std const& standard)
         : Exception<IInternalException, Std, void>(standard) {}
 
-    /// A copy on the heap, of this type, which the caller owns. Additional `boost::error_info` is copied, not
-    /// shared, so that the copy can go to another thread.
+    /// A copy on the heap, of this type, which the caller owns.
     boost::exception_detail::clone_base const* clone() const override {
-        return new AnonymousInternalException(*this, CloneTag());
+        return new AnonymousInternalException(*this);
     }
 
     /// Throws a copy of this object, as this type.
-    [[noreturn]] void rethrow() const override { throw AnonymousInternalException(*this, CloneTag()); }
-
-private:
-    struct CloneTag {};
-    // From the standard base alone: copying `boost::exception` counts references without an atomic.
-    AnonymousInternalException(AnonymousInternalException const& other, CloneTag)
-        : Exception<IInternalException, Std, void>(static_cast<Std const&>(other)) {
-        boost::exception_detail::copy_boost_exception(this, &other);
-    }
+    [[noreturn]] void rethrow() const override { throw AnonymousInternalException(*this); }
 };
 
 /// The exception to throw for a plain standard one:

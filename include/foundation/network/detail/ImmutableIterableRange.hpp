@@ -5,6 +5,7 @@
 ///     for (NetworkInterface const& adapter : NetworkInterface::list()) { ... }
 
 #include <foundation/core/Export.hpp>
+#include <foundation/core/StandardLibrary.hpp>
 
 #include <cstdint>
 #include <utility>

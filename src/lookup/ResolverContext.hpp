@@ -12,7 +12,8 @@
 namespace foundation::network {
 
 /// The private resolver of one lookup; it lives as long as the call. Each operation throws the internal
-/// `std::system_error` with the code and category of the resolver's failure.
+/// `std::system_error` with the value of the resolver's failure, and a category that has its name and
+/// messages and is never destroyed; the system's own failures have `std::system_category()`.
 class ResolverContext {
 public:
     using Results = boost::asio::ip::tcp::resolver::results_type;

@@ -6,7 +6,8 @@
 
 #include <foundation/core/except/InternalException.hpp>
 
-#include "inet/ResolverContext.hpp"
+#include "inet/InetAddressImpl.hpp"
+#include "lookup/ResolverContext.hpp"
 #include "platform/OperatingSystem.hpp"
 
 #include <system_error>

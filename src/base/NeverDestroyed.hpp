@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <new>
+#include <utility>
+
+namespace foundation::network::base {
+
+/// An object that lives until the process ends: a function-local static of this type is made once, as any
+/// other, and has no destructor to run. So objects with static lifetime may use the library in theirs.
+template <class T>
+class NeverDestroyed {
+public:
+    template <class... Arguments>
+    explicit NeverDestroyed(Arguments&&... arguments) {
+        ::new (static_cast<void*>(storage)) T(std::forward<Arguments>(arguments)...);
+    }
+    NeverDestroyed(NeverDestroyed const&) = delete;
+    NeverDestroyed& operator=(NeverDestroyed const&) = delete;
+    ~NeverDestroyed() = default;
+
+    T const& operator*() const noexcept { return *std::launder(reinterpret_cast<T const*>(storage)); }
+
+private:
+    alignas(T) std::byte storage[sizeof(T)];
+};
+
+} // namespace foundation::network::base
