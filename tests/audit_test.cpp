@@ -22,13 +22,16 @@ using Failure = foundation::core::except::detail::AnonymousInternalException<std
 
 // Moving and swapping never fail; copying is not said to, where it allocates.
 template <class T>
-constexpr bool movesForSure = std::is_nothrow_move_constructible_v<T>&& std::is_nothrow_move_assignable_v<T>&&
-    std::is_nothrow_swappable_v<T>&& std::is_nothrow_destructible_v<T>;
-static_assert(movesForSure<IRI> && !std::is_nothrow_copy_constructible_v<IRI>);
-static_assert(movesForSure<Parts> && !std::is_nothrow_copy_constructible_v<Parts>);
-static_assert(movesForSure<InetAddress> && movesForSure<InterfaceAddress> && movesForSure<NetworkInterface>);
-static_assert(movesForSure<HardwareAddress> && movesForSure<Addresses> && movesForSure<IdnConverter>);
-static_assert(movesForSure<IdnConverterException>);
+consteval bool movesForSure() {
+    return std::is_nothrow_move_constructible_v<T> && std::is_nothrow_move_assignable_v<T> &&
+           std::is_nothrow_swappable_v<T> && std::is_nothrow_destructible_v<T>;
+}
+static_assert(movesForSure<IRI>() && !std::is_nothrow_copy_constructible_v<IRI>);
+static_assert(movesForSure<Parts>() && !std::is_nothrow_copy_constructible_v<Parts>);
+static_assert(movesForSure<InetAddress>() && movesForSure<InterfaceAddress>() &&
+              movesForSure<NetworkInterface>());
+static_assert(movesForSure<HardwareAddress>() && movesForSure<Addresses>() && movesForSure<IdnConverter>());
+static_assert(movesForSure<IdnConverterException>());
 static_assert(std::is_nothrow_default_constructible_v<IRI> && std::is_nothrow_destructible_v<Failure>);
 static_assert(!std::is_nothrow_move_constructible_v<IRIArgs>, "moving copies");
 static_assert(!std::is_nothrow_default_constructible_v<InetAddress> && !noexcept(IRI().hashValue()));

@@ -31,8 +31,10 @@ enum CharacterClass : ClassMask {
 // Unions that carry a name in RFC 3987. `iunreserved` needs no ALPHA and DIGIT beyond ASCII: all of those are
 // ucschar (a test holds this).
 inline constexpr ClassMask ALNUM = ALPHA | DIGIT;
+inline constexpr ClassMask SCHEME = ALNUM | SCHEME_MARK; // behind its first letter
 inline constexpr ClassMask IUNRESERVED = ALNUM | UNRESERVED_MARK | UCSCHAR;
 inline constexpr ClassMask IREG_NAME = IUNRESERVED | SUB_DELIMS;
+inline constexpr ClassMask IREG_NAME_OR_AT = IREG_NAME | AT;
 inline constexpr ClassMask IUSERINFO = IREG_NAME | COLON;
 inline constexpr ClassMask IPCHAR = IREG_NAME | COLON | AT | PERCENT;
 inline constexpr ClassMask ISEGMENT_NZ_NC = IREG_NAME | AT | PERCENT;

@@ -58,7 +58,7 @@ HostGrammar::HostGrammar() : HostGrammar::base_type(ihost) {
     ipLiteral = cp<U'['> >> (ipv6Address | ipvFuture) >> cp<U']'>;
 
     // The looks ahead spare the calls of the address rules for nearly all hosts.
-    auto const endOfAddress = qi::copy(!(one<IREG_NAME | AT> | pctEncoded));
+    auto const endOfAddress = qi::copy(!(one<IREG_NAME_OR_AT> | pctEncoded));
     ihost = (&cp<U'['> >> ipLiteral) | (&one<DIGIT> >> ipv4Address >> endOfAddress) | iregName;
 }
 

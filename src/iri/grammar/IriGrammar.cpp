@@ -48,6 +48,8 @@ namespace {
 
 using iri::detail::Components;
 
+using Place = std::size_t Components::*;
+
 /// What the places of a match are written to, and where its text begins.
 struct Places {
     Components* found = nullptr;
@@ -56,7 +58,7 @@ struct Places {
 
 /// Consumes nothing, and writes the current place, or that of the character before it. It stands only where
 /// all that comes before has matched for good, so no place is ever taken back.
-template <std::size_t Components::*place, std::size_t before = 0>
+template <Place place, std::size_t before = 0>
 struct MarkParser : qi::primitive_parser<MarkParser<place, before>> {
     template <class Context, class It>
     struct attribute {
@@ -74,7 +76,7 @@ struct MarkParser : qi::primitive_parser<MarkParser<place, before>> {
     }
 };
 
-template <std::size_t Components::*place, std::size_t before = 0>
+template <Place place, std::size_t before = 0>
 typename boost::proto::terminal<MarkParser<place, before>>::type const mark{{}};
 
 } // namespace
@@ -84,7 +86,7 @@ typename boost::proto::terminal<MarkParser<place, before>>::type const mark{{}};
 namespace boost::spirit::traits {
 
 /// So that Qi leaves the places to the marks, and does not fill them by itself.
-template <std::size_t foundation::network::iri::detail::Components::*place, std::size_t before>
+template <foundation::network::iri::grammar::Place place, std::size_t before>
 struct has_semantic_action<foundation::network::iri::grammar::MarkParser<place, before>> : mpl::true_ {};
 
 } // namespace boost::spirit::traits
@@ -94,7 +96,7 @@ namespace foundation::network::iri::grammar {
 namespace {
 
 auto schemeParser() {
-    return qi::copy(one<ALPHA> >> run<ALNUM | SCHEME_MARK>);
+    return qi::copy(one<ALPHA> >> run<SCHEME>);
 }
 
 struct IriGrammar : qi::grammar<Iterator, Places()> {
