@@ -3,7 +3,8 @@
 #include <foundation/core/except/InternalException.hpp>
 
 #include "iri/encoding/PercentEncoding.hpp"
-#include "iri/encoding/Transcoding.hpp"
+#include "text/Escapes.hpp"
+#include "text/Transcoding.hpp"
 
 #include <foundation/network/iri/detail/Parts.hpp>
 
@@ -41,7 +42,7 @@ Args& Args::operator=(ArgsBase const& other) {
 }
 
 void Args::setScheme(std::u16string const& text) {
-    setScheme(encoding::toUtf32(text));
+    setScheme(text::toUtf32(text));
 }
 
 void Args::setScheme(String text) noexcept {
@@ -55,7 +56,7 @@ void Args::clearScheme() noexcept {
 }
 
 void Args::setUserInfo(std::u16string const& text) {
-    setUserInfo(encoding::toUtf32(text));
+    setUserInfo(text::toUtf32(text));
 }
 
 void Args::setUserInfo(String text) noexcept {
@@ -67,7 +68,7 @@ void Args::clearUserInfo() noexcept {
 }
 
 void Args::setHost(std::u16string const& text) {
-    setHost(encoding::toUtf32(text));
+    setHost(text::toUtf32(text));
 }
 
 void Args::setHost(String text) noexcept {
@@ -84,7 +85,7 @@ void Args::setPort(unsigned short number) noexcept {
 }
 
 void Args::setPort(std::u16string const& text) {
-    setPort(String(encoding::toUtf32(text)));
+    setPort(String(text::toUtf32(text)));
 }
 
 void Args::setPort(String const& text) {
@@ -101,7 +102,7 @@ void Args::clearPort() noexcept {
 }
 
 void Args::setPath(std::u16string const& text) {
-    setPath(encoding::toUtf32(text));
+    setPath(text::toUtf32(text));
 }
 
 void Args::setPath(String text) noexcept {
@@ -113,7 +114,7 @@ void Args::clearPath() noexcept {
 }
 
 void Args::setQuery(std::u16string const& text) {
-    setQuery(encoding::toUtf32(text));
+    setQuery(text::toUtf32(text));
 }
 
 void Args::setQuery(String text) noexcept {
@@ -125,7 +126,7 @@ void Args::clearQuery() noexcept {
 }
 
 void Args::setFragment(std::u16string const& text) {
-    setFragment(encoding::toUtf32(text));
+    setFragment(text::toUtf32(text));
 }
 
 void Args::setFragment(String text) noexcept {
@@ -144,7 +145,7 @@ std::tuple<std::u16string, bool> Args::percentEncodeFormEncodedReservedChars(std
     bool escaped = false;
     for (char16_t const unit : text) {
         if (unit == separator || unit == u'=' || unit == u'+') {
-            encoding::percentByte(encoded, static_cast<unsigned char>(unit));
+            text::percentByte(encoded, static_cast<unsigned char>(unit));
             escaped = true;
         } else {
             encoded.push_back(unit == u' ' ? u'+' : unit);
@@ -161,7 +162,7 @@ void Args::appendQueryKeyValuePair(std::u16string const& key, std::u16string con
     auto [pair, keyEscaped] = percentEncodeFormEncodedReservedChars(key, useSemicolon);
     auto const [encodedValue, valueEscaped] = percentEncodeFormEncodedReservedChars(value, useSemicolon);
     pair.append(1, u'=').append(encodedValue);
-    String addition = encoding::toUtf32(pair);
+    String addition = text::toUtf32(pair);
     if (!content.query.empty()) {
         addition.insert(addition.begin(), useSemicolon ? U';' : U'&');
     }

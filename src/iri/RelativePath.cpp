@@ -1,19 +1,14 @@
 #include "iri/RelativePath.hpp"
 
-#include "iri/encoding/Strides.hpp"
 #include "iri/grammar/PathSplitter.hpp"
+#include "text/Scans.hpp"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 #include <utility>
 
 namespace foundation::network::iri {
 
 namespace {
-
-using encoding::isSigned;
-using encoding::signOfSame;
 
 bool isDot(std::u32string_view name) {
     return name == U".";
@@ -24,21 +19,6 @@ bool isDotDot(std::u32string_view name) {
 
 bool beginsWithSlash(std::u32string_view path) {
     return !path.empty() && path.front() == U'/';
-}
-
-// How many leading characters two texts have in common.
-std::size_t commonLength(std::u32string_view left, std::u32string_view right) {
-    constexpr std::size_t block = 4; // a register of the simplest vector unit
-    std::size_t const most = std::min(left.size(), right.size());
-    std::size_t length = 0;
-    while (most - length >= block &&
-           std::memcmp(&left[length], &right[length], block * sizeof(char32_t)) == 0) {
-        length += block;
-    }
-    while (length != most && left[length] == right[length]) {
-        ++length;
-    }
-    return length;
 }
 
 // RFC 3986, section 5.2.4, on a text, which only gets shorter.
@@ -110,49 +90,24 @@ PathShape shapeOf(std::u32string_view path) noexcept {
     if (path.empty()) {
         return {};
     }
-    // Hardly any path holds "%", "//" or "/.". One sign bit tells of all of them, without a way out of the
-    // loop before its end, so it becomes vector code. Its count is one of whole registers; the last one is
-    // filled up with what was seen before.
+    // Hardly any path holds "%", "//" or "/.": one look for all three tells of nearly every one.
     static_assert((U'.' | 1) == U'/');
-    constexpr std::size_t lanes = 4;
-    char32_t const* const at = path.data();
-    std::uint32_t special = signOfSame(at[0], U'%');
-    auto const look = [at, &special](std::size_t from, std::size_t to) {
-        for (std::size_t i = from; i != to; ++i) {
-            special |= signOfSame(at[i], U'/', at[i + 1] | 1, U'/') | signOfSame(at[i + 1], U'%');
-        }
-    };
-    std::size_t const pairs = path.size() - 1;
-    if (pairs < lanes) {
-        look(0, pairs);
-    } else {
-        look(0, pairs / lanes * lanes);
-        look(pairs - lanes, pairs);
+    bool const special = path.front() == U'%' || text::isAnySigned(path.size() - 1, [path](std::size_t i) {
+                             return text::signOfSame(path[i], U'/', path[i + 1] | 1, U'/') |
+                                    text::signOfSame(path[i + 1], U'%');
+                         });
+    if (!special) {
+        return {path.front() == U'.' && hasRelativePathSegments(path), false, true};
     }
-    if (!isSigned(special)) {
-        return {at[0] == U'.' && hasRelativePathSegments(path), false, true};
-    }
-    std::uint32_t empty = 0;
-    std::uint32_t percent = signOfSame(at[0], U'%');
-    for (std::size_t i = 0; i != pairs; ++i) {
-        empty |= signOfSame(at[i], U'/', at[i + 1], U'/');
-        percent |= signOfSame(at[i + 1], U'%');
-    }
-    return {hasRelativePathSegments(path), isSigned(empty), !isSigned(percent)};
+    return {hasRelativePathSegments(path), text::containsPair(path, U'/', U'/'), !text::contains(path, U'%')};
 }
 
 bool hasRelativePathSegments(std::u32string_view path) noexcept {
     if (path.empty()) {
         return false;
     }
-    if (path.front() != U'.') {
-        std::uint32_t dot = 0;
-        for (std::size_t i = 1; i < path.size(); ++i) {
-            dot |= signOfSame(path[i - 1], U'/', path[i], U'.');
-        }
-        if (!isSigned(dot)) {
-            return false;
-        }
+    if (path.front() != U'.' && !text::containsPair(path, U'/', U'.')) {
+        return false;
     }
     for (std::size_t at = 0; at < path.size();) {
         if (path[at] == U'.') {
@@ -252,7 +207,7 @@ std::u32string removeRelativePathSegments(std::u32string_view path, bool absolut
     if (!hasRelativePathSegments(path)) {
         return std::u32string(path);
     }
-    if (path.find(U"//") != std::u32string_view::npos) {
+    if (text::containsPair(path, U'/', U'/')) {
         return mergeAsTexts({}, path, absolute);
     }
     PathComponents components;
@@ -302,7 +257,7 @@ Way wayBetween(std::u32string_view from, std::u32string_view to, bool absolute) 
     // The slash behind the last component that both begin with. The last component of the shorter path has
     // none behind it: a reference to it must name it. Components are counted with their leading slash, so one
     // at the start is none between two.
-    std::size_t const common = commonLength(from, to);
+    std::size_t const common = text::commonLength(from, to);
     std::size_t const behind = common < 2 ? 0 : from.rfind(U'/', common - 1);
     if (behind != 0 && behind != std::u32string_view::npos) {
         std::size_t const up = slashesBehind(behind);

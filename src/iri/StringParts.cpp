@@ -1,8 +1,8 @@
 #include <foundation/network/iri/detail/StringParts.hpp>
 
-#include "iri/SameText.hpp"
 #include "iri/encoding/Conversions.hpp"
 #include "iri/encoding/PartRules.hpp"
+#include "text/Scans.hpp"
 
 #include <stdexcept>
 
@@ -139,7 +139,7 @@ std::u32string const& Store::text(Part part, Form form) const {
         Form const from = form == Form::iri ? component.form : Form::iri;
         String const& source = text(part, from);
         auto converted = encoding::convert(part, from, form, source, context);
-        if (converted && !isSame(*converted, source)) {
+        if (converted && !text::isSame(*converted, source)) {
             there = &place.publish({std::move(converted), form});
         } else {
             FormText const& held = *component.forms[indexOf(from)].get();
@@ -212,7 +212,7 @@ bool Store::operator==(StringParts const& other) const {
     }
     for (Part const part : allParts) {
         if (has(part) != other.has(part) ||
-            (has(part) && !isSame(text(part, at(part).form), other.text(part, at(part).form)))) {
+            (has(part) && !text::isSame(text(part, at(part).form), other.text(part, at(part).form)))) {
             return false;
         }
     }

@@ -5,8 +5,8 @@
 #include <foundation/core/except/InternalException.hpp>
 
 #include "iri/encoding/Conversions.hpp"
-#include "iri/encoding/Transcoding.hpp"
 #include "iri/grammar/IriGrammar.hpp"
+#include "text/Transcoding.hpp"
 
 #include <type_traits>
 #include <utility>
@@ -30,7 +30,7 @@ std::u32string_view StoredText::converted(Part part, Form form, std::u32string& 
 }
 
 Value::TemplateIRI(std::u16string const& source) {
-    stored.text = encoding::toUtf32(source);
+    stored.text = text::toUtf32(source);
     stored.parsed = true;
     if (!grammar::matchIriReference(stored.text, stored.components)) {
         throw makeInternalException(std::logic_error("IRI parsing failed"));

@@ -2,7 +2,7 @@
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
-#include "iri/SameText.hpp"
+#include "text/Scans.hpp"
 
 namespace foundation::network::iri::detail {
 
@@ -36,7 +36,7 @@ std::uint64_t fnv1a(std::u32string_view text) {
 } // namespace
 
 bool Value::operator==(TemplateIRI const& other) const {
-    bool const sameText = isSame(stored.text, other.stored.text);
+    bool const sameText = text::isSame(stored.text, other.stored.text);
     if (stored.parsed && other.stored.parsed) {
         return sameText;
     }
@@ -54,7 +54,7 @@ bool Value::operator==(TemplateIRI const& other) const {
     if (hash.isReady() && other.hash.isReady() && hash.get() != other.hash.get()) {
         return false;
     }
-    return isSame(kept(Form::iri), other.kept(Form::iri));
+    return text::isSame(kept(Form::iri), other.kept(Form::iri));
 }
 
 // A strict weak order over parsed values and over others, but not over both mixed: see `IRITextLess`.

@@ -5,8 +5,8 @@
 
 #include "iri/Draft.hpp"
 #include "iri/PathIn.hpp"
-#include "iri/SameText.hpp"
 #include "iri/encoding/Conversions.hpp"
+#include "text/Scans.hpp"
 
 #include <algorithm>
 
@@ -23,14 +23,15 @@ bool hasSameRaw(Part part, StoredText const& own, StoredText const& base) {
         return own.components.has(part) == base.components.has(part);
     }
     bool const sameForm = own.components.form(part) == base.components.form(part);
-    if (sameForm && isSame(own.given(part), base.given(part)) &&
+    if (sameForm && text::isSame(own.given(part), base.given(part)) &&
         (part != Part::query || own.components.queryIsFormEncoded == base.components.queryIsFormEncoded)) {
         return true; // whether it can be decoded or not
     }
     try {
         std::u32string decoded;
         std::u32string decodedOfBase;
-        return isSame(own.inForm(part, Form::raw, decoded), base.inForm(part, Form::raw, decodedOfBase));
+        return text::isSame(own.inForm(part, Form::raw, decoded),
+                            base.inForm(part, Form::raw, decodedOfBase));
     } catch (std::out_of_range const&) {
         return false; // what cannot be decoded reads like nothing else; it fails where its Raw form is wanted
     }
@@ -82,7 +83,7 @@ bool setRelativePath(StoredText const& own, StoredText const& base, Draft& draft
         baseBuffer = removeRelativePathSegments(from.text, base.components.pathIsAbsolute);
         from.text = baseBuffer;
     }
-    if (isSame(from.text, to.text)) {
+    if (text::isSame(from.text, to.text)) {
         return false;
     }
     if (form == Form::iri && !from.shape.isRaw) {
@@ -131,7 +132,7 @@ void setReference(StoredText const& own, StoredText const& base, Draft& draft, s
     Components const& b = base.components;
     // Written alike, in the same forms, they are the same, whether they can be decoded or not.
     bool const sameFront =
-        t.hasFrontLike(b) && isSame(own.stretch(0, t.pathBegin), base.stretch(0, b.pathBegin));
+        t.hasFrontLike(b) && text::isSame(own.stretch(0, t.pathBegin), base.stretch(0, b.pathBegin));
     bool const sameScheme = sameFront || own.scheme() == base.scheme();
     bool const sameAuthority = sameFront || (sameScheme && hasSameAuthority(own, base));
     if (t.hasScheme() && !sameScheme) {

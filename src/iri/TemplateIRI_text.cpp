@@ -7,11 +7,11 @@
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
-#include "iri/SameText.hpp"
 #include "iri/encoding/Conversions.hpp"
 #include "iri/encoding/PartRules.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
-#include "iri/encoding/Transcoding.hpp"
+#include "text/Scans.hpp"
+#include "text/Transcoding.hpp"
 
 #include <array>
 
@@ -59,7 +59,8 @@ public:
     /// Whether each of them reads as it was given.
     [[nodiscard]] bool areAsGiven() const {
         for (std::size_t i = 0; i != texts.size(); ++i) {
-            if (texts[i].data() == own[i].data() && !isSame(texts[i], stored.given(static_cast<Part>(i)))) {
+            if (texts[i].data() == own[i].data() &&
+                !text::isSame(texts[i], stored.given(static_cast<Part>(i)))) {
                 return false;
             }
         }
@@ -107,9 +108,8 @@ private:
 std::u16string getConverted(StoredText const& stored, Part part, Encoding encoding) {
     std::u32string own;
     std::u32string_view const text = stored.inForm(part, formOf(encoding), own);
-    return isStrict(encoding) && encoding::rulesOf(part).strictGetter
-               ? encoding::toUtf16(strictly(part, text))
-               : encoding::toUtf16(text);
+    return isStrict(encoding) && encoding::rulesOf(part).strictGetter ? text::toUtf16(strictly(part, text))
+                                                                      : text::toUtf16(text);
 }
 
 // Nearly every call asks for a component that was parsed, in an encoding that is made in UTF-16 at once.
@@ -126,7 +126,7 @@ std::u16string get(StoredText const& stored, Encoding encoding) {
                 return std::move(*raw);
             }
         } else if (encoding == Encoding::Iri) {
-            return encoding::toUtf16(iri);
+            return text::toUtf16(iri);
         } else if (encoding == Encoding::Uri) {
             return encoding::toUriFormUtf16(iri);
         }
@@ -140,14 +140,14 @@ std::u16string Value::getScheme() const {
     if (!hasScheme()) {
         throw makeInternalException(std::runtime_error("No scheme"));
     }
-    return encoding::toUtf16(stored.scheme());
+    return text::toUtf16(stored.scheme());
 }
 
 std::u16string Value::getPort() const {
     if (!hasPort()) {
         throw makeInternalException(std::runtime_error("No port"));
     }
-    return encoding::toUtf16(stored.port());
+    return text::toUtf16(stored.port());
 }
 
 unsigned short Value::getPortNumber() const {
@@ -179,7 +179,7 @@ std::u16string Value::getAuthority(Encoding const& encoding) const {
     }
     std::u32string authority;
     InEncoding(stored, encoding, Part::host).appendAuthority(authority);
-    return encoding::toUtf16(authority);
+    return text::toUtf16(authority);
 }
 
 std::u16string Value::getSchemeSpecificPart(Encoding const& encoding) const {
@@ -188,7 +188,7 @@ std::u16string Value::getSchemeSpecificPart(Encoding const& encoding) const {
     }
     std::u32string schemeSpecificPart;
     InEncoding(stored, encoding, Part::query).appendSchemeSpecificPart(schemeSpecificPart);
-    return encoding::toUtf16(schemeSpecificPart);
+    return text::toUtf16(schemeSpecificPart);
 }
 
 // The whole in the Iri or the Raw form, which comparisons come back to.
@@ -210,13 +210,13 @@ std::u32string const& Value::kept(Form form) const {
 }
 
 std::u16string Value::toString(bool strict) const {
-    return strict ? encoding::toUtf16(InEncoding(stored, Encoding::IriStrict, Part::fragment).whole())
-                  : encoding::toUtf16(kept(Form::iri));
+    return strict ? text::toUtf16(InEncoding(stored, Encoding::IriStrict, Part::fragment).whole())
+                  : text::toUtf16(kept(Form::iri));
 }
 
 std::u16string Value::toAsciiString(bool strict) const {
     if (strict) {
-        return encoding::toUtf16(InEncoding(stored, Encoding::UriStrict, Part::fragment).whole());
+        return text::toUtf16(InEncoding(stored, Encoding::UriStrict, Part::fragment).whole());
     }
     // The delimiters are in ASCII, so the whole is made like a component; only a scheme that is not stays as
     // it is.
@@ -225,7 +225,7 @@ std::u16string Value::toAsciiString(bool strict) const {
     if (encoding::isUriForm(scheme)) {
         return encoding::toUriFormUtf16(iri);
     }
-    return encoding::toUtf16(scheme) + encoding::toUriFormUtf16(iri.substr(scheme.size()));
+    return text::toUtf16(scheme) + encoding::toUriFormUtf16(iri.substr(scheme.size()));
 }
 
 } // namespace foundation::network::iri::detail

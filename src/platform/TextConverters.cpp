@@ -1,6 +1,9 @@
 #include "platform/TextConverters.hpp"
 
+#include "text/CodePoints.hpp"
+
 #include <algorithm>
+#include <array>
 
 namespace fl::i18n {
 
@@ -27,18 +30,14 @@ std::u16string converter<char16_t, wchar_t>::convert(std::wstring_view text) con
     if constexpr (sizeof(wchar_t) == sizeof(char16_t)) {
         return {text.begin(), text.end()};
     }
+    using namespace foundation::network::text;
     std::u16string units;
     units.reserve(text.size());
     for (wchar_t const wide : text) {
         auto const point = static_cast<char32_t>(wide);
-        if (point > 0x10FFFF || (point >= 0xD800 && point <= 0xDFFF)) {
-            units.push_back(unicodeReplacement);
-        } else if (point < 0x10000) {
-            units.push_back(static_cast<char16_t>(point));
-        } else {
-            units.push_back(static_cast<char16_t>(0xD7C0 + (point >> 10)));
-            units.push_back(static_cast<char16_t>(0xDC00 + (point & 0x3FF)));
-        }
+        std::array<char16_t, 2> pair{};
+        char16_t* const end = put(isScalar(point) ? point : unicodeReplacement, pair.data());
+        units.append(pair.data(), static_cast<std::size_t>(end - pair.data()));
     }
     return units;
 }

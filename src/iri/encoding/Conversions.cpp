@@ -3,9 +3,11 @@
 #include "base/NeverDestroyed.hpp"
 #include "iri/encoding/PartRules.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
-#include "iri/encoding/Strides.hpp"
-#include "iri/encoding/Transcoding.hpp"
 #include "iri/grammar/PercentDecoder.hpp"
+#include "text/CodePoints.hpp"
+#include "text/Escapes.hpp"
+#include "text/Scans.hpp"
+#include "text/Transcoding.hpp"
 
 #include <algorithm>
 #include <array>
@@ -16,6 +18,8 @@ namespace foundation::network::iri::encoding {
 namespace {
 
 using grammar::percentDecodeGrammar;
+using text::escapedByte;
+using text::percentByte;
 
 percentDecodeGrammar const& decoderOfAll() {
     static base::NeverDestroyed<percentDecodeGrammar> const decoder(std::u32string{});
@@ -47,10 +51,6 @@ constexpr AsciiSet formEncodedSet{formEncodedEscaped};
 
 bool isFormEncodedQuery(Part part, PartContext const& context) {
     return part == Part::query && context.formEncoded;
-}
-
-bool isUnicodeScalar(char32_t c) {
-    return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF);
 }
 
 // The length of the text in which a ":" would make the reference read as one with a scheme, 0 where none
@@ -125,50 +125,17 @@ bool isIriAlready(Part part, std::u32string_view text, AsciiSet const& escaped, 
 // The code point that stands at `at`, decoded from its escapes if there are some, and moves `at` behind it.
 // Nothing for escapes that are no UTF-8, and for what is no Unicode.
 std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
-    int const first = escapedByte(text, at);
-    if (first < 0) {
-        return isUnicodeScalar(text[at]) ? std::optional(text[at++]) : std::nullopt;
+    int const lead = escapedByte(text, at);
+    if (lead < 0) {
+        return text::isScalar(text[at]) ? std::optional(text[at++]) : std::nullopt;
     }
-    at += 3;
-    auto codePoint = static_cast<char32_t>(first);
-    if (codePoint >= 0x80) {
-        int const continuations = codePoint < 0xC2   ? 0
-                                  : codePoint < 0xE0 ? 1
-                                  : codePoint < 0xF0 ? 2
-                                  : codePoint < 0xF5 ? 3
-                                                     : 0;
-        if (continuations == 0) {
-            return std::nullopt;
-        }
-        codePoint &= 0x3Fu >> continuations;
-        for (int i = 0; i != continuations; ++i) {
-            int const byte = escapedByte(text, at);
-            if (byte < 0x80 || byte > 0xBF) {
-                return std::nullopt;
-            }
-            at += 3;
-            codePoint = codePoint << 6 | (static_cast<char32_t>(byte) & 0x3F);
-        }
-        constexpr std::array<char32_t, 4> smallest{0, 0x80, 0x800, 0x10000};
-        if (codePoint < smallest[static_cast<std::size_t>(continuations)] || !isUnicodeScalar(codePoint)) {
-            return std::nullopt;
-        }
-    }
-    return codePoint;
-}
-
-char32_t* put(char32_t codePoint, char32_t* out) {
-    *out = codePoint;
-    return out + 1;
-}
-char16_t* put(char32_t codePoint, char16_t* out) {
-    if (codePoint < 0x10000) {
-        *out = static_cast<char16_t>(codePoint);
-        return out + 1;
-    }
-    out[0] = static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
-    out[1] = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
-    return out + 2;
+    auto const byteAt = [text, at](unsigned i) {
+        std::size_t const place = at + 3 * std::size_t{i};
+        return place < text.size() ? escapedByte(text, place) : -1;
+    };
+    text::Utf8Sequence const sequence = text::decodeUtf8(static_cast<unsigned>(lead), byteAt);
+    at += 3 * std::size_t{sequence.length};
+    return sequence.wellFormed ? std::optional(sequence.codePoint) : std::nullopt;
 }
 
 // The text with its escapes decoded, which takes at most `room`, where all of them are UTF-8.
@@ -177,19 +144,21 @@ std::optional<String> decodedAll(std::u32string_view text, std::size_t room) {
     String result(room, 0);
     auto* out = result.data();
     for (std::size_t at = 0; at != text.size();) {
-        if (text.size() - at >= STRIDE && !hasPercent(&text[at]) && isPlain(&text[at])) {
-            copyStride(&text[at], out);
-            at += STRIDE;
-            out += STRIDE;
+        std::u32string_view const stride = text.substr(at, text::STRIDE);
+        if (stride.size() == text::STRIDE && !text::contains(stride, U'%') &&
+            text::isPlainStride(&text[at])) {
+            text::copyStride(&text[at], out);
+            at += text::STRIDE;
+            out += text::STRIDE;
             continue;
         }
-        for (std::size_t const stop = at + std::min(STRIDE, text.size() - at); at < stop;) {
+        for (std::size_t const stop = at + stride.size(); at < stop;) {
             if (text[at] != U'%' && text[at] < 0xD800) {
-                out = put(text[at++], out);
+                out = text::put(text[at++], out);
                 continue;
             }
             if (int const byte = escapedByte(text, at); byte >= 0 && byte < 0x80) { // most escapes
-                out = put(static_cast<char32_t>(byte), out);
+                out = text::put(static_cast<char32_t>(byte), out);
                 at += 3;
                 continue;
             }
@@ -197,7 +166,7 @@ std::optional<String> decodedAll(std::u32string_view text, std::size_t room) {
             if (!codePoint) {
                 return std::nullopt;
             }
-            out = put(*codePoint, out);
+            out = text::put(*codePoint, out);
         }
     }
     result.resize(static_cast<std::size_t>(out - result.data()));
@@ -211,22 +180,7 @@ struct DecodedText {
 };
 DecodedText decodeUtf8(std::string bytes) {
     auto const repaired = repairUtf8(std::move(bytes));
-    return {repaired.repaired, fromUtf8(repaired.bytes)};
-}
-
-// What a text holds that keeps its Raw form in UTF-16 from being a mere copy.
-struct Contents {
-    bool percent;
-    bool beyondBmp; // code points above U+FFFF, which have two units
-};
-Contents contentsOf(std::u32string_view text) {
-    std::uint32_t percent = 0;
-    std::uint32_t beyond = 0;
-    for (char32_t const c : text) {
-        percent |= signOfSame(c, U'%');
-        beyond |= 0xFFFF - c;
-    }
-    return {isSigned(percent), isSigned(beyond)};
+    return {repaired.repaired, text::toUtf32(repaired.bytes)};
 }
 
 } // namespace
@@ -235,8 +189,9 @@ Converted rawFromIri(Part part, std::u32string_view text, PartContext const& con
     if (isFormEncodedQuery(part, context)) {
         return uriFromIri(part, text, context);
     }
-    bool const scalars = bitsOfAll(text) < 0xD800 || std::all_of(text.begin(), text.end(), isUnicodeScalar);
-    if (scalars && !contentsOf(text).percent) {
+    bool const scalars =
+        text::bitsOfAll(text) < 0xD800 || std::all_of(text.begin(), text.end(), text::isScalar);
+    if (scalars && !text::contains(text, U'%')) {
         return std::nullopt;
     }
     if (auto result = decodedAll<std::u32string>(text, text.size())) {
@@ -293,13 +248,14 @@ Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const&
 }
 
 std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text) {
-    Contents const contents = contentsOf(text);
-    if (!contents.percent && !contents.beyondBmp) {
+    if (!text::containsOrAbove(text, U'%', 0xFFFF)) {
         return std::u16string(text.begin(), text.end()); // most components; a parsed one has no surrogates
     }
+    if (!text::contains(text, U'%')) {
+        return text::toUtf16(text);
+    }
     // An escape is longer than what it stands for; only what stands as itself can take two units.
-    std::size_t const room = contents.beyondBmp ? 2 * text.size() : text.size();
-    return contents.percent ? decodedAll<std::u16string>(text, room) : toUtf16(text);
+    return decodedAll<std::u16string>(text, text::bitsOfAll(text) > 0xFFFF ? 2 * text.size() : text.size());
 }
 
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,

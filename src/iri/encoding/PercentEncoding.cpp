@@ -1,7 +1,10 @@
 #include "iri/encoding/PercentEncoding.hpp"
 
-#include "iri/encoding/Transcoding.hpp"
 #include "iri/grammar/CharacterClasses.hpp"
+#include "text/CodePoints.hpp"
+#include "text/Escapes.hpp"
+#include "text/Scans.hpp"
+#include "text/Transcoding.hpp"
 
 #include <algorithm>
 #include <array>
@@ -10,18 +13,21 @@
 
 namespace foundation::network::iri::encoding {
 
+using text::escapedByte;
+using text::percentByte;
+using text::upperHex;
+
 namespace {
 
 constexpr bool within(char32_t c, char32_t first, char32_t last) {
     return c >= first && c <= last;
 }
 
-constexpr bool isUriCharacter(char32_t c) {
-    return within(c, 33, 126);
-}
+constexpr char32_t FIRST_URI_CHARACTER = 33;
+constexpr char32_t LAST_URI_CHARACTER = 126;
 
 void percentUtf8(std::u32string& out, char32_t codePoint) {
-    encodeUtf8(codePoint, [&out](unsigned char byte) { percentByte(out, byte); });
+    text::encodeUtf8(codePoint, [&out](unsigned char byte) { percentByte(out, byte); });
 }
 
 constexpr bool isContinuation(char byte) {
@@ -56,19 +62,13 @@ bool isWellFormed(std::string_view bytes) {
 } // namespace
 
 bool isUriForm(std::u32string_view text) {
-    // The sign bit of one of the differences is set where a character lies outside. No way out of the loop
-    // before its end: so it becomes vector code.
-    std::uint32_t outside = 0;
-    for (char32_t const c : text) {
-        outside |= (c - 33) | (126 - c) | c;
-    }
-    return outside >> 31 == 0;
+    return text::isAllWithin(text, FIRST_URI_CHARACTER, LAST_URI_CHARACTER);
 }
 
 namespace {
 
-// The length of the Uri form. Sums of sign bits become vector code, which comparisons and branches do not; a
-// block at a time, so that the sums are as wide as a code point.
+// The length of the Uri form. Sums of sign bits become vector code (see Scans.hpp); a block at a time, so
+// that the sums are as wide as a code point.
 std::size_t uriLength(std::u32string_view text) {
     constexpr std::size_t block = 4096;
     constexpr auto isAbove = [](char32_t c, char32_t most) { return std::uint32_t{most - c} >> 31; };
@@ -77,7 +77,7 @@ std::size_t uriLength(std::u32string_view text) {
         std::uint32_t escaped = 0;
         std::uint32_t longer = 0; // bytes of UTF-8 behind the first
         for (char32_t const c : text.substr(0, block)) {
-            escaped += ((c - 33) | (126 - c)) >> 31;
+            escaped += ((c - FIRST_URI_CHARACTER) | (LAST_URI_CHARACTER - c)) >> 31;
             longer += isAbove(c, 0x7F) + isAbove(c, 0x7FF) + isAbove(c, 0xFFFF);
         }
         length += 2 * std::size_t{escaped} + 3 * std::size_t{longer};
@@ -103,10 +103,10 @@ String uriForm(std::u32string_view text) {
     String result(uriLength(text) + 1, Char());
     Char* out = result.data();
     for (char32_t const c : text) {
-        if (isUriCharacter(c)) {
+        if (within(c, FIRST_URI_CHARACTER, LAST_URI_CHARACTER)) {
             *out++ = static_cast<Char>(c);
         } else {
-            encodeUtf8(c, [&out](unsigned char byte) {
+            text::encodeUtf8(c, [&out](unsigned char byte) {
                 std::memcpy(out, escapes<Char>[byte].data(), sizeof escapes<Char>[byte]);
                 out += 3;
             });
@@ -123,7 +123,7 @@ std::u32string toUriForm(std::u32string_view text) {
 }
 
 std::u16string toUriFormUtf16(std::u32string_view text) {
-    return isUriForm(text) ? toUtf16(text) : uriForm<std::u16string>(text);
+    return isUriForm(text) ? text::toUtf16(text) : uriForm<std::u16string>(text);
 }
 
 std::u32string protectPercentEscapes(std::u32string text) {

@@ -7,8 +7,8 @@
 
 #include "iri/grammar/PercentDecoder.hpp"
 
-#include "iri/encoding/PercentEncoding.hpp"
-#include "iri/encoding/Transcoding.hpp"
+#include "text/CodePoints.hpp"
+#include "text/Escapes.hpp"
 
 #include <boost/spirit/include/qi.hpp>
 
@@ -29,7 +29,7 @@ void appendRun(std::u32string& out, At first, At end) {
 }
 void appendRun(std::string& out, At first, At end) {
     for (; first != end; ++first) {
-        encoding::encodeUtf8(*first, [&out](unsigned char byte) { out.push_back(static_cast<char>(byte)); });
+        text::encodeUtf8(*first, [&out](unsigned char byte) { out.push_back(static_cast<char>(byte)); });
     }
 }
 
@@ -65,7 +65,7 @@ struct EscapeOrPercent : qi::primitive_parser<EscapeOrPercent> {
         if (first == last || *first != U'%') {
             return false;
         }
-        int const byte = encoding::escapedByte({first, static_cast<std::size_t>(last - first)}, 0);
+        int const byte = text::escapedByte({first, static_cast<std::size_t>(last - first)}, 0);
         if (byte >= 0 && !excluded[static_cast<std::size_t>(byte)]) {
             out.push_back(static_cast<Char>(byte));
             first += 3;

@@ -25,7 +25,9 @@ namespace foundation::network::iri::detail {
 template <class String>
 bool portStringToNumeric(String const& text, unsigned short& value) {
     auto const number = grammar::readPort(text);
-    value = number.value_or(value);
+    if (number) {
+        value = *number;
+    }
     return number.has_value();
 }
 

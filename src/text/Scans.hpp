@@ -1,0 +1,155 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+/// Questions about whole texts, each answered in one look.
+///
+/// How they are quick: a test of one place gives a number whose sign bit says yes, and a loop gathers these
+/// numbers. It has no way out before its end, so the compiler makes vector code of it. Nearly all texts are
+/// short, and hold nothing that is looked for; a loop that could stop early would be several times slower.
+namespace foundation::network::text {
+
+/// A number with its sign bit set exactly where the two are the same.
+[[nodiscard]] constexpr std::uint32_t signOfSame(char32_t left, char32_t right) {
+    std::uint32_t const difference = left ^ right;
+    return ~difference & (difference - 1);
+}
+/// The same for two pairs that must both be the same.
+[[nodiscard]] constexpr std::uint32_t signOfSame(char32_t left, char32_t right, char32_t left2,
+                                                 char32_t right2) {
+    std::uint32_t const difference = (left ^ right) | (left2 ^ right2);
+    return ~difference & (difference - 1);
+}
+/// A number with its sign bit set exactly where `c` lies above `limit`, which is below U+80000000.
+[[nodiscard]] constexpr std::uint32_t signOfAbove(char32_t c, char32_t limit) {
+    return (limit - c) | c;
+}
+
+/// Whether the sign bit of `test(i)` is set for one of the places from 0 to `count`. The loop runs over whole
+/// registers of four; the last of them is filled up with places that were looked at before.
+template <class Test>
+[[nodiscard]] constexpr bool isAnySigned(std::size_t count, Test test) {
+    constexpr std::size_t lanes = 4;
+    std::uint32_t signs = 0;
+    if (count < lanes) {
+        for (std::size_t i = 0; i != count; ++i) {
+            signs |= test(i);
+        }
+    } else {
+        for (std::size_t i = 0; i != count / lanes * lanes; ++i) {
+            signs |= test(i);
+        }
+        for (std::size_t i = count - lanes; i != count; ++i) {
+            signs |= test(i);
+        }
+    }
+    return signs >> 31 != 0;
+}
+
+[[nodiscard]] constexpr bool contains(std::u32string_view text, char32_t wanted) {
+    return isAnySigned(text.size(), [text, wanted](std::size_t i) { return signOfSame(text[i], wanted); });
+}
+
+/// Whether `wanted` or something above `limit` is in `text`.
+[[nodiscard]] constexpr bool containsOrAbove(std::u32string_view text, char32_t wanted, char32_t limit) {
+    return isAnySigned(text.size(), [text, wanted, limit](std::size_t i) {
+        return signOfSame(text[i], wanted) | signOfAbove(text[i], limit);
+    });
+}
+
+/// Whether `first` stands right before `second` somewhere in `text`.
+[[nodiscard]] constexpr bool containsPair(std::u32string_view text, char32_t first, char32_t second) {
+    return !text.empty() && isAnySigned(text.size() - 1, [text, first, second](std::size_t i) {
+        return signOfSame(text[i], first, text[i + 1], second);
+    });
+}
+
+/// Whether all of `text` lies from `first` to `last`, which are below U+80000000.
+[[nodiscard]] constexpr bool isAllWithin(std::u32string_view text, char32_t first, char32_t last) {
+    return !isAnySigned(text.size(), [text, first, last](std::size_t i) {
+        return (text[i] - first) | (last - text[i]) | text[i];
+    });
+}
+
+[[nodiscard]] constexpr bool isSurrogate(char32_t c) {
+    return (c & 0xFFFFF800) == 0xD800;
+}
+template <class Unit>
+[[nodiscard]] constexpr bool hasSurrogate(std::basic_string_view<Unit> text) {
+    return isAnySigned(text.size(),
+                       [text](std::size_t i) { return signOfSame(text[i] & 0xFFFFF800U, 0xD800); });
+}
+
+/// The bits of all elements of a text together: 0 for an empty one.
+template <class Unit>
+[[nodiscard]] constexpr Unit bitsOfAll(std::basic_string_view<Unit> text) {
+    Unit bits = 0;
+    for (Unit const unit : text) {
+        bits = static_cast<Unit>(bits | unit);
+    }
+    return bits;
+}
+
+/// Whether two texts have the same code points. Quicker than `==`, which compares one at a time.
+[[nodiscard]] inline bool isSame(std::u32string_view left, std::u32string_view right) {
+    return left.size() == right.size() &&
+           (left.empty() || std::memcmp(left.data(), right.data(), left.size() * sizeof(char32_t)) == 0);
+}
+
+/// How many leading code points two texts have in common.
+[[nodiscard]] inline std::size_t commonLength(std::u32string_view left, std::u32string_view right) {
+    constexpr std::size_t block = 4;
+    std::size_t const most = std::min(left.size(), right.size());
+    std::size_t length = 0;
+    while (most - length >= block && isSame({&left[length], block}, {&right[length], block})) {
+        length += block;
+    }
+    while (length != most && left[length] == right[length]) {
+        ++length;
+    }
+    return length;
+}
+
+/// Long texts are taken in strides: told by their bits, and copied as they are where nothing is to be done.
+inline constexpr std::size_t STRIDE = 16;
+
+/// The bits of all elements of a stride together, each at its own place in a machine word.
+template <class Unit>
+[[nodiscard]] std::uint64_t bitsOfStride(Unit const* stride) {
+    std::array<std::uint64_t, STRIDE * sizeof(Unit) / sizeof(std::uint64_t)> words;
+    std::memcpy(words.data(), stride, sizeof words);
+    std::uint64_t bits = 0;
+    for (std::uint64_t const word : words) {
+        bits |= word;
+    }
+    return bits;
+}
+
+/// Whether each element of a stride has one unit in UTF-16 and in UTF-32. The bits of all together nearly
+/// always tell; where one of them might be a surrogate or lie above U+FFFF, each is looked at.
+[[nodiscard]] inline bool isPlainStride(char16_t const* stride) {
+    return (bitsOfStride(stride) & 0x8000800080008000) == 0 ||
+           std::none_of(stride, stride + STRIDE, isSurrogate);
+}
+[[nodiscard]] inline bool isPlainStride(char32_t const* stride) {
+    return (bitsOfStride(stride) & 0xFFFF8000FFFF8000) == 0 ||
+           std::none_of(stride, stride + STRIDE, [](char32_t c) { return c > 0xFFFF || isSurrogate(c); });
+}
+/// Whether a stride of UTF-8 is ASCII.
+[[nodiscard]] inline bool isAsciiStride(char const* stride) {
+    return (bitsOfStride(stride) & 0x8080808080808080) == 0;
+}
+
+template <class In, class Out>
+void copyStride(In const* from, Out* to) {
+    for (std::size_t i = 0; i != STRIDE; ++i) {
+        to[i] = static_cast<Out>(from[i]);
+    }
+}
+
+} // namespace foundation::network::text
