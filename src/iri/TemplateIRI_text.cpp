@@ -31,9 +31,16 @@ constexpr bool isStrict(Encoding encoding) {
         std::runtime_error("Item not set: " + std::string(encoding::rulesOf(part).name)));
 }
 
-std::u32string strictly(Part part, std::u32string_view text) {
+// The strict form of a component's text; where that is another text, `own` holds it.
+std::u32string_view strictly(Part part, std::u32string_view text, std::u32string& own) {
     bool const brackets = encoding::rulesOf(part).strictBrackets == encoding::StrictBrackets::escaped;
-    return encoding::escapeStrayPercent(text, brackets);
+    bool const mayChange = text::contains(text, U'%') ||
+                           (brackets && (text::contains(text, U'[') || text::contains(text, U']')));
+    if (!mayChange) {
+        return text;
+    }
+    own = encoding::escapeStrayPercent(text, brackets);
+    return own;
 }
 
 /// The components of a value in one encoding, put together.
@@ -46,8 +53,7 @@ public:
             if (stored.components.has(part)) {
                 texts[i] = stored.inForm(part, formOf(encoding), own[i]);
                 if (isStrict(encoding)) {
-                    own[i] = strictly(part, texts[i]);
-                    texts[i] = own[i];
+                    texts[i] = strictly(part, texts[i], own[i]);
                 }
             }
         }
@@ -96,6 +102,9 @@ public:
         }
         return out;
     }
+    [[nodiscard]] std::u16string wholeInUtf16() const {
+        return areAsGiven() ? text::toUtf16(stored.text) : text::toUtf16(whole());
+    }
 
 private:
     std::u32string_view operator[](Part part) const { return texts[static_cast<std::size_t>(part)]; }
@@ -107,9 +116,12 @@ private:
 
 std::u16string getConverted(StoredText const& stored, Part part, Encoding encoding) {
     std::u32string own;
-    std::u32string_view const text = stored.inForm(part, formOf(encoding), own);
-    return isStrict(encoding) && encoding::rulesOf(part).strictGetter ? text::toUtf16(strictly(part, text))
-                                                                      : text::toUtf16(text);
+    std::u32string strict;
+    std::u32string_view text = stored.inForm(part, formOf(encoding), own);
+    if (isStrict(encoding) && encoding::rulesOf(part).strictGetter) {
+        text = strictly(part, text, strict);
+    }
+    return text::toUtf16(text);
 }
 
 // Nearly every call asks for a component that was parsed, in an encoding that is made in UTF-16 at once.
@@ -210,13 +222,13 @@ std::u32string const& Value::kept(Form form) const {
 }
 
 std::u16string Value::toString(bool strict) const {
-    return strict ? text::toUtf16(InEncoding(stored, Encoding::IriStrict, Part::fragment).whole())
+    return strict ? InEncoding(stored, Encoding::IriStrict, Part::fragment).wholeInUtf16()
                   : text::toUtf16(kept(Form::iri));
 }
 
 std::u16string Value::toAsciiString(bool strict) const {
     if (strict) {
-        return text::toUtf16(InEncoding(stored, Encoding::UriStrict, Part::fragment).whole());
+        return InEncoding(stored, Encoding::UriStrict, Part::fragment).wholeInUtf16();
     }
     // The delimiters are in ASCII, so the whole is made like a component; only a scheme that is not stays as
     // it is.

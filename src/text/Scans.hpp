@@ -16,14 +16,12 @@ namespace foundation::network::text {
 
 /// A number with its sign bit set exactly where the two are the same.
 [[nodiscard]] constexpr std::uint32_t signOfSame(char32_t left, char32_t right) {
-    std::uint32_t const difference = left ^ right;
-    return ~difference & (difference - 1);
+    return left == right ? ~std::uint32_t{0} : 0;
 }
 /// The same for two pairs that must both be the same.
 [[nodiscard]] constexpr std::uint32_t signOfSame(char32_t left, char32_t right, char32_t left2,
                                                  char32_t right2) {
-    std::uint32_t const difference = (left ^ right) | (left2 ^ right2);
-    return ~difference & (difference - 1);
+    return signOfSame(left, right) & signOfSame(left2, right2);
 }
 /// A number with its sign bit set exactly where `c` lies above `limit`, which is below U+80000000.
 [[nodiscard]] constexpr std::uint32_t signOfAbove(char32_t c, char32_t limit) {
