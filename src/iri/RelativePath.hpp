@@ -6,8 +6,16 @@
 
 /// Algorithms on the text of a path that know nothing of the value around it. All are linear.
 ///
-/// Some work on components, cut by `splitPath`. A path that holds "//" is not cut: its empty segments would
-/// be lost. Such paths go by RFC 3986, section 5.2.4, as whole texts.
+/// RFC 3986, section 5.2.4 ("remove dot segments"), is done in two ways, since they differ where segments are
+/// empty, and both answers are promised:
+///
+/// | The path                                    | Way                                                     |
+/// |---------------------------------------------|---------------------------------------------------------|
+/// | has no empty segments                       | by segments that `splitPath` cuts; one that is left     |
+/// |                                             | without its "/" in front gets it back                   |
+/// | holds "//", so that it cannot be cut        | on the text, to the letter of the RFC                   |
+/// | an absolute base without dot segments, and  | on the text: both give the same there, and the text is  |
+/// | a reference that does not begin with "/"    | quicker                                                 |
 namespace foundation::network::iri {
 
 /// A component of a path: what stands behind a "/", or at the start of a path without one. The name is a view

@@ -138,4 +138,26 @@ private:
     }
 };
 
+// The example above, and what is told by places that are equal.
+namespace example {
+
+constexpr Components all = {4, 10, 11, 14, 16, 18, 20}; // http://jo@h:80/p?q#f
+static_assert(all.hasScheme() && all.hasUserInfo() && all.hasHost() && all.hasPort());
+static_assert(all.slice(Part::userInfo).begin == 7 && all.slice(Part::userInfo).length == 2);
+static_assert(all.slice(Part::host).begin == 10 && all.slice(Part::host).length == 1);
+static_assert(all.portSlice().begin == 12 && all.portSlice().length == 2);
+static_assert(all.slice(Part::path).begin == 14 && all.slice(Part::path).length == 2);
+static_assert(all.slice(Part::query).begin == 17 && all.slice(Part::query).length == 1);
+static_assert(all.slice(Part::fragment).begin == 19 && all.slice(Part::fragment).length == 1);
+
+constexpr Components noHost = {1, 2, 2, 2, 4, 4, 4};     // x:/p
+constexpr Components emptyHost = {1, 4, 4, 4, 6, 6, 6};  // x:///p
+constexpr Components emptyQuery = {1, 2, 2, 2, 4, 5, 5}; // x:/p?
+static_assert(!noHost.hasHost() && !noHost.hasQuery() && !noHost.hasFragment());
+static_assert(emptyHost.hasHost() && !emptyHost.hasUserInfo() && emptyHost.slice(Part::host).length == 0);
+static_assert(emptyQuery.hasQuery() && emptyQuery.slice(Part::query).length == 0);
+static_assert(!Components().hasHost() && !Components().hasScheme());
+
+} // namespace example
+
 } // namespace foundation::network::iri::detail

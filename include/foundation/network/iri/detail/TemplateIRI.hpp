@@ -22,8 +22,8 @@ public:
     CachedHash() noexcept = default;
     CachedHash(CachedHash const& other) noexcept { *this = other; }
     CachedHash& operator=(CachedHash const& other) noexcept {
-        bool const known = other.isReady();
-        number.store(known ? other.get() : 0, std::memory_order_relaxed);
+        bool const known = other.isReady(); // first: then the number is there, or is not looked at
+        number.store(other.get(), std::memory_order_relaxed);
         ready.store(known, std::memory_order_relaxed);
         return *this;
     }
