@@ -4,9 +4,8 @@
 
 #include <foundation/core/except/InternalException.hpp>
 
+#include "iri/ReadText.hpp"
 #include "iri/encoding/Conversions.hpp"
-#include "iri/grammar/IriGrammar.hpp"
-#include "text/Transcoding.hpp"
 
 #include <type_traits>
 #include <utility>
@@ -29,11 +28,21 @@ std::u32string_view StoredText::converted(Part part, Form form, std::u32string& 
     return own;
 }
 
+namespace {
+
+[[noreturn]] void refuse(ReadOutcome const& outcome, std::u16string_view source) {
+    if (outcome.notText != text::NO_FAULT) {
+        text::throwNotUtf16(text::misplacedUnit(source, outcome.notText));
+    }
+    throw makeInternalException(std::logic_error("IRI parsing failed"));
+}
+
+} // namespace
+
 Value::TemplateIRI(std::u16string const& source) {
-    stored.text = text::toUtf32(source);
-    stored.parsed = true;
-    if (!grammar::matchIriReference(stored.text, stored.components)) {
-        throw makeInternalException(std::logic_error("IRI parsing failed"));
+    ReadOutcome const outcome = readText(std::u16string_view(source), stored);
+    if (!outcome.taken) {
+        refuse(outcome, source);
     }
 }
 

@@ -7,6 +7,8 @@
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include "iri/ValueAccess.hpp"
+#include "iri/ValueReader.hpp"
 #include "iri/encoding/Conversions.hpp"
 #include "iri/encoding/PartRules.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
@@ -102,8 +104,9 @@ public:
         }
         return out;
     }
-    [[nodiscard]] std::u16string wholeInUtf16() const {
-        return areAsGiven() ? text::toUtf16(stored.text) : text::toUtf16(whole());
+    template <class String>
+    [[nodiscard]] String wholeAs() const {
+        return areAsGiven() ? text::to<String>(stored.text) : text::to<String>(whole());
     }
 
 private:
@@ -114,93 +117,140 @@ private:
     std::array<std::u32string_view, 5> texts; // of `own` or of the stored text
 };
 
-std::u16string getConverted(StoredText const& stored, Part part, Encoding encoding) {
+} // namespace
+
+template <class String>
+ValueReader<String>::ValueReader(Value const& of) : value(of), stored(ValueAccess::stored(of)) {}
+
+template <class String>
+String ValueReader<String>::scheme() const {
+    if (!stored.components.hasScheme()) {
+        throw makeInternalException(std::runtime_error("No scheme"));
+    }
+    return text::to<String>(stored.scheme());
+}
+
+template <class String>
+String ValueReader<String>::port() const {
+    if (!stored.components.hasPort()) {
+        throw makeInternalException(std::runtime_error("No port"));
+    }
+    return text::to<String>(stored.port());
+}
+
+template <class String>
+String ValueReader<String>::component(Part part, Encoding encoding) const {
+    Components const& components = stored.components;
+    if (!components.has(part)) {
+        throwNotSet(part);
+    }
+    // Nearly every call asks for a component that was parsed, in an encoding that is made in one pass.
+    if (components.form(part) == Form::iri) {
+        std::u32string_view const iri = stored.given(part);
+        bool const decodes = part != Part::query || !components.queryIsFormEncoded;
+        if (encoding == Encoding::Raw && decodes) {
+            if (auto raw = encoding::rawTextFromIri<String>(iri)) {
+                return std::move(*raw);
+            }
+        } else if (encoding == Encoding::Iri) {
+            return text::to<String>(iri);
+        } else if (encoding == Encoding::Uri) {
+            return encoding::toUriText<String>(iri);
+        }
+    }
     std::u32string own;
     std::u32string strict;
     std::u32string_view text = stored.inForm(part, formOf(encoding), own);
     if (isStrict(encoding) && encoding::rulesOf(part).strictGetter) {
         text = strictly(part, text, strict);
     }
-    return text::toUtf16(text);
+    return text::to<String>(text);
 }
 
-// Nearly every call asks for a component that was parsed, in an encoding that is made in UTF-16 at once.
-template <Part part>
-std::u16string get(StoredText const& stored, Encoding encoding) {
-    if (!stored.components.has(part)) {
-        throwNotSet(part);
+template <class String>
+String ValueReader<String>::authority(Encoding encoding) const {
+    if (!stored.components.hasHost()) {
+        throw makeInternalException(std::runtime_error("Item not set: Host: Host (in getAuthority)"));
     }
-    if (stored.components.form(part) == Form::iri) {
-        std::u32string_view const iri = stored.given(part);
-        bool const decodes = part != Part::query || !stored.components.queryIsFormEncoded;
-        if (encoding == Encoding::Raw && decodes) {
-            if (auto raw = encoding::rawUtf16FromIri(iri)) {
-                return std::move(*raw);
-            }
-        } else if (encoding == Encoding::Iri) {
-            return text::toUtf16(iri);
-        } else if (encoding == Encoding::Uri) {
-            return encoding::toUriFormUtf16(iri);
-        }
-    }
-    return getConverted(stored, part, encoding);
+    std::u32string authority;
+    InEncoding(stored, encoding, Part::host).appendAuthority(authority);
+    return text::to<String>(authority);
 }
 
-} // namespace
+template <class String>
+String ValueReader<String>::schemeSpecificPart(Encoding encoding) const {
+    if (!stored.components.hasPath) {
+        throwNotSet(Part::path);
+    }
+    std::u32string schemeSpecificPart;
+    InEncoding(stored, encoding, Part::query).appendSchemeSpecificPart(schemeSpecificPart);
+    return text::to<String>(schemeSpecificPart);
+}
+
+template <class String>
+String ValueReader<String>::whole(bool strict) const {
+    return strict ? InEncoding(stored, Encoding::IriStrict, Part::fragment).template wholeAs<String>()
+                  : text::to<String>(ValueAccess::kept(value, Form::iri));
+}
+
+template <class String>
+String ValueReader<String>::wholeInAscii(bool strict) const {
+    if (strict) {
+        return InEncoding(stored, Encoding::UriStrict, Part::fragment).template wholeAs<String>();
+    }
+    // The delimiters are in ASCII, so the whole is made like a component; only a scheme that is not stays as
+    // it is.
+    std::u32string_view const iri = ValueAccess::kept(value, Form::iri);
+    std::u32string_view const scheme = stored.scheme();
+    if (encoding::isUriForm(scheme)) {
+        return encoding::toUriText<String>(iri);
+    }
+    return text::to<String>(scheme) + encoding::toUriText<String>(iri.substr(scheme.size()));
+}
+
+template class ValueReader<std::u16string>;
+template class ValueReader<std::string>;
+
+using Reader = ValueReader<std::u16string>;
 
 std::u16string Value::getScheme() const {
-    if (!hasScheme()) {
-        throw makeInternalException(std::runtime_error("No scheme"));
-    }
-    return text::toUtf16(stored.scheme());
+    return Reader(*this).scheme();
 }
-
 std::u16string Value::getPort() const {
-    if (!hasPort()) {
-        throw makeInternalException(std::runtime_error("No port"));
-    }
-    return text::toUtf16(stored.port());
+    return Reader(*this).port();
 }
-
 unsigned short Value::getPortNumber() const {
     if (!hasPort()) {
         throw makeInternalException(std::runtime_error("No port"));
     }
     return stored.components.port;
 }
-
 std::u16string Value::getUserInfo(Encoding const& encoding) const {
-    return get<Part::userInfo>(stored, encoding);
+    return Reader(*this).component(Part::userInfo, encoding);
 }
 std::u16string Value::getHost(Encoding const& encoding) const {
-    return get<Part::host>(stored, encoding);
+    return Reader(*this).component(Part::host, encoding);
 }
 std::u16string Value::getPath(Encoding const& encoding) const {
-    return get<Part::path>(stored, encoding);
+    return Reader(*this).component(Part::path, encoding);
 }
 std::u16string Value::getQuery(Encoding const& encoding) const {
-    return get<Part::query>(stored, encoding);
+    return Reader(*this).component(Part::query, encoding);
 }
 std::u16string Value::getFragment(Encoding const& encoding) const {
-    return get<Part::fragment>(stored, encoding);
+    return Reader(*this).component(Part::fragment, encoding);
 }
-
 std::u16string Value::getAuthority(Encoding const& encoding) const {
-    if (!hasHost()) {
-        throw makeInternalException(std::runtime_error("Item not set: Host: Host (in getAuthority)"));
-    }
-    std::u32string authority;
-    InEncoding(stored, encoding, Part::host).appendAuthority(authority);
-    return text::toUtf16(authority);
+    return Reader(*this).authority(encoding);
 }
-
 std::u16string Value::getSchemeSpecificPart(Encoding const& encoding) const {
-    if (!stored.components.hasPath) {
-        throwNotSet(Part::path);
-    }
-    std::u32string schemeSpecificPart;
-    InEncoding(stored, encoding, Part::query).appendSchemeSpecificPart(schemeSpecificPart);
-    return text::toUtf16(schemeSpecificPart);
+    return Reader(*this).schemeSpecificPart(encoding);
+}
+std::u16string Value::toString(bool strict) const {
+    return Reader(*this).whole(strict);
+}
+std::u16string Value::toAsciiString(bool strict) const {
+    return Reader(*this).wholeInAscii(strict);
 }
 
 // The whole in the Iri or the Raw form, which comparisons come back to.
@@ -219,25 +269,6 @@ std::u32string const& Value::kept(Form form) const {
         return stored.text;
     }
     return place.publish(components.whole());
-}
-
-std::u16string Value::toString(bool strict) const {
-    return strict ? InEncoding(stored, Encoding::IriStrict, Part::fragment).wholeInUtf16()
-                  : text::toUtf16(kept(Form::iri));
-}
-
-std::u16string Value::toAsciiString(bool strict) const {
-    if (strict) {
-        return InEncoding(stored, Encoding::UriStrict, Part::fragment).wholeInUtf16();
-    }
-    // The delimiters are in ASCII, so the whole is made like a component; only a scheme that is not stays as
-    // it is.
-    std::u32string_view const iri = kept(Form::iri);
-    std::u32string_view const scheme = stored.scheme();
-    if (encoding::isUriForm(scheme)) {
-        return encoding::toUriFormUtf16(iri);
-    }
-    return text::toUtf16(scheme) + encoding::toUriFormUtf16(iri.substr(scheme.size()));
 }
 
 } // namespace foundation::network::iri::detail

@@ -39,6 +39,8 @@ constexpr char16_t* put(char32_t codePoint, char16_t* out) {
     return out + 2;
 }
 
+constexpr char* put(char32_t codePoint, char* out);
+
 /// Throws "Invalid UTF-32 code point U+0x110000 encountered while trying to encode UTF-16 sequence".
 [[noreturn]] void throwInvalidCodePoint(char32_t codePoint);
 
@@ -67,6 +69,11 @@ constexpr void encodeUtf8(char32_t codePoint, Sink sink) {
     } else {
         throwInvalidCodePoint(codePoint);
     }
+}
+
+constexpr char* put(char32_t codePoint, char* out) {
+    encodeUtf8(codePoint, [&out](unsigned char byte) { *out++ = static_cast<char>(byte); });
+    return out;
 }
 
 /// The bytes of UTF-8 that a code point takes.

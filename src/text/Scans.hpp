@@ -128,19 +128,27 @@ template <class Unit>
     return bits;
 }
 
-/// Whether each element of a stride has one unit in UTF-16 and in UTF-32. The bits of all together nearly
-/// always tell; where one of them might be a surrogate or lie above U+FFFF, each is looked at.
-[[nodiscard]] inline bool isPlainStride(char16_t const* stride) {
-    return (bitsOfStride(stride) & 0x8000800080008000) == 0 ||
-           std::none_of(stride, stride + STRIDE, isSurrogate);
-}
-[[nodiscard]] inline bool isPlainStride(char32_t const* stride) {
-    return (bitsOfStride(stride) & 0xFFFF8000FFFF8000) == 0 ||
-           std::none_of(stride, stride + STRIDE, [](char32_t c) { return c > 0xFFFF || isSurrogate(c); });
-}
-/// Whether a stride of UTF-8 is ASCII.
-[[nodiscard]] inline bool isAsciiStride(char const* stride) {
-    return (bitsOfStride(stride) & 0x8080808080808080) == 0;
+/// Whether each element of a stride has one unit in its own form and in that of `Out`. The bits of all
+/// together nearly always tell; where one of them might be a surrogate or lie above U+FFFF, each is looked
+/// at.
+template <class Out, class In>
+[[nodiscard]] bool isPlainStride(In const* stride) {
+    constexpr std::uint64_t one = sizeof(In) == 1   ? 0x0101010101010101
+                                  : sizeof(In) == 2 ? 0x0001000100010001
+                                                    : 0x0000000100000001;
+    std::uint64_t const bits = bitsOfStride(stride);
+    if constexpr (sizeof(In) == 1) {
+        return (bits & one * 0x80) == 0;
+    } else {
+        constexpr std::uint64_t all = sizeof(In) == 2 ? 0xFFFF : 0xFFFFFFFF;
+        if constexpr (sizeof(Out) == 1) {
+            return (bits & one * (all - 0x7F)) == 0;
+        } else {
+            return (bits & one * (all - 0x7FFF)) == 0 ||
+                   std::none_of(stride, stride + STRIDE,
+                                [](char32_t c) { return c > 0xFFFF || isSurrogate(c); });
+        }
+    }
 }
 
 template <class In, class Out>

@@ -22,151 +22,189 @@ std::string hexadecimal(char32_t value) {
     return {digits.data(), static_cast<std::size_t>(length)};
 }
 
-// Whether each element has one unit in UTF-16 and in UTF-32. The bits of all together nearly always tell.
-template <class Unit>
-bool isPlain(std::basic_string_view<Unit> text) {
-    Unit const bits = bitsOfAll(text);
-    return bits < 0x8000 || (bits <= 0xFFFF && !hasSurrogate(text));
+// Reads the code point at `at`, and moves behind it; gives false, and stays, where the sequence is not
+// well-formed.
+bool read(char const*& at, char const* end, char32_t& codePoint) {
+    Utf8Sequence const sequence = decodeUtf8(static_cast<unsigned char>(*at), [at, end](unsigned i) {
+        return static_cast<std::size_t>(end - at) > i ? static_cast<unsigned char>(at[i]) : -1;
+    });
+    if (sequence.wellFormed) {
+        at += sequence.length;
+        codePoint = sequence.codePoint;
+    }
+    return sequence.wellFormed;
+}
+bool read(char16_t const*& at, char16_t const* end, char32_t& codePoint) {
+    codePoint = *at;
+    if (isSurrogate(codePoint)) {
+        if (!isLeadSurrogate(codePoint) || end - at < 2 || !isTrailSurrogate(at[1])) {
+            return false;
+        }
+        codePoint = fromSurrogates(codePoint, *++at);
+    }
+    ++at;
+    return true;
+}
+bool read(char32_t const*& at, char32_t const* /*end*/, char32_t& codePoint) {
+    codePoint = *at;
+    if (!isScalar(codePoint)) {
+        return false;
+    }
+    ++at;
+    return true;
 }
 
-// Elements that the converters below do not write one to one.
-bool isPlainStride(char const* stride) {
-    return isAsciiStride(stride);
+// How many units a text takes in another form; of one that is not well-formed, at least those of what stands
+// before the fault.
+template <class Out>
+std::size_t lengthIn(std::string_view utf8) {
+    std::size_t length = 0;
+    for (char const c : utf8) {
+        auto const byte = static_cast<unsigned char>(c);
+        length += (byte & 0xC0U) != 0x80 ? 1U : 0U;
+        length += sizeof(Out) == sizeof(char16_t) && byte >= 0xF0 ? 1U : 0U;
+    }
+    return length;
 }
-using text::isPlainStride;
+template <class Out>
+std::size_t lengthIn(std::u16string_view text) {
+    std::size_t length = 0;
+    for (char16_t const c : text) {
+        if constexpr (sizeof(Out) == 1) {
+            length += isSurrogate(c) ? 2 : utf8Length(c);
+        } else {
+            length += isTrailSurrogate(c) ? 0U : 1U;
+        }
+    }
+    return length;
+}
+template <class Out>
+std::size_t lengthIn(std::u32string_view text) {
+    std::size_t length = 0;
+    for (char32_t const c : text) {
+        if constexpr (sizeof(Out) == 1) {
+            length += utf8Length(c);
+        } else {
+            length += c > 0xFFFF ? 2U : 1U;
+        }
+    }
+    return length;
+}
 
-// Goes over a text in strides of one unit an element, and by `one` where they are not; ends early where that
-// gives false.
-template <class In, class Out, class One>
-Out* convert(std::basic_string_view<In> text, Out* out, One one) {
+// Whether each element has one unit in both forms. The bits of all together nearly always tell.
+template <class Out, class In>
+bool isOneToOne(std::basic_string_view<In> text) {
+    In const bits = bitsOfAll(text);
+    if constexpr (sizeof(In) == 1 || sizeof(Out) == 1) {
+        return (bits & ~In(0x7F)) == 0;
+    } else {
+        return bits < 0x8000 || (bits <= 0xFFFF && !hasSurrogate(text));
+    }
+}
+
+template <class Out, class In>
+std::basic_string<Out> copied(std::basic_string_view<In> text) {
+    return std::basic_string<Out>(text.begin(),
+                                  text.end()); // from a range, it is not filled with zeros first
+}
+
+template <class Out, class In>
+std::size_t transcodeOneByOne(std::basic_string_view<In> text, std::basic_string<Out>& out) {
+    std::basic_string<Out> result(lengthIn<Out>(text), Out());
     In const* at = text.data();
     In const* const end = at + text.size();
+    Out* to = result.data();
     while (at != end) {
         auto const left = static_cast<std::size_t>(end - at);
-        if (left >= STRIDE && isPlainStride(at)) {
-            copyStride(at, out);
+        if (left >= STRIDE && isPlainStride<Out>(at)) {
+            copyStride(at, to);
             at += STRIDE;
-            out += STRIDE;
+            to += STRIDE;
             continue;
         }
         for (In const* const stop = at + std::min(STRIDE, left); at < stop;) {
-            if (!one(at, end, out)) {
-                return out;
+            char32_t codePoint = 0;
+            if (!read(at, end, codePoint)) {
+                return static_cast<std::size_t>(at - text.data());
             }
+            to = put(codePoint, to);
         }
     }
-    return out;
+    out = std::move(result);
+    return NO_FAULT;
+}
+
+template <class In>
+std::size_t transcode(std::basic_string_view<In> text, std::u32string& out) {
+    if (isOneToOne<char32_t>(text)) {
+        out = copied<char32_t>(text);
+        return NO_FAULT;
+    }
+    return transcodeOneByOne(text, out);
+}
+
+[[noreturn]] void refuse(std::u16string_view text, std::size_t at) {
+    throwNotUtf16(misplacedUnit(text, at));
+}
+[[noreturn]] void refuse(std::string_view /*utf8*/, std::size_t /*at*/) {
+    throwNotUtf8();
+}
+[[noreturn]] void refuse(std::u32string_view text, std::size_t at) {
+    throwInvalidCodePoint(text[at]);
+}
+
+template <class Out, class In>
+std::basic_string<Out> transcoded(std::basic_string_view<In> text) {
+    if (isOneToOne<Out>(text)) {
+        return copied<Out>(text);
+    }
+    std::basic_string<Out> result;
+    std::size_t const fault = transcodeOneByOne(text, result);
+    if (fault != NO_FAULT) {
+        refuse(text, fault);
+    }
+    return result;
 }
 
 } // namespace
 
 std::size_t toUtf32(std::u16string_view text, std::u32string& out) {
-    if (isPlain(text)) {
-        out =
-            std::u32string(text.begin(), text.end()); // made from a range, it is not filled with zeros first
-        return NO_FAULT;
-    }
-    out.resize(text.size());
-    std::size_t fault = NO_FAULT;
-    auto const one = [&](char16_t const*& at, char16_t const* end, char32_t*& to) {
-        char32_t codePoint = *at;
-        if (isSurrogate(codePoint)) {
-            if (!isLeadSurrogate(codePoint) || end - at < 2 || !isTrailSurrogate(at[1])) {
-                fault = static_cast<std::size_t>(at - text.data());
-                return false;
-            }
-            codePoint = fromSurrogates(codePoint, *++at);
-        }
-        ++at;
-        to = put(codePoint, to);
-        return true;
-    };
-    out.resize(static_cast<std::size_t>(convert(text, out.data(), one) - out.data()));
-    return fault;
+    return transcode(text, out);
 }
-
 std::size_t toUtf32(std::string_view utf8, std::u32string& out) {
-    if (static_cast<unsigned char>(bitsOfAll(utf8)) < 0x80) {
-        out = std::u32string(utf8.begin(), utf8.end());
-        return NO_FAULT;
-    }
-    out.resize(utf8.size());
-    std::size_t fault = NO_FAULT;
-    auto const one = [&](char const*& at, char const* end, char32_t*& to) {
-        auto const byteAt = [&](unsigned i) {
-            return end - at > static_cast<std::ptrdiff_t>(i) ? static_cast<unsigned char>(at[i]) : -1;
-        };
-        Utf8Sequence const sequence = decodeUtf8(static_cast<unsigned char>(*at), byteAt);
-        if (!sequence.wellFormed) {
-            fault = static_cast<std::size_t>(at - utf8.data());
-            return false;
-        }
-        at += sequence.length;
-        to = put(sequence.codePoint, to);
-        return true;
-    };
-    out.resize(static_cast<std::size_t>(convert(utf8, out.data(), one) - out.data()));
-    return fault;
+    return transcode(utf8, out);
 }
 
 std::u32string toUtf32(std::u16string_view text) {
-    std::u32string result;
-    std::size_t const fault = toUtf32(text, result);
-    if (fault != NO_FAULT) {
-        throwNotUtf16(text, fault);
-    }
-    return result;
+    return transcoded<char32_t>(text);
 }
-
 std::u32string toUtf32(std::string_view utf8) {
-    std::u32string result;
-    if (toUtf32(utf8, result) != NO_FAULT) {
-        throwNotUtf8();
-    }
-    return result;
+    return transcoded<char32_t>(utf8);
 }
-
 std::u16string toUtf16(std::u32string_view text) {
-    if (isPlain(text)) {
-        return std::u16string(text.begin(), text.end());
-    }
-    auto const pairs = std::count_if(text.begin(), text.end(), [](char32_t c) { return c > 0xFFFF; });
-    std::u16string result(text.size() + static_cast<std::size_t>(pairs), u'\0');
-    convert(text, result.data(), [](char32_t const*& at, char32_t const* /*end*/, char16_t*& to) {
-        if (!isScalar(*at)) {
-            throwInvalidCodePoint(*at);
-        }
-        to = put(*at++, to);
-        return true;
-    });
-    return result;
+    return transcoded<char16_t>(text);
 }
-
+std::u16string toUtf16(std::string_view utf8) {
+    return transcoded<char16_t>(utf8);
+}
 std::string toUtf8(std::u32string_view text) {
-    if (bitsOfAll(text) < 0x80) {
-        return std::string(text.begin(), text.end());
-    }
-    std::size_t length = 0;
-    for (char32_t const c : text) {
-        length += utf8Length(c);
-    }
-    std::string result(length, '\0');
-    char* out = result.data();
-    for (char32_t const c : text) {
-        if (!isScalar(c)) {
-            throwInvalidCodePoint(c);
-        }
-        encodeUtf8(c, [&out](unsigned char byte) { *out++ = static_cast<char>(byte); });
-    }
-    return result;
+    return transcoded<char>(text);
+}
+std::string toUtf8(std::u16string_view text) {
+    return transcoded<char>(text);
 }
 
-void throwNotUtf16(std::u16string_view text, std::size_t at) {
-    std::size_t const behind = at + 1;
-    char16_t const next = behind < text.size() ? text[behind] : char16_t(0);
-    char16_t const unit = isLeadSurrogate(text[at]) ? next : text[at];
-    throw makeInternalException(std::out_of_range("Misplaced UTF-16 surrogate U+" + hexadecimal(unit) +
+void throwNotUtf16(char16_t misplacedUnit) {
+    throw makeInternalException(std::out_of_range("Misplaced UTF-16 surrogate U+" +
+                                                  hexadecimal(misplacedUnit) +
                                                   " encountered while trying to encode UTF-32 sequence"));
+}
+
+char16_t misplacedUnit(std::u16string_view text, std::size_t at) {
+    if (!isLeadSurrogate(text[at])) {
+        return text[at];
+    }
+    return at + 1 < text.size() ? text[at + 1] : char16_t(0);
 }
 
 void throwNotUtf8() {

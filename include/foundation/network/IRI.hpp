@@ -191,6 +191,7 @@ public:
 
 private:
     friend struct IRITextLess;
+    friend struct iri::detail::ValueAccess; // for the operations that stand beside the class
 
     /// Holds what `make` gives, made in place.
     template <class Make>

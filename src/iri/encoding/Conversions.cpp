@@ -146,7 +146,7 @@ std::optional<String> decodedAll(std::u32string_view text, std::size_t room) {
     for (std::size_t at = 0; at != text.size();) {
         std::u32string_view const stride = text.substr(at, text::STRIDE);
         if (stride.size() == text::STRIDE && !text::contains(stride, U'%') &&
-            text::isPlainStride(&text[at])) {
+            text::isPlainStride<typename String::value_type>(&text[at])) {
             text::copyStride(&text[at], out);
             at += text::STRIDE;
             out += text::STRIDE;
@@ -247,16 +247,23 @@ Converted uriFromIri(Part /*part*/, std::u32string_view text, PartContext const&
     return isUriForm(text) ? Converted() : Converted(toUriForm(text));
 }
 
-std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text) {
-    if (!text::containsOrAbove(text, U'%', 0xFFFF)) {
-        return std::u16string(text.begin(), text.end()); // most components; a parsed one has no surrogates
+template <class String>
+std::optional<String> rawTextFromIri(std::u32string_view text) {
+    using Char = typename String::value_type;
+    constexpr char32_t lastOfOneUnit = sizeof(Char) == 1 ? 0x7F : 0xFFFF;
+    if (!text::containsOrAbove(text, U'%', lastOfOneUnit)) {
+        return String(text.begin(), text.end()); // most components; a parsed one has no surrogates
     }
     if (!text::contains(text, U'%')) {
-        return text::toUtf16(text);
+        return text::to<String>(text);
     }
-    // An escape is longer than what it stands for; only what stands as itself can take two units.
-    return decodedAll<std::u16string>(text, text::bitsOfAll(text) > 0xFFFF ? 2 * text.size() : text.size());
+    // An escape is longer than what it stands for; what stands as itself can take more units than one.
+    constexpr std::size_t most = sizeof(Char) == 1 ? 4 : 2;
+    bool const oneUnitEach = text::bitsOfAll(text) <= lastOfOneUnit;
+    return decodedAll<String>(text, oneUnitEach ? text.size() : most * text.size());
 }
+template std::optional<std::u16string> rawTextFromIri(std::u32string_view text);
+template std::optional<std::string> rawTextFromIri(std::u32string_view text);
 
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,
                   PartContext const& context) {

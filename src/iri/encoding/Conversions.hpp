@@ -35,8 +35,9 @@ Converted uriFromIri(Part part, std::u32string_view text, PartContext const& con
 Converted convert(Part part, detail::Form from, detail::Form to, std::u32string_view text,
                   PartContext const& context);
 
-/// The Raw form, in UTF-16, of a text in the Iri form that is no form-encoded query, in one pass. Gives
-/// nothing where only `rawFromIri` can tell: where escapes are not all UTF-8.
-std::optional<std::u16string> rawUtf16FromIri(std::u32string_view text);
+/// The Raw form, in UTF-16 or UTF-8, of a text in the Iri form that is no form-encoded query, in one pass.
+/// Gives nothing where only `rawFromIri` can tell: where escapes are not all UTF-8.
+template <class String>
+std::optional<String> rawTextFromIri(std::u32string_view text);
 
 } // namespace foundation::network::iri::encoding

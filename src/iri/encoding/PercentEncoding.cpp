@@ -122,9 +122,12 @@ std::u32string toUriForm(std::u32string_view text) {
     return uriForm<std::u32string>(text);
 }
 
-std::u16string toUriFormUtf16(std::u32string_view text) {
-    return isUriForm(text) ? text::toUtf16(text) : uriForm<std::u16string>(text);
+template <class String>
+String toUriText(std::u32string_view text) {
+    return isUriForm(text) ? String(text.begin(), text.end()) : uriForm<String>(text);
 }
+template std::u16string toUriText(std::u32string_view text);
+template std::string toUriText(std::u32string_view text);
 
 std::u32string protectPercentEscapes(std::u32string text) {
     std::size_t at = text.find(U'%');

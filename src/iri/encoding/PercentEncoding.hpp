@@ -13,8 +13,9 @@ namespace foundation::network::iri::encoding {
 /// "Invalid UTF-32 code point U+..." for a value above U+10FFFF.
 [[nodiscard]] std::u32string toUriForm(std::u32string_view text);
 
-/// `toUriForm` in UTF-16.
-[[nodiscard]] std::u16string toUriFormUtf16(std::u32string_view text);
+/// `toUriForm` in UTF-16 or UTF-8.
+template <class String>
+[[nodiscard]] String toUriText(std::u32string_view text);
 
 /// Each "%" that two hexadecimal digits follow as "%25", so that a text that only looks like an escape
 /// survives the way back.

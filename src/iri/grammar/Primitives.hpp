@@ -7,6 +7,7 @@
 #include <boost/spirit/include/qi.hpp>
 
 #include "iri/grammar/CharacterClasses.hpp"
+#include "iri/grammar/Runs.hpp"
 
 namespace foundation::network::iri::grammar {
 
@@ -48,8 +49,6 @@ struct CodePointParser : qi::char_parser<CodePointParser<wanted>, char32_t, boos
     }
 };
 
-enum class Escapes { none, percent };
-
 /// The longest run of characters of the classes of `mask` and, with `Escapes::percent`, of `pct-encoded`; it
 /// may be empty, or, with `atLeast`, not.
 template <ClassMask mask, Escapes escapes = Escapes::none, int atLeast = 0>
@@ -60,7 +59,7 @@ struct RunParser : qi::primitive_parser<RunParser<mask, escapes, atLeast>> {
     };
     template <class It, class Context, class Skipper, class Attribute>
     bool parse(It& first, It const& last, Context&, Skipper const&, Attribute&) const {
-        It const end = scan(first, last);
+        It const end = endOfRun<mask, escapes>(first, last);
         if (atLeast > 0 && end == first) {
             return false;
         }
@@ -70,36 +69,6 @@ struct RunParser : qi::primitive_parser<RunParser<mask, escapes, atLeast>> {
     template <class Context>
     boost::spirit::info what(Context&) const {
         return boost::spirit::info("run");
-    }
-
-private:
-    template <class It>
-    static It scan(It at, It const last) {
-        for (;;) {
-            while (last - at >= 4 && areFourAscii<mask>(at[0], at[1], at[2], at[3])) {
-                at += 4;
-            }
-            for (int i = 0; i != 4; ++i) { // what is not ASCII mostly comes in rows, too
-                if (at == last || !step(at, last)) {
-                    return at;
-                }
-            }
-        }
-    }
-    // Moves behind one more character or escape, if there is one.
-    template <class It>
-    static bool step(It& at, It const last) {
-        if (is<mask>(*at)) {
-            ++at;
-            return true;
-        }
-        if constexpr (escapes == Escapes::percent) {
-            if (*at == U'%' && last - at >= 3 && is<XDIGIT>(at[1]) && is<XDIGIT>(at[2])) {
-                at += 3;
-                return true;
-            }
-        }
-        return false;
     }
 };
 

@@ -106,7 +106,7 @@ public:
     std::uint64_t hashValue() const;
 
 private:
-    friend struct ValueAccess; // for the operations that stand beside the class
+    friend struct ValueAccess;
 
     void forget() noexcept;
     std::u32string const& kept(Form form) const;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "iri/grammar/CharacterClasses.hpp"
+
+namespace foundation::network::iri::grammar {
+
+enum class Escapes { none, percent };
+
+/// The end of the longest run of characters of the classes of `mask` and, with `Escapes::percent`, of
+/// `pct-encoded`, from `at` up to `last`.
+template <ClassMask mask, Escapes escapes = Escapes::none>
+[[nodiscard]] inline char32_t const* endOfRun(char32_t const* at, char32_t const* const last) {
+    // Moves behind one more character or escape, if there is one.
+    auto const step = [&at, last] {
+        if (is<mask>(*at)) {
+            ++at;
+            return true;
+        }
+        if constexpr (escapes == Escapes::percent) {
+            if (*at == U'%' && last - at >= 3 && is<XDIGIT>(at[1]) && is<XDIGIT>(at[2])) {
+                at += 3;
+                return true;
+            }
+        }
+        return false;
+    };
+    for (;;) {
+        while (last - at >= 4 && areFourAscii<mask>(at[0], at[1], at[2], at[3])) {
+            at += 4;
+        }
+        for (int i = 0; i != 4; ++i) { // what is not ASCII mostly comes in rows, too
+            if (at == last || !step()) {
+                return at;
+            }
+        }
+    }
+}
+
+} // namespace foundation::network::iri::grammar
