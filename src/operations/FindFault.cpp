@@ -52,12 +52,16 @@ private:
         return static_cast<std::size_t>(character - text.data());
     }
 
+    static bool isBehindAuthority(char32_t c) { return c == U'/' || c == U'?' || c == U'#'; }
+
     // A text without a scheme that a reader would take for one with a scheme.
     [[nodiscard]] Fault inScheme() const {
-        std::size_t const colon = text.find_first_of(U":/?#");
-        if (colon == std::u32string_view::npos || text[colon] != U':') {
+        auto const stop = std::find_if(text.begin(), text.end(),
+                                       [](char32_t c) { return c == U':' || isBehindAuthority(c); });
+        if (stop == text.end() || *stop != U':') {
             return std::nullopt;
         }
+        auto const colon = static_cast<std::size_t>(stop - text.begin());
         if (colon == 0) {
             return at(0, IRIComponent::Scheme, ParseReason::EmptyScheme);
         }
@@ -67,8 +71,13 @@ private:
     }
 
     [[nodiscard]] Fault inAuthority() const {
+        if (matched.pathBegin == text.size() || isBehindAuthority(text[matched.pathBegin])) {
+            return matched.hasPort() ? inPort(matched.hostEnd + 1, matched.pathBegin) : std::nullopt;
+        }
         std::size_t const begin = matched.authorityBegin() + 2;
-        std::size_t const end = std::min(text.find_first_of(U"/?#", begin), text.size());
+        auto const end = static_cast<std::size_t>(
+            std::find_if(text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(), isBehindAuthority) -
+            text.begin());
         std::size_t host = begin;
         std::size_t const atSign = text.substr(begin, end - begin).find(U'@');
         if (atSign != std::u32string_view::npos) {

@@ -109,7 +109,9 @@ ParseResult::ParseResult(std::basic_string_view<Unit> text) : iri(std::in_place)
         }
     } else {
         fault = operations::findFault(stored);
-        fault.offset = unitsIn(text, stored.text, fault.offset);
+        if (text.size() != stored.text.size()) {
+            fault.offset = unitsIn(text, stored.text, fault.offset);
+        }
     }
     iri.reset();
 }

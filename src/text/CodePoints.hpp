@@ -78,7 +78,7 @@ constexpr char* put(char32_t codePoint, char* out) {
 
 /// The bytes of UTF-8 that a code point takes.
 [[nodiscard]] constexpr std::size_t utf8Length(char32_t codePoint) {
-    return codePoint < 0x80 ? 1 : codePoint < 0x800 ? 2 : codePoint < 0x10000 ? 3 : 4;
+    return 1U + (codePoint > 0x7F ? 1U : 0U) + (codePoint > 0x7FF ? 1U : 0U) + (codePoint > 0xFFFF ? 1U : 0U);
 }
 
 /// What stands at one place of a text in UTF-8.
@@ -93,28 +93,39 @@ struct Utf8Sequence {
 /// where there is none; it is asked in order, and no further than needed.
 template <class ByteAt>
 [[nodiscard]] constexpr Utf8Sequence decodeUtf8(unsigned lead, ByteAt byteAt) {
+    constexpr auto isContinuation = [](int byte) { return (byte & ~0x3F) == 0x80; };
+    constexpr auto bits = [](int byte) { return static_cast<char32_t>(byte) & 0x3F; };
     if (lead < 0x80) {
         return {lead, 1, true};
     }
     if (lead < 0xC2 || lead > 0xF4) { // a continuation byte, an overlong form, or above U+10FFFF
         return {};
     }
-    unsigned const length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    int const second = byteAt(1);
+    if (!isContinuation(second)) {
+        return {};
+    }
+    if (lead < 0xE0) {
+        return {(lead & 0x1F) << 6 | bits(second), 2, true};
+    }
     // The second byte's limits shut out overlong forms, surrogates and values above U+10FFFF (Unicode, table
     // 3-7).
-    int least = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    int most = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    char32_t codePoint = lead & (0x7FU >> length);
-    for (unsigned i = 1; i != length; ++i) {
-        int const byte = byteAt(i);
-        if (byte < least || byte > most) {
-            return {0, i, false};
-        }
-        codePoint = codePoint << 6 | (static_cast<char32_t>(byte) & 0x3F);
-        least = 0x80;
-        most = 0xBF;
+    if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
+        (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F)) {
+        return {};
     }
-    return {codePoint, length, true};
+    int const third = byteAt(2);
+    if (!isContinuation(third)) {
+        return {0, 2, false};
+    }
+    if (lead < 0xF0) {
+        return {(lead & 0x0F) << 12 | bits(second) << 6 | bits(third), 3, true};
+    }
+    int const fourth = byteAt(3);
+    if (!isContinuation(fourth)) {
+        return {0, 3, false};
+    }
+    return {(lead & 0x07) << 18 | bits(second) << 12 | bits(third) << 6 | bits(fourth), 4, true};
 }
 
 } // namespace foundation::network::text

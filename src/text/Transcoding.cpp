@@ -7,7 +7,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace foundation::network::text {
 
@@ -23,9 +26,28 @@ std::string hexadecimal(char32_t value) {
 }
 
 // Reads the code point at `at`, and moves behind it; gives false, and stays, where the sequence is not
-// well-formed.
-bool read(char const*& at, char const* end, char32_t& codePoint) {
-    Utf8Sequence const sequence = decodeUtf8(static_cast<unsigned char>(*at), [at, end](unsigned i) {
+// well-formed. Inlined, or else the places would live in memory.
+[[gnu::always_inline]] inline bool read(char const*& at, char const* end, char32_t& codePoint) {
+    if (static_cast<unsigned char>(*at) < 0x80) {
+        codePoint = static_cast<unsigned char>(*at++);
+        return true;
+    }
+    unsigned const lead = static_cast<unsigned char>(*at);
+    if (end - at >= 3) { // nearly all: two or three bytes, each test of all of them at once
+        unsigned const second = static_cast<unsigned char>(at[1]) ^ 0x80U;
+        unsigned const third = static_cast<unsigned char>(at[2]) ^ 0x80U;
+        if (lead - 0xC2U < 0xE0U - 0xC2U && second < 0x40) {
+            codePoint = (lead & 0x1F) << 6 | second;
+            at += 2;
+            return true;
+        }
+        codePoint = (lead & 0x0F) << 12 | second << 6 | third;
+        if (lead >> 4U == 0xE && (second | third) < 0x40 && codePoint > 0x7FF && !isSurrogate(codePoint)) {
+            at += 3;
+            return true;
+        }
+    }
+    Utf8Sequence const sequence = decodeUtf8(lead, [at, end](unsigned i) -> int {
         return static_cast<std::size_t>(end - at) > i ? static_cast<unsigned char>(at[i]) : -1;
     });
     if (sequence.wellFormed) {
@@ -34,7 +56,7 @@ bool read(char const*& at, char const* end, char32_t& codePoint) {
     }
     return sequence.wellFormed;
 }
-bool read(char16_t const*& at, char16_t const* end, char32_t& codePoint) {
+[[gnu::always_inline]] inline bool read(char16_t const*& at, char16_t const* end, char32_t& codePoint) {
     codePoint = *at;
     if (isSurrogate(codePoint)) {
         if (!isLeadSurrogate(codePoint) || end - at < 2 || !isTrailSurrogate(at[1])) {
@@ -45,7 +67,7 @@ bool read(char16_t const*& at, char16_t const* end, char32_t& codePoint) {
     ++at;
     return true;
 }
-bool read(char32_t const*& at, char32_t const* /*end*/, char32_t& codePoint) {
+[[gnu::always_inline]] inline bool read(char32_t const*& at, char32_t const* /*end*/, char32_t& codePoint) {
     codePoint = *at;
     if (!isScalar(codePoint)) {
         return false;
@@ -60,9 +82,11 @@ template <class Out>
 std::size_t lengthIn(std::string_view utf8) {
     std::size_t length = 0;
     for (char const c : utf8) {
-        auto const byte = static_cast<unsigned char>(c);
-        length += (byte & 0xC0U) != 0x80 ? 1U : 0U;
-        length += sizeof(Out) == sizeof(char16_t) && byte >= 0xF0 ? 1U : 0U;
+        auto const byte = static_cast<signed char>(c);
+        length += byte > -65 ? 1U : 0U; // no continuation byte
+        if constexpr (sizeof(Out) == sizeof(char16_t)) {
+            length += byte > -17 && byte < 0 ? 1U : 0U; // begins a sequence of four bytes
+        }
     }
     return length;
 }
@@ -108,27 +132,67 @@ std::basic_string<Out> copied(std::basic_string_view<In> text) {
                                   text.end()); // from a range, it is not filled with zeros first
 }
 
+// Copies elements from `at` on that have one unit in both forms, a machine word at a time, and moves behind
+// them. Up to a word more than those is written; where less than a word is left, nothing is done.
+template <class Out, class In>
+void copyPlain(In const*& at, In const* end, Out*& to) {
+    constexpr std::size_t perWord = sizeof(std::uint64_t) / sizeof(In);
+    // The bits that an element with one unit does not have; some that have are taken for others, and go the
+    // longer way.
+    constexpr std::uint64_t notPlain =
+        sizeof(In) == 1 || sizeof(Out) == 1 ? ~std::uint64_t{0x7F} : ~std::uint64_t{0x7FFF};
+    constexpr std::uint64_t ofOne = notPlain & (~std::uint64_t{0} >> (64 - 8 * sizeof(In)));
+    constexpr std::uint64_t ones = ~std::uint64_t{0} / (~std::uint64_t{0} >> (64 - 8 * sizeof(In)));
+    while (static_cast<std::size_t>(end - at) >= perWord) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, sizeof word);
+        for (std::size_t i = 0; i != perWord; ++i) {
+            to[i] = static_cast<Out>(at[i]);
+        }
+        std::uint64_t const found = word & ones * ofOne;
+        if (found != 0) {
+            int const zeros = std::endian::native == std::endian::little ? std::countr_zero(found)
+                                                                         : std::countl_zero(found);
+            auto const plain = static_cast<std::size_t>(zeros) / (8 * sizeof(In));
+            at += plain;
+            to += plain;
+            return;
+        }
+        at += perWord;
+        to += perWord;
+    }
+}
+
+// The way of a text that has elements with more units than one. It goes through a buffer: short texts then
+// need no look at their length first, and nothing is filled with zeros.
 template <class Out, class In>
 std::size_t transcodeOneByOne(std::basic_string_view<In> text, std::basic_string<Out>& out) {
-    std::basic_string<Out> result(lengthIn<Out>(text), Out());
+    constexpr std::size_t piece = 256;
+    constexpr std::size_t most = sizeof(Out) == 1 ? 4 : sizeof(Out) == 2 ? 2 : 1; // units of one element
+    Out buffer[piece * most + sizeof(std::uint64_t)];
+    std::basic_string<Out> result;
+    if (text.size() > piece) {
+        result.reserve(lengthIn<Out>(text));
+    }
     In const* at = text.data();
     In const* const end = at + text.size();
-    Out* to = result.data();
     while (at != end) {
-        auto const left = static_cast<std::size_t>(end - at);
-        if (left >= STRIDE && isPlainStride<Out>(at)) {
-            copyStride(at, to);
-            at += STRIDE;
-            to += STRIDE;
-            continue;
-        }
-        for (In const* const stop = at + std::min(STRIDE, left); at < stop;) {
+        In const* const stop = at + std::min(piece, static_cast<std::size_t>(end - at));
+        Out* to = buffer;
+        while (at < stop) {
+            copyPlain(at, stop, to);
             char32_t codePoint = 0;
-            if (!read(at, end, codePoint)) {
-                return static_cast<std::size_t>(at - text.data());
-            }
-            to = put(codePoint, to);
+            do { // what is not plain mostly comes in rows
+                if (at >= stop) {
+                    break;
+                }
+                if (!read(at, end, codePoint)) {
+                    return static_cast<std::size_t>(at - text.data());
+                }
+                to = put(codePoint, to);
+            } while (codePoint > 0x7F || static_cast<std::size_t>(stop - at) < sizeof(std::uint64_t));
         }
+        result.append(buffer, static_cast<std::size_t>(to - buffer));
     }
     out = std::move(result);
     return NO_FAULT;

@@ -1,6 +1,8 @@
 #pragma once
 
 /// Where and why a text is no IRI.
+///
+/// Stability: this header may still change while the library's first number is 0.
 
 #include <foundation/core/Export.hpp>
 
