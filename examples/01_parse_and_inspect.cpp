@@ -11,23 +11,24 @@
 //   whole     http://bücher.example:8080/a%20b/é?q=1
 
 #include <foundation/network/IRI.hpp>
-
-#include <boost/locale/encoding_utf.hpp>
+#include <foundation/network/Utf8.hpp>
 
 #include <iostream>
 
 int main() {
-    using boost::locale::conv::utf_to_utf; // text is UTF-16; a terminal wants UTF-8
     using foundation::network::Encoding;
     using foundation::network::IRI;
+    using foundation::network::iriFromUtf8;
+    using foundation::network::utf8;
 
-    IRI const iri(u"http://bücher.example:8080/a%20b/é?q=1");
-    std::cout << "scheme    " << utf_to_utf<char>(iri.getScheme()) << '\n'
-              << "host      " << utf_to_utf<char>(iri.getHost(Encoding::Raw)) << '\n'
+    IRI const iri = iriFromUtf8("http://bücher.example:8080/a%20b/é?q=1");
+    auto const text = utf8(iri); // the getters in UTF-8
+    std::cout << "scheme    " << text.getScheme() << '\n'
+              << "host      " << text.getHost(Encoding::Raw) << '\n'
               << "port      " << iri.getPortNumber() << '\n'
-              << "path      " << utf_to_utf<char>(iri.getPath(Encoding::Raw)) << '\n'
-              << "as text   " << utf_to_utf<char>(iri.getPath(Encoding::Iri)) << '\n'
-              << "in ASCII  " << utf_to_utf<char>(iri.getPath(Encoding::Uri)) << '\n'
+              << "path      " << text.getPath(Encoding::Raw) << '\n'
+              << "as text   " << text.getPath(Encoding::Iri) << '\n'
+              << "in ASCII  " << text.getPath(Encoding::Uri) << '\n'
               << "fragment? " << (iri.hasFragment() ? "yes" : "no") << '\n'
-              << "whole     " << utf_to_utf<char>(iri.toString(false)) << '\n';
+              << "whole     " << text << '\n';
 }

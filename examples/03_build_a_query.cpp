@@ -6,20 +6,19 @@
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
-
-#include <boost/locale/encoding_utf.hpp>
+#include <foundation/network/Utf8.hpp>
 
 #include <iostream>
+#include <string>
 
 int main() {
     using namespace foundation::network;
 
+    std::string const words = "a+b & c"; // as a form gives them, in UTF-8
     IRIArgs args;
-    args.setScheme(u"http").setHost(u"example.org").setPath(u"/sök");
-    args.appendQueryKeyValuePair(u"q", u"a+b & c", false, false);
+    args.setScheme(u"http").setHost(u"example.org").setPath(fromUtf8("/sök"));
+    args.appendQueryKeyValuePair(u"q", fromUtf8(words), false, false);
     args.appendQueryKeyValuePair(u"page", u"2", false, false);
     IRI const iri(args);
-    std::cout << iri << '\n'
-              << "The path reads " << boost::locale::conv::utf_to_utf<char>(iri.getPath(Encoding::Raw))
-              << " again\n";
+    std::cout << iri << '\n' << "The path reads " << utf8(iri).getPath(Encoding::Raw) << " again\n";
 }

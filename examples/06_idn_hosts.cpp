@@ -6,8 +6,7 @@
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IdnConverter.hpp>
-
-#include <boost/locale/encoding_utf.hpp>
+#include <foundation/network/Utf8.hpp>
 
 #include <iostream>
 
@@ -15,8 +14,8 @@ int main() {
     using namespace foundation::network;
 
     IdnConverter const idn; // dearer to make than to use: keep it where names are many
-    IRI const iri(u"http://bücher.example/a");
+    IRI const iri = iriFromUtf8("http://bücher.example/a");
     std::string const ascii = idn.toAscii(iri.getHost(Encoding::Raw));
     std::cout << iri << " is at " << ascii << '\n'
-              << "and that reads " << boost::locale::conv::utf_to_utf<char>(idn.toUnicode(ascii)) << '\n';
+              << "and that reads " << toUtf8(idn.toUnicode(ascii)) << '\n';
 }

@@ -7,16 +7,16 @@
 //     192.0.2.2/24
 
 #include <foundation/network/NetworkInterface.hpp>
-
-#include <boost/locale/encoding_utf.hpp>
+#include <foundation/network/Utf8.hpp>
 
 #include <iostream>
 
 int main() {
     using foundation::network::NetworkInterface;
+    using foundation::network::toUtf8;
 
     for (auto const& adapter : NetworkInterface::list()) {
-        std::cout << boost::locale::conv::utf_to_utf<char>(adapter.getFriendlyName()) << ' ';
+        std::cout << toUtf8(adapter.getFriendlyName()) << ' ';
         if (adapter.isLoopback()) {
             std::cout << "(loopback)\n";
         } else {

@@ -2,6 +2,7 @@
 //
 // Prints:
 //   not an IRI: IRI parsing failed
+//   and why: U+0020 cannot stand in a host, at offset 8
 //   no such part: Item not set: Query
 //   not an address: Can not create InetAddress from 5 elements. Vector must have 0, 4 or 16 elements.
 //   not decodable: Invalid UTF-8 sequence encountered while trying to encode UTF-32 character
@@ -9,6 +10,7 @@
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/InetAddress.hpp>
+#include <foundation/network/ParseResult.hpp>
 
 #include <iostream>
 #include <stdexcept>
@@ -20,6 +22,9 @@ int main() {
         IRI const iri(u"http://a b/");
     } catch (std::logic_error const& e) { // the text is at fault
         std::cout << "not an IRI: " << e.what() << '\n';
+    }
+    if (auto const result = tryParse("http://a b/"); !result) { // asked, and nothing thrown
+        std::cout << "and why: " << result.error() << '\n';
     }
     try {
         IRI(u"http://a/").getQuery(Encoding::Raw);

@@ -1,9 +1,9 @@
 #pragma once
 
-// What the two tools share: text between UTF-8 and UTF-16, columns, colours, JSON, the command line.
+// What the two tools share: text as a terminal shows it, columns, colours, JSON, the command line.
 
 #include <unicode/uchar.h>
-#include <unicode/unistr.h>
+#include <unicode/utf8.h>
 
 #include <algorithm>
 #include <csignal>
@@ -19,41 +19,90 @@
 
 namespace console {
 
-inline std::u16string toUtf16(std::string_view utf8) {
-    auto const text =
-        icu::UnicodeString::fromUTF8(icu::StringPiece(utf8.data(), static_cast<int>(utf8.size())));
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+/// The character at `at`, which moves behind it; U+FFFD for what is no UTF-8.
+inline UChar32 next(std::string_view utf8, std::size_t& at) {
+    UChar32 c = 0;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion" // ICU's macro narrows
+#pragma GCC diagnostic ignored "-Wsign-conversion"
+    U8_NEXT_OR_FFFD(utf8.data(), at, utf8.size(), c);
+#pragma GCC diagnostic pop
+    return c;
 }
 
-inline std::string toUtf8(std::u16string_view utf16) {
+/// A text with U+FFFD for the characters that `hidden` picks, and for what is no UTF-8.
+template <class Predicate>
+std::string without(std::string_view utf8, Predicate hidden) {
     std::string text;
-    return icu::UnicodeString(utf16.data(), static_cast<int32_t>(utf16.size())).toUTF8String(text);
+    text.reserve(utf8.size());
+    for (std::size_t at = 0; at < utf8.size();) {
+        std::size_t const begin = at;
+        UChar32 const c = next(utf8, at);
+        text += c == 0xFFFD || hidden(c) ? std::string_view("\uFFFD") : utf8.substr(begin, at - begin);
+    }
+    return text;
 }
 
-/// How many columns of a terminal a text takes: two for wide characters, none for marks and controls.
+/// A text as it may go to a terminal, without what could steer it: controls, and those of direction, the ones
+/// of RFC 3987, section 4.1, and the newer ones.
+inline std::string shown(std::string_view utf8) {
+    return without(utf8, [](UChar32 c) {
+        return u_charType(c) == U_CONTROL_CHAR || u_hasBinaryProperty(c, UCHAR_BIDI_CONTROL) != 0;
+    });
+}
+
+/// How many columns of a terminal a character takes: two if it is wide, none if it is a mark or a control.
+inline std::size_t columns(UChar32 c) {
+    auto const type = u_charType(c);
+    if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR ||
+        type == U_CONTROL_CHAR) {
+        return 0;
+    }
+    int const eastAsian = u_getIntPropertyValue(c, UCHAR_EAST_ASIAN_WIDTH);
+    return eastAsian == U_EA_WIDE || eastAsian == U_EA_FULLWIDTH ? 2 : 1;
+}
+
+/// How many columns a text takes.
 inline std::size_t columns(std::string_view utf8) {
-    auto const text =
-        icu::UnicodeString::fromUTF8(icu::StringPiece(utf8.data(), static_cast<int>(utf8.size())));
     std::size_t width = 0;
-    for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
-        UChar32 const c = text.char32At(i);
-        auto const type = u_charType(c);
-        if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR ||
-            type == U_CONTROL_CHAR) {
-            continue;
-        }
-        int const eastAsian = u_getIntPropertyValue(c, UCHAR_EAST_ASIAN_WIDTH);
-        width += eastAsian == U_EA_WIDE || eastAsian == U_EA_FULLWIDTH ? 2 : 1;
+    for (std::size_t at = 0; at < utf8.size();) {
+        width += columns(next(utf8, at));
     }
     return width;
 }
 
-/// A text as it may go to a terminal: what could steer it, and what is no UTF-8, becomes U+FFFD.
-inline std::string shown(std::string_view utf8) {
-    std::u16string text = toUtf16(utf8);
-    std::replace_if(
-        text.begin(), text.end(), [](char16_t c) { return u_charType(c) == U_CONTROL_CHAR; }, u'\uFFFD');
-    return toUtf8(text);
+/// A text as it may go to a terminal, and on the next line a caret under the character that begins at
+/// `place`, up to which the text is UTF-8. Of a text that is too long for a line, what stands about the
+/// place.
+inline std::string pointedAt(std::string_view utf8, std::size_t place) {
+    constexpr std::size_t inFront = 48;
+    constexpr std::size_t atAll = 76;
+    std::size_t begin = place;
+    for (std::size_t taken = 0; begin > 0 && taken < inFront;) {
+        do {
+            --begin;
+        } while (begin > 0 && U8_IS_TRAIL(utf8[begin]));
+        std::size_t at = begin;
+        taken += std::max<std::size_t>(columns(next(utf8, at)), 1); // a heap of marks has an end, too
+    }
+    std::string const front = (begin > 0 ? "\u2026" : "") + shown(utf8.substr(begin, place - begin));
+    std::size_t end = place;
+    for (std::size_t taken = columns(front); end < utf8.size() && taken < atAll;) {
+        taken += std::max<std::size_t>(columns(next(utf8, end)), 1);
+    }
+    std::string const rest = shown(utf8.substr(place, end - place)) + (end < utf8.size() ? "\u2026" : "");
+
+    std::size_t column = 0;
+    std::size_t last = 0; // where the last character that takes a column begins: marks stand on it
+    for (std::size_t at = 0; at < front.size();) {
+        if (std::size_t const width = columns(next(front, at)); width > 0) {
+            last = column;
+            column += width;
+        }
+    }
+    std::size_t first = 0;
+    bool const onTheLast = !rest.empty() && columns(next(rest, first)) == 0;
+    return "  " + front + rest + "\n  " + std::string(onTheLast ? last : column, ' ') + "^\n";
 }
 
 /// A text that `shown` gave, with spaces behind it up to a column.
@@ -82,6 +131,7 @@ public:
     Json& add(std::string_view name, std::string_view value) { return raw(name, quoted(value)); }
     Json& add(std::string_view name, char const* value) { return add(name, std::string_view(value)); }
     Json& add(std::string_view name, bool value) { return raw(name, value ? "true" : "false"); }
+    Json& add(std::string_view name, std::size_t value) { return raw(name, std::to_string(value)); }
     Json& add(std::string_view name, Json const& value) { return raw(name, value.text()); }
     Json& add(std::string_view name, std::vector<std::string> const& values) {
         std::string list;
@@ -101,7 +151,7 @@ private:
     // What is no UTF-8 becomes U+FFFD.
     static std::string quoted(std::string_view utf8) {
         std::string text = "\"";
-        for (char const c : toUtf8(toUtf16(utf8))) {
+        for (char const c : without(utf8, [](UChar32) { return false; })) {
             if (c == '"' || c == '\\') {
                 text += {'\\', c};
             } else if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
@@ -153,6 +203,8 @@ public:
         return true;
     }
     [[nodiscard]] std::string const& word() const { return current; }
+    /// Which word of the command line it is, the name of the program not counted.
+    [[nodiscard]] std::size_t place() const { return at; }
 
 private:
     std::vector<std::string> words;

@@ -3,6 +3,8 @@
 #include "console.hpp"
 
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/ParseResult.hpp>
+#include <foundation/network/Utf8.hpp>
 
 #include <algorithm>
 #include <array>
@@ -19,6 +21,12 @@ namespace {
 
 using foundation::network::Encoding;
 using foundation::network::IRI;
+using foundation::network::IRIComponent;
+using foundation::network::ParseFault;
+using foundation::network::ParseReason;
+using foundation::network::tryParse;
+using foundation::network::utf8;
+using foundation::network::Utf8View;
 
 constexpr char const* help = R"(Usage: iri_inspect [OPTION]... [IRI]...
 Take IRIs (RFC 3987) apart and show their components.
@@ -31,10 +39,11 @@ Take IRIs (RFC 3987) apart and show their components.
   -q, --quiet       print counts and refusals only
   -h, --help        show this help
 
-Without an IRI and a file, standard input is read. A line that is no IRI goes to
-standard error with its number and the reason; with --json it is an object with
-an "error". The exit status is 0 if every IRI was taken, 1 if one was refused,
-2 if the command line or a file was at fault. NO_COLOR switches colours off.
+Without an IRI and a file, standard input is read. What is no IRI goes to
+standard error with its line's number, the reason, and a caret under the place;
+with --json it is an object with an "error". The exit status is 0 if every IRI
+was taken, 1 if one was refused, 2 if the command line or a file was at fault.
+NO_COLOR switches colours off.
 
 Examples:
   iri_inspect 'http://jo@example.org:8080/a%20b?q=1#top'
@@ -44,13 +53,21 @@ Examples:
   iri_inspect --quiet --file links.txt
 )";
 
+struct Argument {
+    std::string text;
+    std::size_t place; // on the command line
+};
+
 struct Options {
     bool forms = false;
     bool json = false;
     bool quiet = false;
     std::optional<IRI> base;
     std::vector<std::string> files;
-    std::vector<std::string> iris;
+    std::vector<Argument> iris;
+
+    // Whether a refusal is an object of JSON, and nothing on standard error.
+    [[nodiscard]] bool objects() const { return json && !quiet; }
 };
 
 struct Counts {
@@ -63,6 +80,16 @@ constexpr std::array<std::pair<char const*, Encoding>, 5> encodings{{{"Raw", Enc
                                                                      {"IriStrict", Encoding::IriStrict},
                                                                      {"Uri", Encoding::Uri},
                                                                      {"UriStrict", Encoding::UriStrict}}};
+
+// The words of JSON, in the order of the enumerators.
+constexpr std::array componentWords{"text", "scheme", "userInfo", "host",
+                                    "port", "path",   "query",    "fragment"};
+static_assert(componentWords.size() == static_cast<std::size_t>(IRIComponent::Fragment) + 1);
+constexpr std::array reasonWords{"notUtf16",      "notUtf8",       "emptyScheme",  "notInScheme",
+                                 "notInUserInfo", "notInHost",     "notAnAddress", "emptyPort",
+                                 "notInPort",     "portTooLarge",  "notInPath",    "notInQuery",
+                                 "notInFragment", "escapeNotWhole"};
+static_assert(reasonWords.size() == static_cast<std::size_t>(ParseReason::EscapeNotWhole) + 1);
 
 struct Component {
     std::string name;
@@ -83,16 +110,16 @@ std::vector<FormText> encodedParts(IRI const& iri, Encoding encoding) {
             return;
         }
         try {
-            parts.push_back({name, console::toUtf8((iri.*getter)(encoding))});
+            parts.push_back({name, (utf8(iri).*getter)(encoding)});
         } catch (std::exception const& e) {
             parts.push_back({name, std::string("(") + e.what() + ")", true});
         }
     };
-    add(iri.hasUserInfo(), "userInfo", &IRI::getUserInfo);
-    add(iri.hasHost(), "host", &IRI::getHost);
-    add(true, "path", &IRI::getPath);
-    add(iri.hasQuery(), "query", &IRI::getQuery);
-    add(iri.hasFragment(), "fragment", &IRI::getFragment);
+    add(iri.hasUserInfo(), "userInfo", &Utf8View::getUserInfo);
+    add(iri.hasHost(), "host", &Utf8View::getHost);
+    add(true, "path", &Utf8View::getPath);
+    add(iri.hasQuery(), "query", &Utf8View::getQuery);
+    add(iri.hasFragment(), "fragment", &Utf8View::getFragment);
     return parts;
 }
 
@@ -101,8 +128,8 @@ std::vector<Component> resolved(IRI const& iri, IRI const& base) {
     std::vector<Component> result;
     try {
         IRI const target = iri.resolveAgainst(base);
-        result.push_back({"target", console::toUtf8(target.toString(false))});
-        result.push_back({"back", console::toUtf8(target.makeRelativeTo(base).toString(false))});
+        result.push_back({"target", utf8(target).toString(false)});
+        result.push_back({"back", utf8(target.makeRelativeTo(base)).toString(false)});
     } catch (std::exception const& e) {
         result.push_back({"error", e.what()});
     }
@@ -113,11 +140,11 @@ std::vector<Component> resolved(IRI const& iri, IRI const& base) {
 std::vector<Component> components(IRI const& iri) {
     std::vector<Component> parts;
     if (iri.hasScheme()) {
-        parts.push_back({"scheme", console::toUtf8(iri.getScheme())});
+        parts.push_back({"scheme", utf8(iri).getScheme()});
     }
     for (auto const& part : encodedParts(iri, Encoding::Iri)) {
         if (part.name == "path" && iri.hasPort()) {
-            parts.push_back({"port", console::toUtf8(iri.getPort())});
+            parts.push_back({"port", utf8(iri).getPort()});
         }
         parts.push_back({part.name, part.text});
     }
@@ -181,72 +208,115 @@ void printJson(IRI const& iri, std::string const& line, Options const& options) 
     std::cout << object.text() << '\n';
 }
 
-// `where` stands before the reason of a refusal: a file and a line, or the text itself.
-void inspect(std::string const& line, std::string const& where, Options const& options,
-             console::Style const& style, Counts& counts) {
-    try {
-        IRI const iri(console::toUtf16(line));
-        ++counts.taken;
-        if (options.quiet) {
-            return;
+void printRefusal(ParseFault const& fault, std::string const& line) {
+    console::Json object;
+    object.add("iri", line)
+        .add("error", fault.describe())
+        .add("offset", fault.offset)
+        .add("component", componentWords.at(static_cast<std::size_t>(fault.component)))
+        .add("reason", reasonWords.at(static_cast<std::size_t>(fault.reason)));
+    std::cout << object.text() << '\n';
+}
+
+// A refusal on standard error, in one write: what was refused stands in front.
+void tellRefusal(std::string const& where, ParseFault const& fault, std::string const& line) {
+    std::cerr << where + ": " + fault.describe() + '\n' + console::pointedAt(line, fault.offset);
+}
+
+// Shows an IRI, or says why it is none.
+std::optional<ParseFault> inspect(std::string const& line, Options const& options,
+                                  console::Style const& style) {
+    auto const iri = tryParse(line);
+    if (!iri) {
+        if (options.objects()) {
+            printRefusal(iri.error(), line);
         }
-        if (options.json) {
-            printJson(iri, line, options);
-        } else if (options.base) {
-            printTable(resolved(iri, *options.base), line, style);
-        } else if (options.forms) {
-            printForms(iri, line, style);
-        } else {
-            printTable(components(iri), line, style);
-        }
-    } catch (std::exception const& e) {
-        ++counts.refused;
-        if (options.json && !options.quiet) {
-            std::cout << console::Json().add("iri", line).add("error", e.what()).text() << '\n';
-        } else {
-            std::cerr << console::shown(where) << ": " << e.what() << '\n';
+        return iri.error();
+    }
+    if (options.quiet) {
+        return std::nullopt;
+    }
+    if (options.json) {
+        printJson(*iri, line, options);
+    } else if (options.base) {
+        printTable(resolved(*iri, *options.base), line, style);
+    } else if (options.forms) {
+        printForms(*iri, line, style);
+    } else {
+        printTable(components(*iri), line, style);
+    }
+    return std::nullopt;
+}
+
+// A line on a terminal that tells how far a long file is, where it does not get between the lines of a table.
+class Progress {
+public:
+    Progress(std::string file, bool quiet)
+        : name(std::move(file)),
+          enabled(isatty(STDERR_FILENO) != 0 && (quiet || isatty(STDOUT_FILENO) == 0)) {}
+
+    void tell(std::size_t lines) {
+        if (enabled && Clock::now() >= next) {
+            std::cerr << "\r" + name + ": " + std::to_string(lines) + " lines" << std::flush;
+            next = Clock::now() + pause;
+            visible = true;
         }
     }
-}
+    void clear() {
+        if (visible) {
+            std::cerr << "\r\x1b[K" << std::flush;
+            visible = false;
+        }
+    }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds pause{100};
+
+    std::string name;
+    bool enabled;
+    bool visible = false;
+    Clock::time_point next = Clock::now() + pause;
+};
 
 bool inspectFile(std::string const& name, Options const& options, console::Style const& style,
                  Counts& counts) {
-    using Clock = std::chrono::steady_clock;
     std::ifstream file;
     bool const standardInput = name == "-";
+    std::string const shown = standardInput ? "standard input" : console::shown(name);
     if (!standardInput) {
         file.open(name);
-        if (!file) {
-            std::cerr << "iri_inspect: cannot read " << name << '\n';
-            return false;
-        }
     }
     std::istream& input = standardInput ? std::cin : file;
-    std::string const shown = standardInput ? "standard input" : name;
-    // Progress only where it does not get between the lines of a table.
-    bool const progress = isatty(STDERR_FILENO) != 0 && (options.quiet || isatty(STDOUT_FILENO) == 0);
+    Progress progress(shown, options.quiet);
     Counts here;
-    auto const begin = Clock::now();
-    auto nextReport = begin + std::chrono::milliseconds(500);
+    auto const begin = std::chrono::steady_clock::now();
     std::string line;
     for (std::size_t number = 1; std::getline(input, line); ++number) {
-        inspect(line, shown + ":" + std::to_string(number), options, style, here);
-        if (progress && number % 1024 == 0 && Clock::now() > nextReport) {
-            std::cerr << '\r' << shown << ": " << number << " lines" << std::flush;
-            nextReport += std::chrono::milliseconds(500);
+        if (auto const fault = inspect(line, options, style)) {
+            ++here.refused;
+            if (!options.objects()) {
+                progress.clear();
+                tellRefusal(shown + ":" + std::to_string(number), *fault, line);
+            }
+        } else {
+            ++here.taken;
         }
+        progress.tell(number);
     }
-    std::chrono::duration<double> const seconds = Clock::now() - begin;
-    if (progress) {
-        std::cerr << "\r\x1b[K";
+    std::chrono::duration<double> const seconds = std::chrono::steady_clock::now() - begin;
+    progress.clear();
+    counts.taken += here.taken;
+    counts.refused += here.refused;
+    if (input.bad() || !(standardInput || file.is_open())) { // a folder can be opened, and not read
+        std::cerr << "iri_inspect: cannot read " << shown << '\n';
+        return false;
     }
     if (options.quiet) {
         auto const all = static_cast<double>(here.taken + here.refused);
         std::cout << shown << ": " << here.taken << " taken, " << here.refused << " refused, "
                   << static_cast<long>(all / std::max(seconds.count(), 1e-9)) << " a second" << std::endl;
     }
-    counts.taken += here.taken;
-    counts.refused += here.refused;
     return true;
 }
 
@@ -265,12 +335,12 @@ int readOptions(console::Words words, Options& options) {
         } else if (words.is("-q") || words.is("--quiet")) {
             options.quiet = true;
         } else if (words.is("--base", value)) {
-            try {
-                options.base.emplace(console::toUtf16(value));
-            } catch (std::exception const& e) {
-                std::cerr << "iri_inspect: --base " << console::shown(value) << ": " << e.what() << '\n';
+            auto base = tryParse(value);
+            if (!base) {
+                tellRefusal("iri_inspect: --base", base.error(), value);
                 return 2;
             }
+            options.base = *std::move(base);
         } else if (words.is("-f", value) || words.is("--file", value)) {
             options.files.push_back(value);
         } else if (words.isOption()) {
@@ -278,7 +348,7 @@ int readOptions(console::Words words, Options& options) {
                       << "\nTry iri_inspect --help\n";
             return 2;
         } else {
-            options.iris.push_back(words.word());
+            options.iris.push_back({words.word(), words.place()});
         }
     }
     if (options.iris.empty() && options.files.empty()) {
@@ -299,7 +369,14 @@ int main(int argc, char** argv) {
     Counts counts;
     bool readable = true;
     for (auto const& iri : options.iris) {
-        inspect(iri, iri, options, style, counts);
+        if (auto const fault = inspect(iri.text, options, style)) {
+            ++counts.refused;
+            if (!options.objects()) {
+                tellRefusal("argument " + std::to_string(iri.place), *fault, iri.text);
+            }
+        } else {
+            ++counts.taken;
+        }
     }
     for (auto const& file : options.files) {
         readable = inspectFile(file, options, style, counts) && readable;

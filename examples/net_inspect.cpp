@@ -6,6 +6,7 @@
 #include <foundation/network/IdnConverter.hpp>
 #include <foundation/network/InetAddress.hpp>
 #include <foundation/network/NetworkInterface.hpp>
+#include <foundation/network/Utf8.hpp>
 
 #include <exception>
 #include <functional>
@@ -53,7 +54,7 @@ struct Field {
 using Fields = std::vector<Field>;
 
 std::string asciiName(std::string const& host) {
-    return idn_to_ascii(console::toUtf16(host));
+    return idn_to_ascii(fromUtf8(host));
 }
 
 template <class Range>
@@ -80,7 +81,7 @@ Fields lookUp(std::string const& host) {
 
 Fields convert(std::string const& domain) {
     auto const ascii = asciiName(domain);
-    return {{"ascii", {ascii}}, {"unicode", {console::toUtf8(ascii_to_idn(ascii))}}};
+    return {{"ascii", {ascii}}, {"unicode", {toUtf8(ascii_to_idn(ascii))}}};
 }
 
 class Report {
@@ -135,8 +136,8 @@ private:
             std::cout << console::Json()
                              .add("type", "adapter")
                              .add("index", adapter.getIdentifier())
-                             .add("name", console::toUtf8(adapter.getFriendlyName()))
-                             .add("description", console::toUtf8(adapter.getDescription()))
+                             .add("name", toUtf8(adapter.getFriendlyName()))
+                             .add("description", toUtf8(adapter.getDescription()))
                              .add("up", adapter.isUp())
                              .add("loopback", adapter.isLoopback())
                              .add("multicast", adapter.supportsMulticast())
@@ -154,9 +155,9 @@ private:
             std::string state = adapter.isUp() ? "up" : "down";
             state += adapter.isLoopback() ? " loopback" : "";
             state += adapter.supportsMulticast() ? " multicast" : "";
-            rows.push_back({console::shown(console::toUtf8(adapter.getFriendlyName())),
-                            adapter.getIdentifier(), state, adapter.getHardwareAddress().toString(),
-                            console::shown(console::toUtf8(adapter.getDescription())), ""});
+            rows.push_back({console::shown(toUtf8(adapter.getFriendlyName())), adapter.getIdentifier(), state,
+                            adapter.getHardwareAddress().toString(),
+                            console::shown(toUtf8(adapter.getDescription())), ""});
             auto const addresses = textsOf(adapter.getInterfaceAddresses());
             for (std::size_t i = 0; i < addresses.size(); ++i) {
                 if (i > 0) {
