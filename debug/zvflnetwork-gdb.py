@@ -4,8 +4,8 @@
 #   $1 = http://bücher.example/a?q
 #
 # Only memory is read and nothing in the process is called, so it works on core files, too. The members that are read
-# are those of TemplateIRI.hpp, StoredText.hpp and of the classes with the suffix Impl; strings and
-# pointers are taken as libstdc++ lays them out. Where such a layout changes, change `iri_text` or the printer of the
+# are those of TemplateIRI.hpp, StoredText.hpp, ParseResult.hpp, Utf8.hpp and of the classes with the suffix Impl;
+# strings, pointers and optional values are taken as libstdc++ lays them out. Where such a layout changes, change `iri_text` or the printer of the
 # class here, and tests/debugger tells whether it fits.
 
 import socket
@@ -79,6 +79,25 @@ class IriValue(Printer):
         return iri_text(self.value)
 
 
+class Utf8View(Printer):
+    def shown(self):
+        return iri_text(self.value["iri"].referenced_value()["value"])
+
+
+class ParseFault(Printer):
+    def shown(self):
+        component, reason = (str(self.value[name]).split("::")[-1] for name in ("component", "reason"))
+        return "offset %d, %s, %s" % (int(self.value["offset"]), component, reason)
+
+
+class ParseResult(Printer):
+    def shown(self):
+        iri = self.value["iri"]["_M_payload"]
+        if iri["_M_engaged"]:
+            return iri_text(iri["_M_payload"]["_M_value"]["value"])
+        return ParseFault(self.value["fault"]).shown()
+
+
 class InetAddress(Handle):
     def of(self, content):
         name = text(self.value["hostName"])
@@ -106,7 +125,15 @@ class HardwareAddress(Printer):
 
 def printers():
     collection = gdb.printing.RegexpCollectionPrettyPrinter("zvflnetwork")
-    for printer in (InetAddress, InterfaceAddress, NetworkInterface, HardwareAddress):
+    for printer in (
+        InetAddress,
+        InterfaceAddress,
+        NetworkInterface,
+        HardwareAddress,
+        ParseFault,
+        ParseResult,
+        Utf8View,
+    ):
         collection.add_printer(printer.__name__, "^foundation::network::%s$" % printer.__name__, printer)
     collection.add_printer("IRI", "^foundation::network::IRI$", Iri)
     collection.add_printer("TemplateIRI", "^foundation::network::iri::detail::TemplateIRI<.*>$", IriValue)

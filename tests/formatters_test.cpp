@@ -14,7 +14,7 @@ using namespace foundation::network;
 template <class Value>
 std::string streamed(Value const& value) {
     std::ostringstream stream;
-    stream << std::setw(24) << std::setfill('*') << std::left << value;
+    stream << std::setw(48) << std::setfill('*') << std::left << value;
     return stream.str();
 }
 
@@ -24,17 +24,33 @@ TEST(Formatters, AllWriteTheSameTextWithItsWidth) {
     InterfaceAddress const onLink(address, 64);
     HardwareAddress const hardware({0, 0x1A, 0xFF});
     auto const row = [](auto const& value, std::string const& text) {
-        EXPECT_EQ(streamed(value), text + std::string(24 - text.size(), '*'));
-        EXPECT_EQ(fmt::format("{:*<24}", value), streamed(value));
+        EXPECT_EQ(streamed(value), text + std::string(48 - text.size(), '*'));
+        EXPECT_EQ(fmt::format("{:*<48}", value), streamed(value));
 #ifdef __cpp_lib_format
-        EXPECT_EQ(std::format("{:*<24}", value), streamed(value));
+        EXPECT_EQ(std::format("{:*<48}", value), streamed(value));
 #endif
     };
     row(iri, "\x1A:/%C3%BC");
     row(address, "2001:db8::1");
     row(onLink, "2001:db8::1/64");
     row(hardware, "00:1a:ff");
+    row(utf8(IRI(u"http://h/a%20b")), "http://h/a%20b");
+    row(ParseFault{8, IRIComponent::Host, ParseReason::NotInHost, U' '},
+        "U+0020 cannot stand in a host, at offset 8");
     EXPECT_EQ(fmt::format("{}", HardwareAddress()), "");
+}
+
+// Beyond ASCII a stream's width counts bytes, a format's columns: so it is with any string.
+TEST(Formatters, WriteUtf8ThatIsNotAscii) {
+    IRI const iri(u"\u00E9:/\u00FC");
+    std::string const text = "\u00E9:/\u00FC"; // four columns, six bytes
+    std::ostringstream stream;
+    stream << std::setw(6) << utf8(iri);
+    EXPECT_EQ(stream.str(), text);
+    EXPECT_EQ(fmt::format("{:>6}", utf8(iri)), "  " + text);
+#ifdef __cpp_lib_format
+    EXPECT_EQ(std::format("{:>6}", utf8(iri)), "  " + text);
+#endif
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 #include "interfaces/NetworkInterfaceImpl.hpp"
 
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/ParseResult.hpp>
+#include <foundation/network/Utf8.hpp>
 
 namespace foundation::network {
 
@@ -18,6 +20,8 @@ struct Layouts {
     InetAddressImpl const* inetAddress;
     InterfaceAddressImpl const* interfaceAddress;
     NetworkInterfaceImpl const* networkInterface;
+    ParseResult const* parseResult;
+    Utf8View const* utf8View;
 };
 
 [[gnu::used]] constinit Layouts const* const layouts = nullptr;

@@ -7,11 +7,14 @@
 ///     fmt::print("{} is at {:>15}\n", iri, address);
 ///
 /// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill, precision.
+/// A width counts columns; that of a stream counts bytes, which are more where `utf8(iri)` is not ASCII.
 
 #include <foundation/network/HardwareAddress.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/InetAddress.hpp>
 #include <foundation/network/InterfaceAddress.hpp>
+#include <foundation/network/ParseFault.hpp>
+#include <foundation/network/Utf8.hpp>
 #include <foundation/network/detail/Printed.hpp>
 
 #include <fmt/format.h>
@@ -42,5 +45,11 @@ struct formatter<foundation::network::InterfaceAddress>
 template <>
 struct formatter<foundation::network::HardwareAddress>
     : foundation::network::detail::FmtFormatter<foundation::network::HardwareAddress> {};
+template <>
+struct formatter<foundation::network::Utf8View>
+    : foundation::network::detail::FmtFormatter<foundation::network::Utf8View> {};
+template <>
+struct formatter<foundation::network::ParseFault>
+    : foundation::network::detail::FmtFormatter<foundation::network::ParseFault> {};
 
 } // namespace fmt

@@ -7,11 +7,14 @@
 ///     std::format("{} is at {:>15}", iri, address);
 ///
 /// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill, precision.
+/// A width counts columns; that of a stream counts bytes, which are more where `utf8(iri)` is not ASCII.
 
 #include <foundation/network/HardwareAddress.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/InetAddress.hpp>
 #include <foundation/network/InterfaceAddress.hpp>
+#include <foundation/network/ParseFault.hpp>
+#include <foundation/network/Utf8.hpp>
 #include <foundation/network/detail/Printed.hpp>
 
 #include <string_view>
@@ -49,6 +52,12 @@ struct formatter<foundation::network::InterfaceAddress>
 template <>
 struct formatter<foundation::network::HardwareAddress>
     : foundation::network::detail::StdFormatter<foundation::network::HardwareAddress> {};
+template <>
+struct formatter<foundation::network::Utf8View>
+    : foundation::network::detail::StdFormatter<foundation::network::Utf8View> {};
+template <>
+struct formatter<foundation::network::ParseFault>
+    : foundation::network::detail::StdFormatter<foundation::network::ParseFault> {};
 
 } // namespace std
 

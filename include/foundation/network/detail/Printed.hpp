@@ -1,6 +1,8 @@
 #pragma once
 
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/ParseFault.hpp>
+#include <foundation/network/Utf8.hpp>
 
 #include <string>
 
@@ -18,6 +20,14 @@ inline std::string printed(IRI const& iri) {
         text += unit < 0x80 ? static_cast<char>(unit) : '\x1A';
     }
     return text;
+}
+
+inline std::string printed(Utf8View const& view) {
+    return view.toString(false);
+}
+
+inline std::string printed(ParseFault const& fault) {
+    return fault.describe();
 }
 
 } // namespace foundation::network::detail
