@@ -5,9 +5,12 @@
 
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <chrono>
+#include <exception>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <unordered_set>
 #include <utility>
@@ -17,11 +20,21 @@
 
 namespace bench {
 
-/// A list of IRIs, in both encodings: a library is given the one that it takes.
-struct Corpus {
-    std::string name;
+/// Texts in both encodings: a library is given the one that it takes.
+struct TextList {
     std::vector<std::string> utf8;
     std::vector<std::u16string> utf16;
+};
+
+/// A list of IRIs.
+struct Corpus : TextList {
+    std::string name;
+};
+
+/// A list of IRIs, and what no library has to take: each with a space in it.
+struct Identifiers : Corpus {
+    TextList faultEarly; // behind the "//"
+    TextList faultLate;  // at the end of path and query
 };
 
 /// Links and the pages that they stand on.
@@ -32,8 +45,8 @@ struct Pairs {
 };
 
 struct Data {
-    Corpus urls;
-    Corpus iris;
+    Identifiers urls;
+    Identifiers iris;
     Pairs pairs;
     Corpus hosts; // domain names in Unicode
 };
@@ -41,9 +54,12 @@ struct Data {
 /// The operations; a row of the table is one of them on one list.
 namespace operation {
 inline constexpr char const* parse = "parse, destroy";
+inline constexpr char const* parseUtf8 = "parse from UTF-8, destroy";
 inline constexpr char const* parseAndRead = "parse, read scheme, host, path, query";
 inline constexpr char const* parseToAscii = "parse, write in ASCII";
 inline constexpr char const* text = "text of a parsed value";
+inline constexpr char const* textUtf8 = "text in UTF-8 of a parsed value";
+inline constexpr char const* readUtf8 = "read all parts in UTF-8";
 inline constexpr char const* rawPathPlain = "decoded path, fresh, no escape in it";
 inline constexpr char const* rawPathEscaped = "decoded path, fresh, escapes in it";
 inline constexpr char const* ascii = "ASCII text, fresh";
@@ -65,6 +81,10 @@ inline constexpr char const* addressFromText = "address from text";
 inline constexpr char const* addressToText = "address to text";
 inline constexpr char const* listAdapters = "list the adapters";
 inline constexpr char const* nameToAscii = "domain name to ASCII";
+// Of texts with the fault early, and with the fault late.
+inline constexpr std::array refuse{"refuse, fault early", "refuse, fault late"};
+inline constexpr std::array refuseByException{"refuse by exception, fault early",
+                                              "refuse by exception, fault late"};
 } // namespace operation
 
 /// The texts whose path has escapes in it where they are `wanted`, or those whose path has none; over again
@@ -83,6 +103,20 @@ void add(char const* operation, std::string const& list, char const* library, st
 inline auto rowsOf(char const* library, Corpus const& corpus) {
     return [library, &corpus](char const* operation, Pass pass) {
         add(operation, corpus.name, library, corpus.utf8.size(), std::move(pass));
+    };
+}
+
+/// The same for a library whose own text is UTF-8: what it parses and writes stands in the rows of UTF-8 as
+/// well.
+inline auto utf8RowsOf(char const* library, Corpus const& corpus) {
+    return [row = rowsOf(library, corpus)](char const* operation, Pass const& pass) {
+        row(operation, pass);
+        std::string_view const name = operation;
+        if (name == operation::parse) {
+            row(operation::parseUtf8, pass);
+        } else if (name == operation::text) {
+            row(operation::textUtf8, pass);
+        }
     };
 }
 
@@ -173,6 +207,26 @@ Pass held(Make make) {
         auto const before = inUse();
         auto const values = make();
         return static_cast<double>(inUse() - before) * 1e-9;
+    };
+}
+
+/// The two rows of refusals, by a function of a text in the encoding that the library takes.
+template <class Row, class List, class Refuse>
+void addRefusals(Row row, std::array<char const*, 2> const& operations, Identifiers const& corpus,
+                 List TextList::*encoding, Refuse refuse) {
+    row(operations[0], over(corpus.faultEarly.*encoding, refuse));
+    row(operations[1], over(corpus.faultLate.*encoding, refuse));
+}
+
+/// The function of a text that catches what `parse` throws.
+template <class Parse>
+auto catching(Parse parse) {
+    return [parse](auto const& text) {
+        try {
+            benchmark::DoNotOptimize(parse(text));
+        } catch (std::exception const& refusal) {
+            benchmark::DoNotOptimize(&refusal);
+        }
     };
 }
 

@@ -46,14 +46,40 @@ std::vector<std::string> lines(std::string const& path) {
     return result;
 }
 
-Corpus corpusOf(std::string name, std::vector<std::string> texts) {
-    Corpus corpus{std::move(name), std::move(texts), {}};
-    std::transform(corpus.utf8.begin(), corpus.utf8.end(), std::back_inserter(corpus.utf16), toUtf16);
-    return corpus;
-}
-
 std::string nameOf(std::string const& path) {
     return path.substr(path.rfind('/') + 1);
+}
+
+TextList textsOf(std::vector<std::string> utf8) {
+    TextList texts{std::move(utf8), {}};
+    std::transform(texts.utf8.begin(), texts.utf8.end(), std::back_inserter(texts.utf16), toUtf16);
+    return texts;
+}
+
+Corpus corpusOf(std::string name, std::vector<std::string> texts) {
+    return {textsOf(std::move(texts)), std::move(name)};
+}
+
+std::size_t behindSlashes(std::string const& text) {
+    std::size_t const slashes = text.find("//");
+    return slashes == std::string::npos ? 0 : slashes + 2;
+}
+
+std::size_t behindQuery(std::string const& text) {
+    return std::min(text.find('#'), text.size());
+}
+
+template <class Place>
+TextList withSpace(std::vector<std::string> texts, Place placeIn) {
+    for (auto& text : texts) {
+        text.insert(placeIn(text), " ");
+    }
+    return textsOf(std::move(texts));
+}
+
+Identifiers identifiersOf(std::string const& path) {
+    auto const texts = lines(path);
+    return {corpusOf(nameOf(path), texts), withSpace(texts, behindSlashes), withSpace(texts, behindQuery)};
 }
 
 Pairs readPairs(std::string const& path, std::vector<std::string> const& homepages) {
@@ -261,10 +287,9 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
         return 2;
     }
-    Data const data{corpusOf(nameOf(urls), lines(urls)), corpusOf(nameOf(iris), lines(iris)),
-                    readPairs(pairs, lines(BENCH_DATA "/homepages.txt")),
-                    hosts.empty() ? corpusOf("five names", fiveNames())
-                                  : corpusOf(nameOf(hosts), lines(hosts))};
+    Data const data{
+        identifiersOf(urls), identifiersOf(iris), readPairs(pairs, lines(BENCH_DATA "/homepages.txt")),
+        hosts.empty() ? corpusOf("five names", fiveNames()) : corpusOf(nameOf(hosts), lines(hosts))};
     addIri(data);
     addNetwork(data);
 #ifdef BENCH_QT

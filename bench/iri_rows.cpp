@@ -5,6 +5,8 @@
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
+#include <foundation/network/ParseResult.hpp>
+#include <foundation/network/Utf8.hpp>
 
 namespace bench {
 
@@ -14,6 +16,7 @@ using benchmark::DoNotOptimize;
 using foundation::network::Encoding;
 using foundation::network::IRI;
 using foundation::network::IRIArgs;
+using foundation::network::utf8;
 
 constexpr char const* library = "this library";
 
@@ -60,6 +63,34 @@ void addValues(Corpus const& corpus) {
                   [](IRIArgs const& args) { DoNotOptimize(IRI(args).toString(false)); }));
 }
 
+void addUtf8(Corpus const& corpus) {
+    auto const row = rowsOf(library, corpus);
+    auto const fresh = [&corpus] { return makeAll(corpus.utf16, parse); };
+    row(operation::parseUtf8, over(corpus.utf8, [](std::string const& text) {
+            DoNotOptimize(foundation::network::iriFromUtf8(text));
+        }));
+    row(operation::textUtf8,
+        overFresh(fresh, [](IRI const& iri) { DoNotOptimize(utf8(iri).toString(false)); }));
+    row(operation::readUtf8, overFresh(fresh, [](IRI const& iri) {
+            auto const view = utf8(iri);
+            auto const form = Encoding::Iri;
+            DoNotOptimize(iri.hasScheme() ? view.getScheme() : std::string());
+            DoNotOptimize(iri.hasUserInfo() ? view.getUserInfo(form) : std::string());
+            DoNotOptimize(iri.hasHost() ? view.getHost(form) : std::string());
+            DoNotOptimize(iri.hasPort() ? view.getPort() : std::string());
+            DoNotOptimize(view.getPath(form));
+            DoNotOptimize(iri.hasQuery() ? view.getQuery(form) : std::string());
+            DoNotOptimize(iri.hasFragment() ? view.getFragment(form) : std::string());
+        }));
+}
+
+void addRefused(Identifiers const& corpus) {
+    auto const row = rowsOf(library, corpus);
+    addRefusals(row, operation::refuse, corpus, &TextList::utf16,
+                [](auto const& text) { DoNotOptimize(foundation::network::tryParse(text)); });
+    addRefusals(row, operation::refuseByException, corpus, &TextList::utf16, catching(parse));
+}
+
 void addDecodedPaths(Corpus const& corpus) {
     for (bool const escaped : {false, true}) {
         auto const texts = thoseWithEscapes(corpus.utf16, escaped);
@@ -102,6 +133,8 @@ void addReferences(Pairs const& pairs) {
 void addIri(Data const& data) {
     for (auto const* const corpus : {&data.urls, &data.iris}) {
         addValues(*corpus);
+        addUtf8(*corpus);
+        addRefused(*corpus);
         addDecodedPaths(*corpus);
     }
     addReferences(data.pairs);

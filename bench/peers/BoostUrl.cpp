@@ -22,7 +22,7 @@ __attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
     constexpr char const* library = "Boost.URL";
     auto const& corpus = data.urls;
     auto const& texts = corpus.utf8;
-    auto const row = rowsOf(library, corpus);
+    auto const row = utf8RowsOf(library, corpus);
     auto const fresh = [&texts] { return makeAll(texts, parse); };
     row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(url(text)); }));
     row(operation::bytesHeld, held(fresh));
@@ -35,6 +35,18 @@ __attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
         }));
     row(operation::text,
         overFresh(fresh, [](url const& value) { DoNotOptimize(std::string(value.buffer())); }));
+    row(operation::readUtf8, overFresh(fresh, [](url const& value) {
+            DoNotOptimize(std::string(value.scheme()));
+            DoNotOptimize(std::string(value.encoded_userinfo()));
+            DoNotOptimize(std::string(value.encoded_host()));
+            DoNotOptimize(std::string(value.port()));
+            DoNotOptimize(std::string(value.encoded_path()));
+            DoNotOptimize(std::string(value.encoded_query()));
+            DoNotOptimize(std::string(value.encoded_fragment()));
+        }));
+    addRefusals(row, operation::refuse, corpus, &TextList::utf8,
+                [](auto const& text) { DoNotOptimize(boost::urls::parse_uri_reference(text)); });
+    addRefusals(row, operation::refuseByException, corpus, &TextList::utf8, catching(parse));
     row(operation::hash, overFresh(fresh, [](url const& value) { DoNotOptimize(std::hash<url>()(value)); }));
     row(operation::equal, overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
                                          [](url const& a, url const& b) { DoNotOptimize(a == b); }));

@@ -37,7 +37,7 @@ void addCurl(Data const& data) {
     constexpr char const* library = "curl";
     for (auto const* const corpus : {&data.urls, &data.iris}) {
         auto const& texts = corpus->utf8;
-        auto const row = rowsOf(library, *corpus);
+        auto const row = utf8RowsOf(library, *corpus);
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
         row(operation::bytesHeld, held(fresh));
@@ -49,6 +49,15 @@ void addCurl(Data const& data) {
             }));
         row(operation::text,
             overFresh(fresh, [](Url const& url) { DoNotOptimize(get(url, CURLUPART_URL)); }));
+        row(operation::readUtf8, overFresh(fresh, [](Url const& url) {
+                for (auto const part :
+                     {CURLUPART_SCHEME, CURLUPART_USER, CURLUPART_PASSWORD, CURLUPART_HOST, CURLUPART_PORT,
+                      CURLUPART_PATH, CURLUPART_QUERY, CURLUPART_FRAGMENT}) {
+                    DoNotOptimize(get(url, part));
+                }
+            }));
+        addRefusals(row, operation::refuse, *corpus, &TextList::utf8,
+                    [](auto const& text) { DoNotOptimize(parse(text)); });
         row(operation::copy,
             overFresh(fresh, [](Url const& url) { DoNotOptimize(Url(curl_url_dup(url.get()))); }));
     }

@@ -24,13 +24,17 @@ Uri parse(std::string const& text) {
     return Uri(g_uri_parse(text.c_str(), G_URI_FLAGS_ENCODED, nullptr));
 }
 
+std::string owned(char const* part) {
+    return part != nullptr ? part : "";
+}
+
 } // namespace
 
 void addGUri(Data const& data) {
     constexpr char const* library = "GUri";
     for (auto const* const corpus : {&data.urls, &data.iris}) {
         auto const& texts = corpus->utf8;
-        auto const row = rowsOf(library, *corpus);
+        auto const row = utf8RowsOf(library, *corpus);
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(parse(text)); }));
         row(operation::bytesHeld, held(fresh));
@@ -39,8 +43,16 @@ void addGUri(Data const& data) {
                 DoNotOptimize(std::string(g_uri_get_scheme(uri.get())));
                 DoNotOptimize(std::string(g_uri_get_host(uri.get())));
                 DoNotOptimize(std::string(g_uri_get_path(uri.get())));
-                char const* const query = g_uri_get_query(uri.get());
-                DoNotOptimize(std::string(query != nullptr ? query : ""));
+                DoNotOptimize(owned(g_uri_get_query(uri.get())));
+            }));
+        row(operation::readUtf8, overFresh(fresh, [](Uri const& uri) {
+                DoNotOptimize(owned(g_uri_get_scheme(uri.get())));
+                DoNotOptimize(owned(g_uri_get_userinfo(uri.get())));
+                DoNotOptimize(owned(g_uri_get_host(uri.get())));
+                DoNotOptimize(g_uri_get_port(uri.get()));
+                DoNotOptimize(owned(g_uri_get_path(uri.get())));
+                DoNotOptimize(owned(g_uri_get_query(uri.get())));
+                DoNotOptimize(owned(g_uri_get_fragment(uri.get())));
             }));
         row(operation::text,
             overFresh(fresh, [](Uri const& uri) { DoNotOptimize(Text(g_uri_to_string(uri.get()))); }));

@@ -21,7 +21,7 @@ void addPoco(Data const& data) {
     constexpr char const* library = "POCO";
     for (auto const* const corpus : {&data.urls, &data.iris}) {
         auto const& texts = corpus->utf8;
-        auto const row = rowsOf(library, *corpus);
+        auto const row = utf8RowsOf(library, *corpus);
         auto const fresh = [&texts] { return makeAll(texts, parse); };
         row(operation::parse, over(texts, [](auto const& text) { DoNotOptimize(URI(text)); }));
         row(operation::bytesHeld, held(fresh));
@@ -35,6 +35,15 @@ void addPoco(Data const& data) {
         row(operation::parseToAscii,
             over(texts, [](auto const& text) { DoNotOptimize(URI(text).toString()); }));
         row(operation::text, overFresh(fresh, [](URI const& uri) { DoNotOptimize(uri.toString()); }));
+        row(operation::readUtf8, overFresh(fresh, [](URI const& uri) {
+                DoNotOptimize(std::string(uri.getScheme()));
+                DoNotOptimize(std::string(uri.getUserInfo()));
+                DoNotOptimize(std::string(uri.getHost()));
+                DoNotOptimize(uri.getPort());
+                DoNotOptimize(std::string(uri.getPath()));
+                DoNotOptimize(uri.getQuery());
+                DoNotOptimize(uri.getFragment());
+            }));
         row(operation::equal, overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
                                              [](URI const& a, URI const& b) { DoNotOptimize(a == b); }));
         row(operation::copy, overFresh(fresh, [](URI const& uri) { DoNotOptimize(URI(uri)); }));

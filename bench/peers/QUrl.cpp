@@ -45,6 +45,9 @@ void addQUrl(Data const& data) {
             over(texts, [](auto const& text) { DoNotOptimize(parse(text).toEncoded()); }));
         row(operation::text, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(url.toString()); }));
         row(operation::ascii, overFresh(fresh, [](QUrl const& url) { DoNotOptimize(url.toEncoded()); }));
+        addRefusals(row, operation::refuse, *corpus, &TextList::utf16, [](auto const& text) {
+            DoNotOptimize(QUrl(toQString(text), QUrl::StrictMode).isValid());
+        });
         addValueRows<Hash>(row, fresh);
         row(operation::build, overFresh(fresh, [](QUrl const& url) {
                 QUrl built;

@@ -42,14 +42,16 @@ void addUriparser(Data const& data) {
     constexpr char const* library = "uriparser";
     auto const& corpus = data.urls;
     auto const& texts = corpus.utf8;
-    auto const row = rowsOf(library, corpus);
+    auto const row = utf8RowsOf(library, corpus);
     auto const fresh = [&texts] { return makeAll(texts, parse); };
-    row(operation::parse, over(texts, [](auto const& text) {
-            UriUriA uri;
-            uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), nullptr);
-            DoNotOptimize(uri);
-            uriFreeUriMembersA(&uri);
-        }));
+    auto const parseOnStack = [](std::string const& text) {
+        UriUriA uri;
+        DoNotOptimize(uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), nullptr));
+        DoNotOptimize(uri);
+        uriFreeUriMembersA(&uri);
+    };
+    row(operation::parse, over(texts, parseOnStack));
+    addRefusals(row, operation::refuse, corpus, &TextList::utf8, parseOnStack);
     row(operation::bytesHeld, held(fresh));
     row(operation::text, overFresh(fresh, [](Uri const& uri) { DoNotOptimize(textOf(*uri)); }));
     row(operation::equal,
