@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,8 +24,10 @@ public:
     using View = std::u32string_view;
 
     /// `reference`: a path that begins with "//" beside no host would be read as a host, and gets "/." in
-    /// front. Otherwise all stays as it is.
-    enum class Kind : bool { built, reference };
+    /// front. `exact`: besides, a first segment with ":" beside no scheme and no host would be read as a
+    /// scheme, and gets "./" in front; all components come in the Iri form, and the value is as its text
+    /// parsed. Otherwise all stays as it is.
+    enum class Kind : unsigned char { built, reference, exact };
 
     /// Makes `target`, which must be new.
     Draft(StoredText& target, Kind draftKind)
@@ -58,9 +61,12 @@ public:
         std::array<char, 5> digits{};
         char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
         std::copy(digits.data(), end, ownPort.data());
+        setPort({ownPort.data(), static_cast<std::size_t>(end - digits.data())}, number);
+    }
+    void setPort(View digits, unsigned short number) {
         components.port = number;
         put(U":");
-        put({ownPort.data(), static_cast<std::size_t>(end - digits.data())});
+        put(digits);
     }
 
     /// Every value gets a path, behind its authority; this one counts as absolute as told.
@@ -126,6 +132,10 @@ public:
 
     void finish() {
         components.end = length;
+        if (kind == Kind::exact) {
+            std::fill(std::begin(components.forms), std::end(components.forms), Form::iri);
+            result.parsed = true;
+        }
         String& text = result.text;
         text.reserve(length);
         for (std::size_t i = 0; i != count; ++i) {
@@ -161,8 +171,17 @@ private:
         components.pathBegin = length;
         std::size_t const size = front.size() + rest.size();
         auto const at = [&](std::size_t i) { return i < front.size() ? front[i] : rest[i - front.size()]; };
-        if (kind == Kind::reference && !hasHost && size > 1 && at(0) == U'/' && at(1) == U'/') {
+        if (kind != Kind::built && !hasHost && size > 1 && at(0) == U'/' && at(1) == U'/') {
             put(U"/.");
+        }
+        if (kind == Kind::exact && !hasHost && components.schemeEnd == 0) {
+            std::size_t i = 0;
+            while (i != size && at(i) != U'/' && at(i) != U':') {
+                ++i;
+            }
+            if (i != size && at(i) == U':') {
+                put(U"./");
+            }
         }
         put(front);
         put(rest);

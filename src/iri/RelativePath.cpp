@@ -21,8 +21,10 @@ bool beginsWithSlash(std::u32string_view path) {
     return !path.empty() && path.front() == U'/';
 }
 
+} // namespace
+
 // RFC 3986, section 5.2.4, on a text, which only gets shorter.
-void removeDotSegmentsOfText(std::u32string& path) {
+void removeDotSegments(std::u32string& path) {
     std::size_t written = 0; // the output buffer is path[0, written), the input buffer path[at, size)
     std::size_t const size = path.size();
     auto const dropLastSegment = [&path, &written] {
@@ -57,8 +59,10 @@ void removeDotSegmentsOfText(std::u32string& path) {
     path.resize(written);
 }
 
+namespace {
+
 // RFC 3986, section 5.2.4, on components; the rest is appended to `output`.
-void removeDotSegments(PathComponents input, PathComponents& output) {
+void removeDotSegmentsOf(PathComponents input, PathComponents& output) {
     for (std::size_t front = 0; front != input.size();) {
         auto& component = input[front];
         bool const dot = isDot(component.name);
@@ -192,7 +196,7 @@ void appendPathComponents(std::u32string_view path, PathComponents& components, 
     }
     input.insert(input.end(), appended.begin(), appended.end());
     components.clear();
-    removeDotSegments(std::move(input), components);
+    removeDotSegmentsOf(std::move(input), components);
     if (absolute) {
         if (components.empty()) {
             components.push_back(slash);
@@ -220,7 +224,7 @@ std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view refere
     std::u32string merged;
     merged.reserve(front.size() + reference.size() + 1);
     merged.append(front).append(reference);
-    removeDotSegmentsOfText(merged);
+    removeDotSegments(merged);
     if (absolute) {
         if (!beginsWithSlash(merged)) {
             merged.insert(merged.begin(), U'/');

@@ -56,6 +56,9 @@ void appendPathComponents(std::u32string_view path, PathComponents& components, 
 /// The path without its dot segments, absolute as told at `appendPathComponents`.
 std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute);
 
+/// Removes the dot segments of a path: RFC 3986, section 5.2.4, to the letter.
+void removeDotSegments(std::u32string& path);
+
 /// The two paths merged and their dot segments removed, by RFC 3986, sections 5.2.3 and 5.2.4, on whole
 /// texts. `absolute`: the result begins with "/". If it is false and neither path begins with "/", nor does
 /// the result.

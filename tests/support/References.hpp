@@ -4,6 +4,8 @@
 
 #include "support/Laws.hpp"
 
+#include <foundation/network/References.hpp>
+
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -154,6 +156,111 @@ inline bool relativisationHolds(IRI const& reference, IRI const& iri, IRI const&
     require(loses || reference.resolveAgainst(base) == iri, "not the target", iri.toString(false),
             base.toString(false));
     return !loses;
+}
+
+// The target of a reference by the RFC alone, as a text: with the guards of sections 3.3 and 4.2.
+inline Text exactTarget(IRI const& reference, IRI const& base) {
+    Components const r = Components::of(reference);
+    Components target = byRfc(r, Components::of(base), {r.path.starts_with(u"/"), true}, true);
+    if (r.path.empty() && !r.scheme && !r.authority) {
+        target.scheme = Components::of(base).scheme;
+    }
+    target.fragment = r.fragment;
+    if (!target.authority && target.path.starts_with(u"//")) {
+        target.path.insert(0, u"/.");
+    }
+    bool const colon = target.path.substr(0, target.path.find(u'/')).find(u':') != Text::npos;
+    if (!target.authority && !target.scheme && colon) {
+        target.path.insert(0, u"./");
+    }
+    return target.text();
+}
+
+// A result is as its text parsed again: in every answer, and in what is made of it.
+inline void isAsParsed(IRI const& result, IRI const& other) {
+    IRI const again(result.toString(false));
+    require(answers(result) == answers(again), "other answers", result.toString(false));
+    auto const made = [&other](IRI const& iri) {
+        auto const say = [](auto operation) {
+            try {
+                return show(operation().toString(false));
+            } catch (std::logic_error const& e) {
+                return std::string(e.what());
+            }
+        };
+        return say([&] { return iri.resolveAgainst(other); }) +
+               say([&] { return other.resolveAgainst(iri); }) +
+               say([&] { return iri.makeRelativeTo(other); }) +
+               say([&] { return other.makeRelativeTo(iri); }) +
+               say([&] { return resolveExactly(iri, other); }) +
+               say([&] { return resolveExactly(other, iri); });
+    };
+    require(made(result) == made(again), "something else is made of it", result.toString(false));
+}
+
+inline IRI exactResolutionHolds(IRI const& reference, IRI const& base) {
+    IRI const target = resolveExactly(reference, base);
+    require(target.toString(false) == exactTarget(reference, base), "not the target of the RFC",
+            reference.toString(false), base.toString(false), target.toString(false));
+    return target;
+}
+
+// The shortest reference from a base to a target without dot segments: by trying every start of it, every end
+// of its path, and every way to name what is in between.
+inline Text shortestReference(IRI const& target, IRI const& base) {
+    Components const t = Components::of(target);
+    Text const rest = (t.query ? u"?" + *t.query : u"") + (t.fragment ? u"#" + *t.fragment : u"");
+    Text const pathAlone = !t.authority && t.path.starts_with(u"/.//") ? t.path.substr(2) : t.path;
+    std::vector<Text> paths{u"", pathAlone, u"/." + pathAlone};
+    Text up;
+    for (int ups = 0; ups != 8; ++ups, up += u"../") {
+        for (std::size_t from = 0; from <= pathAlone.size(); ++from) {
+            paths.push_back(up + pathAlone.substr(from));
+            paths.push_back(u"./" + up + pathAlone.substr(from));
+        }
+        paths.push_back(up + u".");
+        paths.push_back(up + u"..");
+    }
+    std::optional<Text> best;
+    auto const isBetter = [](Text const& one, Text const& other) {
+        auto const rank = [](Text const& text) {
+            IRI const iri(text);
+            return std::tuple(text.size(), iri.hasScheme(), iri.hasHost(), iri.hasAbsolutePath());
+        };
+        return rank(one) < rank(other);
+    };
+    for (Text const& front : {Text(), t.authority ? u"//" + *t.authority : u"", *t.scheme + u":",
+                              *t.scheme + u":" + (t.authority ? u"//" + *t.authority : u"")}) {
+        for (Text const& path : paths) {
+            for (Text const& behind : {rest, t.fragment ? u"#" + *t.fragment : Text()}) {
+                auto const reference = parsed(front + path + behind);
+                if (reference && resolveExactly(*reference, base) == target &&
+                    (!best || isBetter(front + path + behind, *best))) {
+                    best = front + path + behind;
+                }
+            }
+        }
+    }
+    require(best.has_value(), "no reference leads to", target.toString(false), base.toString(false));
+    return *best;
+}
+
+// A relative reference leads back, to the target without its dots. Returns whether there was a way to find.
+inline bool exactRelativisationHolds(IRI const& iri, IRI const& base, bool searches) {
+    IRI const reference = makeRelativeExactly(iri, base);
+    if (!iri.hasScheme() || !base.hasScheme()) {
+        require(reference.toString(false) == iri.toString(false), "not the whole", iri.toString(false));
+        return false;
+    }
+    IRI const target = resolveExactly(iri, base);
+    require(resolveExactly(reference, base) == target, "leads elsewhere", iri.toString(false),
+            base.toString(false), reference.toString(false));
+    if (searches) {
+        Text const best = shortestReference(target, base);
+        require(reference.toString(false) == best, "not the shortest", iri.toString(false),
+                base.toString(false), reference.toString(false), best);
+    }
+    return true;
 }
 
 } // namespace support
