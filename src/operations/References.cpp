@@ -6,6 +6,7 @@
 #include "iri/Draft.hpp"
 #include "iri/RelativePath.hpp"
 #include "iri/ValueAccess.hpp"
+#include "operations/InIriForm.hpp"
 #include "text/Scans.hpp"
 
 #include <algorithm>
@@ -23,56 +24,8 @@ using iri::detail::Form;
 using iri::detail::Part;
 using iri::detail::StoredText;
 using iri::detail::ValueAccess;
+using operations::InIriForm;
 using View = std::u32string_view;
-
-/// A value as its text in the Iri form has it: the value itself where it was parsed, else a copy.
-class InIriForm {
-public:
-    explicit InIriForm(IRI const& iri) : stored(ValueAccess::stored(iri)) {
-        if (!stored.parsed) {
-            convert();
-        }
-    }
-    InIriForm(InIriForm const&) = delete;
-    InIriForm& operator=(InIriForm const&) = delete;
-    ~InIriForm() = default;
-
-    [[nodiscard]] StoredText const& get() const { return stored.parsed ? stored : own; }
-    [[nodiscard]] View path() const { return get().given(Part::path); }
-
-private:
-    void convert() {
-        std::u32string texts[5]; // the draft reads them until it is finished
-        auto const text = [&](Part part) {
-            return stored.inForm(part, Form::iri, texts[static_cast<std::size_t>(part)]);
-        };
-        Components const& components = stored.components;
-        Draft draft(own, Draft::Kind::built);
-        if (components.hasScheme()) {
-            draft.setScheme(stored.scheme());
-        }
-        if (components.hasUserInfo()) {
-            draft.setUserInfo(text(Part::userInfo), Form::iri);
-        }
-        if (components.hasHost()) {
-            draft.setHost(text(Part::host), Form::iri);
-        }
-        if (components.hasPort()) {
-            draft.setPort(stored.port(), components.port);
-        }
-        draft.setPath(components.hasPath ? text(Part::path) : View(), Form::iri);
-        if (components.hasQuery()) {
-            draft.setQuery(text(Part::query), Form::iri, false);
-        }
-        if (components.hasFragment()) {
-            draft.setFragment(text(Part::fragment), Form::iri);
-        }
-        draft.finish();
-    }
-
-    StoredText const& stored;
-    StoredText own;
-};
 
 /// The path of a value without its dot segments.
 View withoutDots(View path, std::u32string& own) {

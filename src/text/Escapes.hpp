@@ -21,15 +21,27 @@ inline constexpr std::array<signed char, 128> hexValues = [] {
     return values;
 }();
 
-/// The byte that the escape at `at` in `text` stands for: of a "%" and two ASCII hexadecimal digits. Negative
-/// where there is none.
-[[nodiscard]] constexpr int escapedByte(std::u32string_view text, std::size_t at) {
-    if (text.size() - at < 3 || text[at] != U'%') {
+namespace detail {
+
+template <class Char>
+[[nodiscard]] constexpr int escapedByte(std::basic_string_view<Char> text, std::size_t at) {
+    if (text.size() - at < 3 || text[at] != Char('%')) {
         return -1;
     }
     char32_t const high = text[at + 1];
     char32_t const low = text[at + 2];
     return (high | low) < hexValues.size() ? hexValues[high] * 16 | hexValues[low] : -1;
+}
+
+} // namespace detail
+
+/// The byte that the escape at `at` in `text` stands for: of a "%" and two ASCII hexadecimal digits. Negative
+/// where there is none. `at` is at most the length of the text.
+[[nodiscard]] constexpr int escapedByte(std::u32string_view text, std::size_t at) {
+    return detail::escapedByte(text, at);
+}
+[[nodiscard]] constexpr int escapedByte(std::u16string_view text, std::size_t at) {
+    return detail::escapedByte(text, at);
 }
 
 /// The upper-case hexadecimal digit of a value below 16.

@@ -38,7 +38,8 @@ namespace foundation::network {
 /// For every `iri` with a scheme and without dot segments, and every `base` with a scheme,
 /// `resolveExactly(makeRelativeExactly(iri, base), base) == iri`. An `iri` with dot segments is led to
 /// without them. Where one of the two has no scheme, the result is `iri` whole. Schemes and authorities are
-/// the same if their texts are. The result is as its text parsed again.
+/// the same if their texts are. The result is as its text parsed again. Built values whose own text cannot be
+/// read again (a path that begins with "//" beside no host, a "#" in a fragment) are the exception.
 ///
 /// Throws: `std::bad_alloc` alone.
 /// Complexity: linear.

@@ -1,0 +1,51 @@
+#pragma once
+
+/// Percent escapes of single texts.
+///
+///     #include <foundation/network/Escapes.hpp>
+///
+///     percentEncode(u"50% & é", IRIComponent::Query);   // u"50%%20&%20é"
+///     percentDecode(u"a%2Fb%FF");                       // u"a/b\uFFFD"
+///
+/// Stability: this header may still change while the library's first number is 0.
+
+#include <foundation/core/Export.hpp>
+#include <foundation/network/ParseFault.hpp>
+#include <foundation/network/Utf8.hpp>
+
+#include <string>
+#include <string_view>
+
+namespace foundation::network {
+
+/// A text as a component of an IRI holds it: from `Encoding::Raw` to `Encoding::Iri`, so that the component
+/// can be read again. `Scheme`, `Port` and `Text` leave it as it stands. A path counts as one behind a
+/// scheme, so ":" in its first segment stays.
+///
+/// `percentDecode` of the result gives the text again.
+///
+/// Throws: the `std::out_of_range` of the family with "Misplaced UTF-16 surrogate U+0xdc00 encountered while
+/// trying to encode UTF-32 sequence" for an unpaired surrogate.
+/// Complexity: linear.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT std::u16string percentEncode(std::u16string_view text,
+                                                              IRIComponent component);
+
+/// A text with its escapes decoded as UTF-8. Of bytes that are no UTF-8, each maximal part (Unicode, section
+/// 3.9) becomes U+FFFD. A "%" without two ASCII hexadecimal digits stands for itself.
+///
+/// Throws: `std::bad_alloc` alone.
+/// Complexity: linear.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT std::u16string percentDecode(std::u16string_view text);
+
+/// The same in UTF-8. Throw, besides, the `std::out_of_range` of the family with "Invalid UTF-8 sequence
+/// encountered while trying to encode UTF-32 character" for a text that is no UTF-8.
+[[nodiscard]] inline std::string percentEncode(std::string_view text, IRIComponent component) {
+    return toUtf8(percentEncode(std::u16string_view(fromUtf8(text)), component));
+}
+[[nodiscard]] inline std::string percentDecode(std::string_view text) {
+    return toUtf8(percentDecode(std::u16string_view(fromUtf8(text))));
+}
+
+} // namespace foundation::network

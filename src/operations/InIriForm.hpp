@@ -1,0 +1,33 @@
+#pragma once
+
+#include "iri/Draft.hpp"
+#include "iri/ValueAccess.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace foundation::network::operations {
+
+/// A value as its text in the Iri form has it: the value itself where it was parsed, else a copy.
+class InIriForm {
+public:
+    explicit InIriForm(IRI const& iri) : stored(iri::detail::ValueAccess::stored(iri)) {
+        if (!stored.parsed) {
+            convert();
+        }
+    }
+    InIriForm(InIriForm const&) = delete;
+    InIriForm& operator=(InIriForm const&) = delete;
+    ~InIriForm() = default;
+
+    [[nodiscard]] iri::detail::StoredText const& get() const { return stored.parsed ? stored : own; }
+    [[nodiscard]] std::u32string_view path() const { return get().given(iri::detail::Part::path); }
+
+private:
+    void convert();
+
+    iri::detail::StoredText const& stored;
+    iri::detail::StoredText own;
+};
+
+} // namespace foundation::network::operations

@@ -1,0 +1,70 @@
+#include <foundation/network/PathSegments.hpp>
+
+#include <foundation/core/except/InternalException.hpp>
+
+#include "operations/Assembly.hpp"
+#include "operations/ComponentText.hpp"
+#include "operations/Decoding.hpp"
+#include "text/Transcoding.hpp"
+
+#include <stdexcept>
+
+namespace foundation::network {
+
+using iri::detail::Part;
+using iri::detail::PartContext;
+using operations::Assembly;
+using operations::InIriForm;
+
+std::vector<std::u16string> getPathSegments(IRI const& iri) {
+    InIriForm const form(iri);
+    std::u16string const path = text::toUtf16(form.path());
+    std::vector<std::u16string> segments;
+    if (path.empty()) {
+        return segments;
+    }
+    for (std::size_t at = path.front() == u'/' ? 1 : 0;;) {
+        std::size_t const slash = path.find(u'/', at);
+        std::u16string_view const segment = std::u16string_view(path).substr(at, slash - at);
+        segments.push_back(operations::decoded(segment, operations::Plus::asItStands));
+        if (slash == std::u16string::npos) {
+            return segments;
+        }
+        at = slash + 1;
+    }
+}
+
+IRI withPathSegments(IRI const& iri, std::vector<std::u16string> const& segments) {
+    InIriForm const form(iri);
+    Assembly assembly(form.get());
+    bool const rooted = assembly.host || (!assembly.path.empty() && assembly.path.front() == U'/');
+    PartContext context;
+    context.schemePresent = true;                  // a ":" is looked at below
+    bool endsScheme = !assembly.scheme && !rooted; // in the first segment it would
+    std::u32string path;
+    for (auto const& segment : segments) {
+        if (segment == u"." || segment == u"..") {
+            throw core::except::detail::makeInternalException(
+                std::logic_error("Path segment must not be a dot segment"));
+        }
+        if (rooted || &segment != &segments.front()) {
+            path.push_back(U'/');
+        } else if (segment.empty()) {
+            path.append(U"./"); // or the next "/" would be taken for the root
+        }
+        for (char32_t const c : operations::escaped(Part::path, text::toUtf32(segment), context)) {
+            if (c == U'/') {
+                path.append(U"%2F");
+            } else if (c == U':' && endsScheme) {
+                path.append(U"%3A");
+            } else {
+                path.push_back(c);
+            }
+        }
+        endsScheme = false;
+    }
+    assembly.path = path;
+    return assembly.assembled();
+}
+
+} // namespace foundation::network

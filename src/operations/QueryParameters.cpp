@@ -1,0 +1,211 @@
+#include <foundation/network/QueryParameters.hpp>
+
+#include <foundation/network/With.hpp>
+
+#include "iri/encoding/PercentEncoding.hpp"
+#include "iri/grammar/CharacterClasses.hpp"
+#include "operations/Decoding.hpp"
+#include "operations/InIriForm.hpp"
+#include "text/CodePoints.hpp"
+#include "text/Escapes.hpp"
+#include "text/Transcoding.hpp"
+
+#include <algorithm>
+#include <ostream>
+
+namespace foundation::network {
+
+using operations::decoded;
+using operations::decodeNext;
+using operations::Plus;
+
+namespace {
+
+// A name or a value as the form writes it.
+void appendEncoded(std::u16string& out, std::u16string_view text) {
+    for (char32_t const c : text::toUtf32(text)) {
+        bool const special = c < 0x80 && std::u32string_view(U"%&+=;#").find(c) != std::u32string_view::npos;
+        if (c == U' ') {
+            out.push_back(u'+');
+        } else if (special || iri::encoding::isIriForbidden(c) ||
+                   !iri::grammar::is<iri::grammar::IQUERY>(c)) {
+            text::encodeUtf8(c, [&out](unsigned char byte) { text::percentByte(out, byte); });
+        } else {
+            char16_t units[2];
+            out.append(units, static_cast<std::size_t>(text::put(c, units) - units));
+        }
+    }
+}
+
+} // namespace
+
+std::u16string QueryParameter::getName() const {
+    return decoded(text.substr(0, nameLength), Plus::isSpace);
+}
+
+std::u16string QueryParameter::getValue() const {
+    return decoded(text.substr(std::min(nameLength + 1, text.size())), Plus::isSpace);
+}
+
+QueryParameters::QueryParameters(IRI const& iri, QuerySeparator separator) : separators(separator) {
+    operations::InIriForm const form(iri);
+    if (iri.hasQuery()) {
+        text = text::toUtf16(form.get().given(iri::detail::Part::query));
+        present = true;
+    }
+    split();
+}
+
+QueryParameters::QueryParameters(std::u16string_view query, QuerySeparator separator)
+    : text(query), separators(separator), present(!query.empty()) {
+    split();
+}
+
+bool QueryParameters::isSeparator(char16_t unit) const noexcept {
+    return unit == u'&' || (unit == u';' && separators == QuerySeparator::AmpersandOrSemicolon);
+}
+
+QueryParameters::Piece QueryParameters::pieceAt(std::size_t begin, std::size_t end) const {
+    std::u16string_view const piece = std::u16string_view(text).substr(begin, end - begin);
+    return {begin, piece.size(), std::min(piece.find(u'='), piece.size())};
+}
+
+void QueryParameters::split() {
+    pieces.clear();
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        std::size_t const begin = at;
+        while (at != text.size() && !isSeparator(text[at])) {
+            ++at;
+        }
+        if (at != begin) {
+            pieces.push_back(pieceAt(begin, at));
+        }
+    }
+}
+
+// Compared while it is decoded, so that nothing is allocated.
+bool QueryParameters::isNamed(Piece const& piece, std::u16string_view name) const {
+    std::u16string_view const written = std::u16string_view(text).substr(piece.begin, piece.nameLength);
+    std::size_t compared = 0;
+    for (std::size_t at = 0; at != written.size();) {
+        char16_t units[2];
+        char16_t const* const end = text::put(decodeNext(written, at, Plus::isSpace), units);
+        for (char16_t const* unit = units; unit != end; ++unit) {
+            if (compared == name.size() || name[compared++] != *unit) {
+                return false;
+            }
+        }
+    }
+    return compared == name.size();
+}
+
+std::optional<std::u16string> QueryParameters::find(std::u16string_view name) const {
+    auto const found =
+        std::find_if(pieces.begin(), pieces.end(), [&](Piece const& piece) { return isNamed(piece, name); });
+    if (found == pieces.end()) {
+        return std::nullopt;
+    }
+    return (*this)[static_cast<std::size_t>(found - pieces.begin())].getValue();
+}
+
+std::vector<std::u16string> QueryParameters::getAll(std::u16string_view name) const {
+    std::vector<std::u16string> values;
+    for (std::size_t i = 0; i != pieces.size(); ++i) {
+        if (isNamed(pieces[i], name)) {
+            values.push_back((*this)[i].getValue());
+        }
+    }
+    return values;
+}
+
+bool QueryParameters::contains(std::u16string_view name) const {
+    return std::any_of(pieces.begin(), pieces.end(),
+                       [&](Piece const& piece) { return isNamed(piece, name); });
+}
+
+void QueryParameters::append(std::u16string_view name, std::u16string_view value) {
+    std::u16string addition;
+    if (!text.empty()) {
+        addition.push_back(u'&');
+    }
+    std::size_t const begin = text.size() + addition.size();
+    appendEncoded(addition, name);
+    std::size_t const nameLength = text.size() + addition.size() - begin;
+    addition.push_back(u'=');
+    appendEncoded(addition, value);
+    pieces.push_back({begin, text.size() + addition.size() - begin, nameLength});
+    try {
+        text.append(addition);
+    } catch (...) {
+        pieces.pop_back();
+        throw;
+    }
+    present = true;
+}
+
+void QueryParameters::set(std::u16string_view name, std::u16string_view value) {
+    auto const first =
+        std::find_if(pieces.begin(), pieces.end(), [&](Piece const& piece) { return isNamed(piece, name); });
+    if (first == pieces.end()) {
+        return append(name, value);
+    }
+    std::u16string replacement(text, first->begin, first->nameLength);
+    replacement.push_back(u'=');
+    appendEncoded(replacement, value);
+    QueryParameters result(*this);
+    result.text.replace(first->begin, first->length, replacement);
+    result.split();
+    // Behind the first one, which stays, the others go.
+    std::size_t const kept = static_cast<std::size_t>(first - pieces.begin());
+    result.removeNamed(name, kept + 1);
+    *this = std::move(result);
+}
+
+std::size_t QueryParameters::remove(std::u16string_view name) {
+    QueryParameters result(*this);
+    std::size_t const removed = result.removeNamed(name, 0);
+    if (removed != 0) {
+        *this = std::move(result);
+    }
+    return removed;
+}
+
+// Each goes with the separator behind it, the last one with that in front of it.
+std::size_t QueryParameters::removeNamed(std::u16string_view name, std::size_t from) {
+    std::u16string rest;
+    rest.reserve(text.size());
+    std::size_t copied = 0;
+    std::size_t removed = 0;
+    for (std::size_t i = from; i != pieces.size(); ++i) {
+        Piece const& piece = pieces[i];
+        if (isNamed(piece, name)) {
+            rest.append(text, copied, piece.begin - copied);
+            std::size_t const end = piece.begin + piece.length;
+            copied = std::min(end + 1, text.size());
+            if (end == text.size() && !rest.empty()) {
+                rest.pop_back();
+            }
+            ++removed;
+        }
+    }
+    if (removed == 0) {
+        return 0;
+    }
+    rest.append(text, copied, text.size() - copied);
+    bool const none = removed == pieces.size();
+    text = none ? std::u16string() : std::move(rest);
+    present = !none;
+    split();
+    return removed;
+}
+
+IRI withQuery(IRI const& iri, QueryParameters const& parameters) {
+    return parameters.present ? withQuery(iri, std::u16string_view(parameters.text), Encoding::Iri)
+                              : withoutQuery(iri);
+}
+
+std::ostream& operator<<(std::ostream& stream, QueryParameters const& parameters) {
+    return stream << toUtf8(parameters.toQuery());
+}
+
+} // namespace foundation::network
