@@ -1,4 +1,5 @@
-// The links of a page, as a browser would follow them.
+// Where the links of a page lead. What must keep the escapes of paths as they are written, such as a crawler,
+// takes `resolveExactly` of References.hpp, as example 09 does.
 //
 // Prints:
 //   logo.png                 -> http://example.org/docs/logo.png

@@ -7,15 +7,16 @@
 //   line 4, the link at byte 10: U+0039 begins a port above 65535, at offset 9
 //   http://bücher.example/straße?q=1
 //   http://example.org/docs/b.html
+//   http://example.org/docs/c%2B%2B.html
 //   http://example.org/index.html#top
 //   mailto:jo@example.org
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/ParseResult.hpp>
+#include <foundation/network/References.hpp>
 #include <foundation/network/Utf8.hpp>
 
 #include <algorithm>
-#include <exception>
 #include <fstream>
 #include <iostream>
 #include <set>
@@ -26,7 +27,7 @@
 constexpr char const* shortPage = R"(<a href="b.html">b</a> <a href="./b.html">b again</a>
 <a href="http://bücher.example/straße?q=1">books</a> <a href="../index.html#top">home</a>
 <a href="two words.html">two words</a> <a href="mailto:jo@example.org">mail</a>
-<a href="http://h:99999/">nowhere</a>)";
+<a href="http://h:99999/">nowhere</a> <a href="c%2B%2B.html">C++</a>)";
 
 int main(int argc, char** argv) {
     using namespace foundation::network;
@@ -45,12 +46,11 @@ int main(int argc, char** argv) {
         for (std::size_t end = 0, at = 0; (at = line.find("href=\"", end)) != std::string::npos;) {
             at += 6;
             end = std::min(line.find('"', at), line.size());
-            auto const link = tryParse(std::string_view(line).substr(at, end - at));
-            try {
-                targets.insert(link.value().resolveAgainst(*address));
-            } catch (std::exception const& e) { // no link, or a path whose escapes are no text
-                std::cout << "line " << number << ", the link at byte " << at + 1 << ": "
-                          << (link ? e.what() : link.error().describe()) << '\n';
+            if (auto const link = tryParse(std::string_view(line).substr(at, end - at))) {
+                targets.insert(resolveExactly(*link, *address)); // a server may tell "%2B" from "+"
+            } else {
+                std::cout << "line " << number << ", the link at byte " << at + 1 << ": " << link.error()
+                          << '\n';
             }
         }
     }

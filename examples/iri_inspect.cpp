@@ -4,6 +4,7 @@
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/ParseResult.hpp>
+#include <foundation/network/References.hpp>
 #include <foundation/network/Utf8.hpp>
 
 #include <algorithm>
@@ -22,8 +23,10 @@ namespace {
 using foundation::network::Encoding;
 using foundation::network::IRI;
 using foundation::network::IRIComponent;
+using foundation::network::makeRelativeExactly;
 using foundation::network::ParseFault;
 using foundation::network::ParseReason;
+using foundation::network::resolveExactly;
 using foundation::network::tryParse;
 using foundation::network::utf8;
 using foundation::network::Utf8View;
@@ -35,6 +38,7 @@ Take IRIs (RFC 3987) apart and show their components.
                     may be given several times
       --forms       show each part in all of its forms, side by side
       --base IRI    resolve each line against IRI, and show the way back
+      --exact       with --base: keep every escape as it is written
       --json        print one JSON object a line (docs/json-output.md)
   -q, --quiet       print counts and refusals only
   -h, --help        show this help
@@ -49,6 +53,7 @@ Examples:
   iri_inspect 'http://jo@example.org:8080/a%20b?q=1#top'
   iri_inspect --forms 'http://bücher.example/straße?q=50%'
   iri_inspect --base http://example.org/docs/ ../img/logo.png '?page=2'
+  iri_inspect --base http://example.org/docs/ --exact a%2Fb
   iri_inspect --json --file links.txt | jq -r .host | sort | uniq -c
   iri_inspect --quiet --file links.txt
 )";
@@ -60,6 +65,7 @@ struct Argument {
 
 struct Options {
     bool forms = false;
+    bool exact = false;
     bool json = false;
     bool quiet = false;
     std::optional<IRI> base;
@@ -124,12 +130,13 @@ std::vector<FormText> encodedParts(IRI const& iri, Encoding encoding) {
 }
 
 // What a reference leads to from the base, and the reference that leads there; a refusal says why.
-std::vector<Component> resolved(IRI const& iri, IRI const& base) {
+std::vector<Component> resolved(IRI const& iri, IRI const& base, bool exact) {
     std::vector<Component> result;
     try {
-        IRI const target = iri.resolveAgainst(base);
+        IRI const target = exact ? resolveExactly(iri, base) : iri.resolveAgainst(base);
         result.push_back({"target", utf8(target).toString(false)});
-        result.push_back({"back", utf8(target.makeRelativeTo(base)).toString(false)});
+        IRI const back = exact ? makeRelativeExactly(target, base) : target.makeRelativeTo(base);
+        result.push_back({"back", utf8(back).toString(false)});
     } catch (std::exception const& e) {
         result.push_back({"error", e.what()});
     }
@@ -188,7 +195,7 @@ void printJson(IRI const& iri, std::string const& line, Options const& options) 
     object.add("iri", line);
     auto members = components(iri);
     if (options.base) {
-        auto const more = resolved(iri, *options.base);
+        auto const more = resolved(iri, *options.base, options.exact);
         members.insert(members.end(), more.begin(), more.end());
     }
     for (auto const& member : members) {
@@ -239,7 +246,7 @@ std::optional<ParseFault> inspect(std::string const& line, Options const& option
     if (options.json) {
         printJson(*iri, line, options);
     } else if (options.base) {
-        printTable(resolved(*iri, *options.base), line, style);
+        printTable(resolved(*iri, *options.base, options.exact), line, style);
     } else if (options.forms) {
         printForms(*iri, line, style);
     } else {
@@ -330,6 +337,8 @@ int readOptions(console::Words words, Options& options) {
         }
         if (words.is("--forms")) {
             options.forms = true;
+        } else if (words.is("--exact")) {
+            options.exact = true;
         } else if (words.is("--json")) {
             options.json = true;
         } else if (words.is("-q") || words.is("--quiet")) {
