@@ -5,6 +5,10 @@
 #include <foundation/network/IRIArgs.hpp>
 #include <foundation/network/IdnConverter.hpp>
 #include <foundation/network/NetworkInterface.hpp>
+#include <foundation/network/ParseResult.hpp>
+#include <foundation/network/PathSegments.hpp>
+#include <foundation/network/QueryParameters.hpp>
+#include <foundation/network/With.hpp>
 
 #include "support/Iris.hpp"
 
@@ -54,10 +58,14 @@ struct Operands {
         a = parsed ? IRI(u"http://u%41@h\u00E9:8/a%20b/\u00E9?q%C3%A9=%25#f%") : IRI(args);
         b = IRI(u"http://u%41@h\u00E9:8/a%20b/c/d/././%41/e?q");
     }
-    std::string state() const { return answers(a) + answers(b) + answers(IRI(args)); }
+    std::string state() const {
+        return answers(a) + answers(b) + answers(IRI(args)) + toUtf8(parameters.toQuery()) +
+               std::to_string(parameters.size());
+    }
 
     IRI a, b;
     IRIArgs args;
+    QueryParameters parameters{u"a-name=some+value&&b;\u00E9=%C3%A9&a-name=another-value"};
 };
 
 using Operation = std::function<Text(Operands*)>;
@@ -105,7 +113,17 @@ std::vector<Operation> operations() {
         [](auto* o) { return o->args.setPort(u"000000000000123"), Text(); },
         [](auto* o) { return o->args.appendQueryKeyValuePair(longName, u"a&b", true, true), Text(); },
         [](auto* o) { return o->args = IRIArgs(o->b), Text(); },
-        [](auto* o) { return o->b.toArgs(o->args), Text(); }};
+        [](auto* o) { return o->b.toArgs(o->args), Text(); },
+        [](auto*) { return iriFromUtf8("http://h\xC3\xA9/a-long-enough-text").toString(false); },
+        [](auto*) { return wide(tryParse("http://h\xC3\xA9/a-long-enough text").error().describe()); },
+        [](auto* o) { return tryParse(o->a.toString(false)).value_or(IRI()).toString(false); },
+        [](auto* o) { return withHost(o->a, "a host of some length%", Encoding::Raw).toString(false); },
+        [](auto* o) { return withoutFragment(o->b).toString(false); },
+        [](auto* o) { return withPathSegments(o->b, getPathSegments(o->a)).toString(false); },
+        [](auto* o) { return o->parameters.append(longName, u"a&b=c d"), Text(); },
+        [](auto* o) { return o->parameters.set(u"a-name", longName), Text(); },
+        [](auto* o) { return Text(o->parameters.remove(u"a-name"), u'a'); },
+        [](auto* o) { return withQuery(o->b, o->parameters).toString(false); }};
     all.insert(all.end(), more.begin(), more.end());
     return all;
 }
@@ -171,7 +189,7 @@ TEST(AllocationFailure, LeavesOperandsAsTheyWereAndTheNextTrySucceeds) {
             EXPECT_EQ(operands.state(), after);
         }
     }
-    EXPECT_EQ(all.size(), 76u);
+    EXPECT_EQ(all.size(), 89u);
     EXPECT_GT(failures, 1000u);
 }
 

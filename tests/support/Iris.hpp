@@ -7,6 +7,8 @@
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
+#include <foundation/network/References.hpp>
+#include <foundation/network/Utf8.hpp>
 
 #include <functional>
 #include <optional>
@@ -97,6 +99,9 @@ inline std::vector<Question> questions() {
         [](auto& iri, auto& other) { return other.resolveAgainst(iri).toString(true); },
         [](auto& iri, auto& other) { return iri.makeRelativeTo(other).toString(true); },
         [](auto& iri, auto& other) { return other.makeRelativeTo(iri).toString(true); },
+        [](auto& iri, auto& other) { return resolveExactly(iri, other).toString(false); },
+        [](auto& iri, auto& other) { return makeRelativeExactly(other, iri).toString(false); },
+        [](auto& iri, auto&) { return foundation::network::fromUtf8(utf8(iri).toString(true)); },
         [](auto& iri, auto&) { return IRI(foundation::network::IRIArgs(iri)).getPath(Encoding::Uri); },
         [](auto& iri, auto&) {
             std::ostringstream stream;
