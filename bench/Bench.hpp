@@ -72,9 +72,6 @@ inline constexpr char const* copy = "copy, destroy";
 inline constexpr char const* move = "move there and back";
 inline constexpr char const* insert = "insert into an unordered set";
 inline constexpr char const* build = "build from parts, write";
-inline constexpr char const* resolve = "resolve parsed values";
-inline constexpr char const* resolveTexts = "parse both, resolve, write";
-inline constexpr char const* relativise = "make relative";
 inline constexpr char const* parseTwice = "parse on two threads at once";
 inline constexpr char const* bytesHeld = "bytes held by a parsed value, not ns";
 inline constexpr char const* addressFromText = "address from text";
@@ -85,6 +82,17 @@ inline constexpr char const* nameToAscii = "domain name to ASCII";
 inline constexpr std::array refuse{"refuse, fault early", "refuse, fault late"};
 inline constexpr std::array refuseByException{"refuse by exception, fault early",
                                               "refuse by exception, fault late"};
+
+/// What is done with a reference and a base.
+struct References {
+    char const* resolve;
+    char const* resolveTexts;
+    char const* relativise;
+};
+inline constexpr References onDecodedPaths{"resolve parsed values", "parse both, resolve, write",
+                                           "make relative"};
+inline constexpr References exactly{"resolve parsed values exactly", "parse both, resolve exactly, write",
+                                    "make relative exactly"};
 } // namespace operation
 
 /// The texts whose path has escapes in it where they are `wanted`, or those whose path has none; over again
@@ -116,6 +124,16 @@ inline auto utf8RowsOf(char const* library, Corpus const& corpus) {
             row(operation::parseUtf8, pass);
         } else if (name == operation::text) {
             row(operation::textUtf8, pass);
+        }
+    };
+}
+
+/// Registers cells of another library on pairs. It has one way with references, whose time stands in the rows
+/// of both of this library's ways.
+inline auto rowsOf(char const* library, Pairs const& pairs) {
+    return [library, &pairs](char const* operation::References::*operation, Pass const& pass) {
+        for (auto const* const way : {&operation::onDecodedPaths, &operation::exactly}) {
+            add(way->*operation, pairs.name, library, pairs.bases.utf8.size(), pass);
         }
     };
 }

@@ -6,6 +6,7 @@
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
 #include <foundation/network/ParseResult.hpp>
+#include <foundation/network/References.hpp>
 #include <foundation/network/Utf8.hpp>
 
 namespace bench {
@@ -103,29 +104,32 @@ void addDecodedPaths(Corpus const& corpus) {
     }
 }
 
-void addReferences(Pairs const& pairs) {
-    auto const values = makePairs(pairs.references.utf16, pairs.bases.utf16, parse);
-    std::size_t const items = pairs.bases.utf16.size();
-    add(operation::resolve, pairs.name, library, items,
-        overFreshPairs(values, [](IRI const& reference, IRI const& base) {
-            DoNotOptimize(reference.resolveAgainst(base));
-        }));
-    add(operation::resolveTexts, pairs.name, library, items,
+template <class Resolve, class Relativise>
+void addReferences(Pairs const& pairs, operation::References const& way, Resolve resolve,
+                   Relativise relativise) {
+    auto const row = [&pairs](char const* operation, Pass pass) {
+        add(operation, pairs.name, library, pairs.bases.utf16.size(), std::move(pass));
+    };
+    row(way.resolve, overFreshPairs(makePairs(pairs.references.utf16, pairs.bases.utf16, parse),
+                                    [resolve](IRI const& reference, IRI const& base) {
+                                        DoNotOptimize(resolve(reference, base));
+                                    }));
+    row(way.resolveTexts,
         overFreshPairs([&pairs] { return std::pair(pairs.references.utf16, pairs.bases.utf16); },
-                       [](auto const& reference, auto const& base) {
-                           DoNotOptimize(IRI(reference).resolveAgainst(IRI(base)).toString(false));
+                       [resolve](auto const& reference, auto const& base) {
+                           DoNotOptimize(resolve(IRI(reference), IRI(base)).toString(false));
                        }));
-    auto const targets = [&pairs] {
+    auto const targets = [&pairs, resolve] {
         std::vector<IRI> made;
         for (std::size_t i = 0; i != pairs.bases.utf16.size(); ++i) {
-            IRI const target = IRI(pairs.references.utf16[i]).resolveAgainst(IRI(pairs.bases.utf16[i]));
+            IRI const target = resolve(IRI(pairs.references.utf16[i]), IRI(pairs.bases.utf16[i]));
             made.emplace_back(target.toString(false));
         }
         return std::pair(std::move(made), makeAll(pairs.bases.utf16, parse));
     };
-    add(operation::relativise, pairs.name, library, items,
-        overFreshPairs(
-            targets, [](IRI const& target, IRI const& base) { DoNotOptimize(target.makeRelativeTo(base)); }));
+    row(way.relativise, overFreshPairs(targets, [relativise](IRI const& target, IRI const& base) {
+            DoNotOptimize(relativise(target, base));
+        }));
 }
 
 } // namespace
@@ -137,7 +141,12 @@ void addIri(Data const& data) {
         addRefused(*corpus);
         addDecodedPaths(*corpus);
     }
-    addReferences(data.pairs);
+    addReferences(
+        data.pairs, operation::onDecodedPaths,
+        [](IRI const& reference, IRI const& base) { return reference.resolveAgainst(base); },
+        [](IRI const& iri, IRI const& base) { return iri.makeRelativeTo(base); });
+    addReferences(data.pairs, operation::exactly, foundation::network::resolveExactly,
+                  foundation::network::makeRelativeExactly);
 }
 
 } // namespace bench

@@ -52,13 +52,14 @@ __attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
                                          [](url const& a, url const& b) { DoNotOptimize(a == b); }));
     row(operation::copy, overFresh(fresh, [](url const& value) { DoNotOptimize(url(value)); }));
     auto const& pairs = data.pairs;
+    auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);
-    add(operation::resolve, pairs.name, library, pairs.bases.utf8.size(),
-        overFreshPairs(values, [](url const& reference, url const& base) {
-            url target;
-            (void)boost::urls::resolve(base, reference, target);
-            DoNotOptimize(target);
-        }));
+    pairsRow(&operation::References::resolve,
+             overFreshPairs(values, [](url const& reference, url const& base) {
+                 url target;
+                 (void)boost::urls::resolve(base, reference, target);
+                 DoNotOptimize(target);
+             }));
 }
 
 } // namespace bench

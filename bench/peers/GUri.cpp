@@ -58,12 +58,13 @@ void addGUri(Data const& data) {
             overFresh(fresh, [](Uri const& uri) { DoNotOptimize(Text(g_uri_to_string(uri.get()))); }));
     }
     auto const& pairs = data.pairs;
-    add(operation::resolveTexts, pairs.name, library, pairs.bases.utf8.size(),
-        overFreshPairs([&pairs] { return std::pair(pairs.references.utf8, pairs.bases.utf8); },
-                       [](std::string const& reference, std::string const& base) {
-                           DoNotOptimize(Text(g_uri_resolve_relative(base.c_str(), reference.c_str(),
-                                                                     G_URI_FLAGS_ENCODED, nullptr)));
-                       }));
+    auto const pairsRow = rowsOf(library, pairs);
+    pairsRow(&operation::References::resolveTexts,
+             overFreshPairs([&pairs] { return std::pair(pairs.references.utf8, pairs.bases.utf8); },
+                            [](std::string const& reference, std::string const& base) {
+                                DoNotOptimize(Text(g_uri_resolve_relative(base.c_str(), reference.c_str(),
+                                                                          G_URI_FLAGS_ENCODED, nullptr)));
+                            }));
 }
 
 } // namespace bench

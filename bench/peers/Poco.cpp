@@ -49,13 +49,14 @@ void addPoco(Data const& data) {
         row(operation::copy, overFresh(fresh, [](URI const& uri) { DoNotOptimize(URI(uri)); }));
     }
     auto const& pairs = data.pairs;
+    auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);
-    add(operation::resolve, pairs.name, library, pairs.bases.utf8.size(),
-        overFreshPairs(values, [](URI const& reference, URI const& base) {
-            URI target(base);
-            target.resolve(reference);
-            DoNotOptimize(target);
-        }));
+    pairsRow(&operation::References::resolve,
+             overFreshPairs(values, [](URI const& reference, URI const& base) {
+                 URI target(base);
+                 target.resolve(reference);
+                 DoNotOptimize(target);
+             }));
 }
 
 } // namespace bench

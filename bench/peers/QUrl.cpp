@@ -68,17 +68,17 @@ void addQUrl(Data const& data) {
         }
     }
     auto const& pairs = data.pairs;
+    auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf16, pairs.bases.utf16, parse);
-    std::size_t const items = pairs.bases.utf16.size();
-    add(operation::resolve, pairs.name, library, items,
-        overFreshPairs(values, [](QUrl const& reference, QUrl const& base) {
-            DoNotOptimize(base.resolved(reference));
-        }));
-    add(operation::resolveTexts, pairs.name, library, items,
-        overFreshPairs([&pairs] { return std::pair(pairs.references.utf16, pairs.bases.utf16); },
-                       [](auto const& reference, auto const& base) {
-                           DoNotOptimize(parse(base).resolved(parse(reference)).toString());
-                       }));
+    pairsRow(&operation::References::resolve,
+             overFreshPairs(values, [](QUrl const& reference, QUrl const& base) {
+                 DoNotOptimize(base.resolved(reference));
+             }));
+    pairsRow(&operation::References::resolveTexts,
+             overFreshPairs([&pairs] { return std::pair(pairs.references.utf16, pairs.bases.utf16); },
+                            [](auto const& reference, auto const& base) {
+                                DoNotOptimize(parse(base).resolved(parse(reference)).toString());
+                            }));
 }
 
 } // namespace bench

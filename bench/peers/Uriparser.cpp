@@ -58,44 +58,44 @@ void addUriparser(Data const& data) {
         overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
                        [](Uri const& a, Uri const& b) { DoNotOptimize(uriEqualsUriA(a.get(), b.get())); }));
     auto const& pairs = data.pairs;
+    auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);
-    std::size_t const items = pairs.bases.utf8.size();
-    add(operation::resolve, pairs.name, library, items,
-        overFreshPairs(values, [](Uri const& reference, Uri const& base) {
-            UriUriA target;
-            uriAddBaseUriA(&target, reference.get(), base.get());
-            DoNotOptimize(target);
-            uriFreeUriMembersA(&target);
-        }));
-    add(operation::resolveTexts, pairs.name, library, items,
-        overFreshPairs([&pairs] { return std::pair(pairs.references.utf8, pairs.bases.utf8); },
-                       [](std::string const& reference, std::string const& base) {
-                           Uri const r = parse(reference);
-                           Uri const b = parse(base);
-                           UriUriA target;
-                           uriAddBaseUriA(&target, r.get(), b.get());
-                           DoNotOptimize(textOf(target));
-                           uriFreeUriMembersA(&target);
-                       }));
+    pairsRow(&operation::References::resolve,
+             overFreshPairs(values, [](Uri const& reference, Uri const& base) {
+                 UriUriA target;
+                 uriAddBaseUriA(&target, reference.get(), base.get());
+                 DoNotOptimize(target);
+                 uriFreeUriMembersA(&target);
+             }));
+    pairsRow(&operation::References::resolveTexts,
+             overFreshPairs([&pairs] { return std::pair(pairs.references.utf8, pairs.bases.utf8); },
+                            [](std::string const& reference, std::string const& base) {
+                                Uri const r = parse(reference);
+                                Uri const b = parse(base);
+                                UriUriA target;
+                                uriAddBaseUriA(&target, r.get(), b.get());
+                                DoNotOptimize(textOf(target));
+                                uriFreeUriMembersA(&target);
+                            }));
     // The texts of the targets stay: the values point into them.
     auto const targets = std::make_shared<std::vector<std::string>>();
-    for (std::size_t i = 0; i != items; ++i) {
+    for (std::size_t i = 0; i != pairs.bases.utf8.size(); ++i) {
         UriUriA target;
         uriAddBaseUriA(&target, parse(pairs.references.utf8[i]).get(), parse(pairs.bases.utf8[i]).get());
         targets->push_back(textOf(target));
         uriFreeUriMembersA(&target);
     }
-    add(operation::relativise, pairs.name, library, items,
-        overFreshPairs(
-            [&pairs, targets] {
-                return std::pair(makeAll(*targets, parse), makeAll(pairs.bases.utf8, parse));
-            },
-            [](Uri const& target, Uri const& base) {
-                UriUriA reference;
-                uriRemoveBaseUriA(&reference, target.get(), base.get(), URI_FALSE);
-                DoNotOptimize(reference);
-                uriFreeUriMembersA(&reference);
-            }));
+    pairsRow(&operation::References::relativise,
+             overFreshPairs(
+                 [&pairs, targets] {
+                     return std::pair(makeAll(*targets, parse), makeAll(pairs.bases.utf8, parse));
+                 },
+                 [](Uri const& target, Uri const& base) {
+                     UriUriA reference;
+                     uriRemoveBaseUriA(&reference, target.get(), base.get(), URI_FALSE);
+                     DoNotOptimize(reference);
+                     uriFreeUriMembersA(&reference);
+                 }));
 }
 
 } // namespace bench

@@ -12,6 +12,16 @@
 
 namespace foundation::network::iri::detail {
 
+/// Whether a path has a ":" in its first segment.
+[[nodiscard]] inline bool beginsLikeScheme(std::u32string_view path) {
+    for (char32_t const c : path) {
+        if (c == U'/' || c == U':') {
+            return c == U':';
+        }
+    }
+    return false;
+}
+
 /// The one writer of new values. A value is told from its start to its end in views, which must stay until
 /// then; the end copies them all into one text, in the order and with the delimiters of an IRI. So components
 /// pass through unchanged, each in the form in which it was given, and the whole takes one allocation.
@@ -113,6 +123,19 @@ public:
             put(from.stretch(begin, other.pathBegin));
         }
     }
+    /// Scheme and authority.
+    void takeFront(StoredText const& from) {
+        Components const& other = from.components;
+        components.schemeEnd = other.schemeEnd;
+        if (other.hasHost()) {
+            components.hostBegin = other.hostBegin;
+            components.hostEnd = other.hostEnd;
+            components.port = other.port;
+            components.setForm(Part::userInfo, other.form(Part::userInfo));
+            components.setForm(Part::host, other.form(Part::host));
+        }
+        put(from.stretch(0, other.pathBegin));
+    }
     /// The path, with what is known of it.
     void takePath(StoredText const& from) {
         putPath(View(), from.given(Part::path), from.components.form(Part::path),
@@ -128,6 +151,16 @@ public:
     void takeFragment(StoredText const& from) {
         components.setForm(Part::fragment, from.components.form(Part::fragment));
         put(from.stretch(from.components.queryEnd, from.components.end));
+    }
+
+    /// Query and fragment.
+    void takeBehindPath(StoredText const& from) {
+        Components const& other = from.components;
+        components.queryIsFormEncoded = other.queryIsFormEncoded;
+        components.setForm(Part::query, other.form(Part::query));
+        components.setForm(Part::fragment, other.form(Part::fragment));
+        components.queryEnd = length + other.queryEnd - other.pathEnd;
+        put(from.stretch(other.pathEnd, other.end));
     }
 
     void finish() {
@@ -175,11 +208,7 @@ private:
             put(U"/.");
         }
         if (kind == Kind::exact && !hasHost && components.schemeEnd == 0) {
-            std::size_t i = 0;
-            while (i != size && at(i) != U'/' && at(i) != U':') {
-                ++i;
-            }
-            if (i != size && at(i) == U':') {
+            if (beginsLikeScheme(front) || (front.find(U'/') == View::npos && beginsLikeScheme(rest))) {
                 put(U"./");
             }
         }

@@ -1,5 +1,7 @@
 #include "operations/InIriForm.hpp"
 
+#include <string>
+
 namespace foundation::network::operations {
 
 using iri::detail::Components;
@@ -7,13 +9,13 @@ using iri::detail::Draft;
 using iri::detail::Form;
 using iri::detail::Part;
 
-void InIriForm::convert() {
+void InIriForm::convert(iri::detail::StoredText& made) const {
     std::u32string texts[5]; // the draft reads them until it is finished
     auto const text = [&](Part part) {
         return stored.inForm(part, Form::iri, texts[static_cast<std::size_t>(part)]);
     };
     Components const& components = stored.components;
-    Draft draft(own, Draft::Kind::built);
+    Draft draft(made, Draft::Kind::built);
     if (components.hasScheme()) {
         draft.setScheme(stored.scheme());
     }

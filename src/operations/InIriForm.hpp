@@ -3,7 +3,7 @@
 #include "iri/Draft.hpp"
 #include "iri/ValueAccess.hpp"
 
-#include <string>
+#include <optional>
 #include <string_view>
 
 namespace foundation::network::operations {
@@ -13,21 +13,21 @@ class InIriForm {
 public:
     explicit InIriForm(IRI const& iri) : stored(iri::detail::ValueAccess::stored(iri)) {
         if (!stored.parsed) {
-            convert();
+            convert(own.emplace());
         }
     }
     InIriForm(InIriForm const&) = delete;
     InIriForm& operator=(InIriForm const&) = delete;
     ~InIriForm() = default;
 
-    [[nodiscard]] iri::detail::StoredText const& get() const { return stored.parsed ? stored : own; }
+    [[nodiscard]] iri::detail::StoredText const& get() const { return own ? *own : stored; }
     [[nodiscard]] std::u32string_view path() const { return get().given(iri::detail::Part::path); }
 
 private:
-    void convert();
+    void convert(iri::detail::StoredText& made) const;
 
     iri::detail::StoredText const& stored;
-    iri::detail::StoredText own;
+    std::optional<iri::detail::StoredText> own; // mostly none
 };
 
 } // namespace foundation::network::operations

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -46,10 +47,15 @@ View directoryOf(StoredText const& base) {
     return path.substr(0, path.rfind(U'/') + 1); // nothing where there is no "/"
 }
 
+/// Hardly any directory holds a dot at all, which is quicker to see.
+bool hasDotSegments(View directory) {
+    return text::contains(directory, U'.') && iri::hasRelativePathSegments(directory);
+}
+
 /// T.path = remove_dot_segments(merge(Base.path, R.path)).
 void setMergedPath(View reference, StoredText const& base, Draft& draft, std::u32string& own) {
     View directory = directoryOf(base);
-    if (iri::hasRelativePathSegments(directory)) {
+    if (hasDotSegments(directory)) {
         own.append(directory).append(reference);
         iri::removeDotSegments(own);
         return draft.setPath(own, Form::iri);
@@ -69,16 +75,15 @@ void setMergedPath(View reference, StoredText const& base, Draft& draft, std::u3
 void resolve(StoredText const& reference, StoredText const& base, Draft& draft, std::u32string& own) {
     View const path = reference.given(Part::path);
     if (reference.components.hasScheme()) {
-        draft.takeScheme(reference);
-        draft.takeAuthority(reference);
+        draft.takeFront(reference);
         draft.setPath(withoutDots(path, own), Form::iri);
     } else {
-        draft.takeScheme(base);
         if (reference.components.hasHost()) {
+            draft.takeScheme(base);
             draft.takeAuthority(reference);
             draft.setPath(withoutDots(path, own), Form::iri);
         } else {
-            draft.takeAuthority(base);
+            draft.takeFront(base);
             if (path.empty()) {
                 draft.setPath(base.given(Part::path), Form::iri);
                 draft.takeQuery(reference.components.hasQuery() ? reference : base);
@@ -91,8 +96,7 @@ void resolve(StoredText const& reference, StoredText const& base, Draft& draft, 
             }
         }
     }
-    draft.takeQuery(reference);
-    draft.takeFragment(reference);
+    draft.takeBehindPath(reference);
 }
 
 /// The length of a text in UTF-16.
@@ -104,9 +108,50 @@ std::size_t unitsOf(View text) {
 /// A relative path that leads to a path: `front` and then `rest`, which is the end of the path.
 struct RelativePath {
     bool found = false;
-    std::u32string front;
+    View front;
     View rest;
+    std::u32string own; // holds a long front
 };
+
+/// So many times "../"; `less` by so many of their last characters.
+View upwards(std::size_t count, std::size_t less, std::u32string& own) {
+    constexpr View some = U"../../../../../../../../";
+    std::size_t const length = 3 * count - less;
+    if (length <= some.size()) {
+        return some.substr(0, length);
+    }
+    while (own.size() < length) {
+        own += some;
+    }
+    return View(own).substr(0, length);
+}
+
+/// Whether a relative path needs "./" in front: it begins with "/", or its first segment holds ":". The draft
+/// sees the latter as well; here it counts only where "./" could make the path longer than what it spares.
+bool readsAsOtherwise(View path, std::size_t spared) {
+    return path.front() == U'/' || (spared < 2 && iri::detail::beginsLikeScheme(path));
+}
+
+/// The relative path by so many times "../" and then what is behind the shared start.
+void setRelativePath(View path, std::size_t shared, std::size_t up, RelativePath& result) {
+    result.found = true;
+    result.rest = path.substr(shared);
+    if (up != 0) { // ".." names a directory as well as "../" does
+        result.front = upwards(up, result.rest.empty() ? 1 : 0, result.own);
+    } else if (result.rest.empty()) {
+        result.front = U".";
+    } else if (readsAsOtherwise(result.rest, shared)) {
+        result.front = U"./";
+    }
+}
+
+std::size_t slashesIn(View text) {
+    std::uint32_t count = 0; // as wide as a code point, for the compiler's vector code
+    for (char32_t const c : text) {
+        count += c == U'/' ? 1U : 0U;
+    }
+    return count;
+}
 
 /// The shortest relative path from a directory, by which section 5.2.3 begins, to a path without dot
 /// segments.
@@ -114,46 +159,24 @@ struct RelativePath {
 /// A directory without its dots ends in "/" or is empty, and what is merged with it is put behind it. Each
 /// "../" takes its last segment off; what is left of a rootless one is "/" then, but an empty one stays.
 /// So "../" is written until the rest of the directory begins the path.
-RelativePath relativePathTo(View path, View directory) {
-    RelativePath result;
-    std::size_t up = 0;
+void setRelativePathFrom(View directory, View path, RelativePath& result) {
     std::size_t shared = text::commonLength(path, directory);
-    if (shared != directory.size()) {
-        std::size_t const slash = shared == 0 ? View::npos : directory.rfind(U'/', shared - 1);
-        if (slash == View::npos && path.substr(0, 1) != U"/") {
-            return result;
-        }
-        shared = slash == View::npos ? 0 : slash + 1;
-        up = static_cast<std::size_t>(
-            std::count(directory.begin() + static_cast<std::ptrdiff_t>(shared), directory.end(), U'/'));
-        if (slash == View::npos) {
-            shared = 1; // the "/" that is left of a rootless directory
-        }
+    if (shared == directory.size()) {
+        return setRelativePath(path, shared, 0, result);
     }
-    result.found = true;
-    result.rest = path.substr(shared);
-    if (result.rest.empty()) { // "." and ".." name a directory as well as "./" and "../" do
-        for (std::size_t i = 1; i < up; ++i) {
-            result.front += U"../";
-        }
-        result.front += up == 0 ? U"." : U"..";
-        return result;
+    std::size_t const slash = shared == 0 ? View::npos : directory.rfind(U'/', shared - 1);
+    if (slash != View::npos) {
+        return setRelativePath(path, slash + 1, slashesIn(directory.substr(slash + 1)), result);
     }
-    for (std::size_t i = 0; i != up; ++i) {
-        result.front += U"../";
+    if (path.substr(0, 1) == U"/") { // which is left of a rootless directory
+        setRelativePath(path, 1, slashesIn(directory), result);
     }
-    bool const readsAsOtherwise =
-        result.rest.front() == U'/' || result.rest.substr(0, result.rest.find(U'/')).find(U':') != View::npos;
-    if (up == 0 && readsAsOtherwise) {
-        result.front = U"./";
-    }
-    return result;
 }
 
 /// The directory of a base without its dot segments.
 View cleanDirectoryOf(StoredText const& base, std::u32string& own) {
     View const directory = directoryOf(base);
-    if (!iri::hasRelativePathSegments(directory)) {
+    if (!hasDotSegments(directory)) {
         return directory;
     }
     own = directory;
@@ -161,6 +184,18 @@ View cleanDirectoryOf(StoredText const& base, std::u32string& own) {
     iri::removeDotSegments(own);
     own.pop_back();
     return own;
+}
+
+/// Whether a relative path is no longer than the whole path, which is behind a scheme where it is rootless.
+bool isNoLonger(RelativePath const& relative, View path, View scheme) {
+    View const left = path.substr(0, path.size() - relative.rest.size()); // out of the relative one
+    if (relative.front.size() <= left.size()) {
+        return true;
+    }
+    std::size_t const inFront = path.substr(0, 1) != U"/"    ? unitsOf(scheme) + 1
+                                : path.substr(0, 2) == U"//" ? 2
+                                                             : 0;
+    return relative.front.size() <= inFront + unitsOf(left);
 }
 
 bool hasSameQuery(StoredText const& left, StoredText const& right) {
@@ -183,13 +218,10 @@ bool setReference(StoredText const& target, View path, StoredText const& base, D
                   RelativePath& relative, std::u32string& own) {
     Components const& t = target.components;
     Components const& b = base.components;
-    if (target.scheme() != base.scheme()) {
-        setWhole(target, path, draft);
-        return false;
-    }
-    View const authority = target.stretch(t.authorityBegin(), t.pathBegin);
-    if (!text::isSame(authority, base.stretch(b.authorityBegin(), b.pathBegin))) {
-        if (t.hasHost()) {
+    bool const sameFront = t.schemeEnd == b.schemeEnd &&
+                           text::isSame(target.stretch(0, t.pathBegin), base.stretch(0, b.pathBegin));
+    if (!sameFront) {
+        if (t.hasHost() && text::isSame(target.scheme(), base.scheme())) {
             draft.takeAuthority(target);
             draft.setPath(path, Form::iri);
         } else {
@@ -207,11 +239,18 @@ bool setReference(StoredText const& target, View path, StoredText const& base, D
         draft.setPath(View(), Form::iri);
         return sameQuery;
     }
-    relative = relativePathTo(path, cleanDirectoryOf(base, own));
-    bool const absolute = path.substr(0, 1) == U"/";
-    std::size_t const shared = path.size() - relative.rest.size();
-    std::size_t const asAbsolute = unitsOf(path.substr(0, shared)) + (path.substr(0, 2) == U"//" ? 2 : 0);
-    if (relative.found && (!absolute || relative.front.size() <= asAbsolute)) {
+    std::size_t const shared = text::commonLength(path, basePath);
+    std::size_t const slash = shared == 0 ? View::npos : basePath.rfind(U'/', shared - 1);
+    View const behind = basePath.substr(slash + 1);
+    std::size_t const up = slashesIn(behind);
+    // The directory is without dots if what is left behind the shared start is.
+    if (slash != View::npos && (up == 0 || !iri::hasRelativePathSegments(behind))) {
+        setRelativePath(path, slash + 1, up, relative);
+    } else {
+        setRelativePathFrom(cleanDirectoryOf(base, own), path, relative);
+    }
+    bool const absolute = !path.empty() && path.front() == U'/';
+    if (relative.found && isNoLonger(relative, path, target.scheme())) {
         draft.setPath(relative.front, relative.rest, Form::iri);
     } else if (absolute) {
         draft.setPath(path, Form::iri);

@@ -11,7 +11,7 @@ enum class Escapes { none, percent };
 template <ClassMask mask, Escapes escapes = Escapes::none>
 [[nodiscard]] inline char32_t const* endOfRun(char32_t const* at, char32_t const* const last) {
     // Moves behind one more character or escape, if there is one.
-    auto const step = [&at, last] {
+    auto const step = [&] {
         if (is<mask>(*at)) {
             ++at;
             return true;
