@@ -4,9 +4,9 @@
 #   $1 = http://bücher.example/a?q
 #
 # Only memory is read and nothing in the process is called, so it works on core files, too. The members that are read
-# are those of TemplateIRI.hpp, StoredText.hpp, ParseResult.hpp, Utf8.hpp and of the classes with the suffix Impl;
-# strings, pointers and optional values are taken as libstdc++ lays them out. Where such a layout changes, change `iri_text` or the printer of the
-# class here, and tests/debugger tells whether it fits.
+# are those of TemplateIRI.hpp, StoredText.hpp, ParseResult.hpp, Utf8.hpp, QueryParameters.hpp and of the classes with
+# the suffix Impl; strings, pointers and optional values are taken as libstdc++ lays them out. Where such a layout
+# changes, change `iri_text` or the printer of the class here, and tests/debugger tells whether it fits.
 
 import socket
 
@@ -98,6 +98,11 @@ class ParseResult(Printer):
         return ParseFault(self.value["fault"]).shown()
 
 
+class QueryParameters(Printer):
+    def shown(self):
+        return text(self.value["text"])
+
+
 class InetAddress(Handle):
     def of(self, content):
         name = text(self.value["hostName"])
@@ -132,6 +137,7 @@ def printers():
         HardwareAddress,
         ParseFault,
         ParseResult,
+        QueryParameters,
         Utf8View,
     ):
         collection.add_printer(printer.__name__, "^foundation::network::%s$" % printer.__name__, printer)

@@ -1,12 +1,12 @@
-// Builds an IRI from parts: nothing needs to be escaped by hand, whatever stands in a key or a value.
+// Builds an IRI with a query: nothing needs to be escaped by hand, whatever stands in a name or a value.
 //
 // Prints:
 //   http://example.org/s%C3%B6k?q=a%2Bb+%26+c&page=2
-//   The path reads /sök again
+//   The path reads /sök, and q a+b & c
+//   http://example.org/s%C3%B6k?q=a%2Bb+%26+c&page=3
 
-#include <foundation/network/IRI.hpp>
-#include <foundation/network/IRIArgs.hpp>
-#include <foundation/network/Utf8.hpp>
+#include <foundation/network/QueryParameters.hpp>
+#include <foundation/network/With.hpp>
 
 #include <iostream>
 #include <string>
@@ -15,10 +15,15 @@ int main() {
     using namespace foundation::network;
 
     std::string const words = "a+b & c"; // as a form gives them, in UTF-8
-    IRIArgs args;
-    args.setScheme(u"http").setHost(u"example.org").setPath(fromUtf8("/sök"));
-    args.appendQueryKeyValuePair(u"q", fromUtf8(words), false, false);
-    args.appendQueryKeyValuePair(u"page", u"2", false, false);
-    IRI const iri(args);
-    std::cout << iri << '\n' << "The path reads " << utf8(iri).getPath(Encoding::Raw) << " again\n";
+    IRI const page = withPath(IRI(u"http://example.org"), "/sök", Encoding::Raw);
+    QueryParameters parameters(page);
+    parameters.append("q", words);
+    parameters.append("page", "2");
+    IRI const iri = withQuery(page, parameters);
+    std::cout << iri << '\n'
+              << "The path reads " << utf8(iri).getPath(Encoding::Raw) << ", and q "
+              << toUtf8(QueryParameters(iri).find("q").value_or(u"")) << '\n';
+
+    parameters.set("page", "3");
+    std::cout << withQuery(iri, parameters) << '\n';
 }

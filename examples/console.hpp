@@ -140,6 +140,13 @@ public:
         }
         return raw(name, "[" + list + "]");
     }
+    Json& add(std::string_view name, std::vector<Json> const& objects) {
+        std::string list;
+        for (auto const& object : objects) {
+            list += (list.empty() ? "" : ",") + object.text();
+        }
+        return raw(name, "[" + list + "]");
+    }
     Json& addNull(std::string_view name) { return raw(name, "null"); }
     [[nodiscard]] std::string text() const { return "{" + members + "}"; }
 

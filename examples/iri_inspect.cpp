@@ -4,8 +4,10 @@
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/ParseResult.hpp>
+#include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/References.hpp>
 #include <foundation/network/Utf8.hpp>
+#include <foundation/network/With.hpp>
 
 #include <algorithm>
 #include <array>
@@ -14,6 +16,7 @@
 #include <fstream>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,15 +24,21 @@
 namespace {
 
 using foundation::network::Encoding;
+using foundation::network::fromUtf8;
 using foundation::network::IRI;
 using foundation::network::IRIComponent;
 using foundation::network::makeRelativeExactly;
 using foundation::network::ParseFault;
 using foundation::network::ParseReason;
+using foundation::network::QueryParameter;
+using foundation::network::QueryParameters;
 using foundation::network::resolveExactly;
+using foundation::network::toUtf8;
 using foundation::network::tryParse;
 using foundation::network::utf8;
 using foundation::network::Utf8View;
+using foundation::network::withoutFragment;
+using foundation::network::withQuery;
 
 constexpr char const* help = R"(Usage: iri_inspect [OPTION]... [IRI]...
 Take IRIs (RFC 3987) apart and show their components.
@@ -39,6 +48,12 @@ Take IRIs (RFC 3987) apart and show their components.
       --forms       show each part in all of its forms, side by side
       --base IRI    resolve each line against IRI, and show the way back
       --exact       with --base: keep every escape as it is written
+      --query       show the parameters of the query, decoded, a line each
+      --with-query NAME=VALUE
+                    give the query's parameter NAME this VALUE, both without
+                    escapes, and show the changed IRI; may be given several times
+      --without-fragment
+                    show the IRI without its fragment
       --json        print one JSON object a line (docs/json-output.md)
   -q, --quiet       print counts and refusals only
   -h, --help        show this help
@@ -54,6 +69,8 @@ Examples:
   iri_inspect --forms 'http://bücher.example/straße?q=50%'
   iri_inspect --base http://example.org/docs/ ../img/logo.png '?page=2'
   iri_inspect --base http://example.org/docs/ --exact a%2Fb
+  iri_inspect --query 'http://example.org/?name=J+%26+J&page=2'
+  iri_inspect --with-query 'name=J & J' --without-fragment http://example.org/#top
   iri_inspect --json --file links.txt | jq -r .host | sort | uniq -c
   iri_inspect --quiet --file links.txt
 )";
@@ -68,12 +85,16 @@ struct Options {
     bool exact = false;
     bool json = false;
     bool quiet = false;
+    bool query = false;
+    bool fragmentGoes = false;
+    std::vector<std::pair<std::u16string, std::u16string>> parameters; // that are set
     std::optional<IRI> base;
     std::vector<std::string> files;
     std::vector<Argument> iris;
 
     // Whether a refusal is an object of JSON, and nothing on standard error.
     [[nodiscard]] bool objects() const { return json && !quiet; }
+    [[nodiscard]] bool changes() const { return fragmentGoes || !parameters.empty(); }
 };
 
 struct Counts {
@@ -143,6 +164,32 @@ std::vector<Component> resolved(IRI const& iri, IRI const& base, bool exact) {
     return result;
 }
 
+// The IRI with the changes that were asked for, and with all else as it is written.
+IRI changed(IRI const& iri, Options const& options) {
+    IRI result = options.fragmentGoes ? withoutFragment(iri) : iri;
+    if (!options.parameters.empty()) {
+        QueryParameters parameters(result);
+        for (auto const& [name, value] : options.parameters) {
+            parameters.set(name, value);
+        }
+        result = withQuery(result, parameters);
+    }
+    return result;
+}
+
+// What the changes and the base make of an IRI.
+std::vector<Component> results(IRI const& iri, Options const& options) {
+    std::vector<Component> rows;
+    if (options.changes()) {
+        rows.push_back({"changed", utf8(changed(iri, options)).toString(false)});
+    }
+    if (options.base) {
+        auto const more = resolved(iri, *options.base, options.exact);
+        rows.insert(rows.end(), more.begin(), more.end());
+    }
+    return rows;
+}
+
 // All components that are there, in the order of the text.
 std::vector<Component> components(IRI const& iri) {
     std::vector<Component> parts;
@@ -190,16 +237,41 @@ void printForms(IRI const& iri, std::string const& line, console::Style const& s
     }
 }
 
+// A row a parameter, and nothing where there is no query.
+void printParameters(IRI const& iri, std::string const& line, console::Style const& style) {
+    std::vector<console::Row> rows;
+    for (QueryParameter const parameter : QueryParameters(iri)) {
+        rows.push_back({console::shown(toUtf8(parameter.getName()))});
+        if (parameter.hasValue()) {
+            rows.back().push_back(console::shown(toUtf8(parameter.getValue())));
+        }
+    }
+    std::cout << style.title(console::shown(line)) << '\n';
+    auto const widths = console::widths(rows);
+    for (auto const& row : rows) {
+        std::cout << "  "
+                  << (row.size() == 1 ? style.label(row[0])
+                                      : style.label(console::padded(row[0], widths[0])) + "  " + row[1])
+                  << '\n';
+    }
+}
+
 void printJson(IRI const& iri, std::string const& line, Options const& options) {
     console::Json object;
     object.add("iri", line);
-    auto members = components(iri);
-    if (options.base) {
-        auto const more = resolved(iri, *options.base, options.exact);
-        members.insert(members.end(), more.begin(), more.end());
+    for (auto const& rows : {components(iri), results(iri, options)}) {
+        for (auto const& member : rows) {
+            object.add(member.name, member.text);
+        }
     }
-    for (auto const& member : members) {
-        object.add(member.name, member.text);
+    if (options.query && iri.hasQuery()) {
+        std::vector<console::Json> parameters;
+        for (QueryParameter const parameter : QueryParameters(iri)) {
+            console::Json& added = parameters.emplace_back();
+            added.add("name", toUtf8(parameter.getName()));
+            parameter.hasValue() ? added.add("value", toUtf8(parameter.getValue())) : added.addNull("value");
+        }
+        object.add("parameters", parameters);
     }
     if (options.forms) {
         console::Json forms;
@@ -245,8 +317,10 @@ std::optional<ParseFault> inspect(std::string const& line, Options const& option
     }
     if (options.json) {
         printJson(*iri, line, options);
-    } else if (options.base) {
-        printTable(resolved(*iri, *options.base, options.exact), line, style);
+    } else if (options.changes() || options.base) {
+        printTable(results(*iri, options), line, style);
+    } else if (options.query) {
+        printParameters(*iri, line, style);
     } else if (options.forms) {
         printForms(*iri, line, style);
     } else {
@@ -327,6 +401,20 @@ bool inspectFile(std::string const& name, Options const& options, console::Style
     return true;
 }
 
+// Takes NAME=VALUE; false if it is none, or no UTF-8.
+bool readParameter(std::string const& word, Options& options) {
+    std::size_t const sign = word.find('=');
+    if (sign == std::string::npos) {
+        return false;
+    }
+    try {
+        options.parameters.emplace_back(fromUtf8(word.substr(0, sign)), fromUtf8(word.substr(sign + 1)));
+        return true;
+    } catch (std::out_of_range const&) {
+        return false;
+    }
+}
+
 // Returns -1 to go on, or the exit status.
 int readOptions(console::Words words, Options& options) {
     std::string value;
@@ -343,6 +431,16 @@ int readOptions(console::Words words, Options& options) {
             options.json = true;
         } else if (words.is("-q") || words.is("--quiet")) {
             options.quiet = true;
+        } else if (words.is("--query")) {
+            options.query = true;
+        } else if (words.is("--without-fragment")) {
+            options.fragmentGoes = true;
+        } else if (words.is("--with-query", value)) {
+            if (!readParameter(value, options)) {
+                std::cerr << "iri_inspect: --with-query: no NAME=VALUE in UTF-8: " << console::shown(value)
+                          << '\n';
+                return 2;
+            }
         } else if (words.is("--base", value)) {
             auto base = tryParse(value);
             if (!base) {

@@ -4,6 +4,8 @@
 #include <foundation/network/IRIArgs.hpp>
 #include <foundation/network/IdnConverter.hpp>
 #include <foundation/network/NetworkInterface.hpp>
+#include <foundation/network/ParseResult.hpp>
+#include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/iri/detail/StringParts.hpp>
 
 #include "support/Laws.hpp"
@@ -32,6 +34,7 @@ static_assert(movesForSure<InetAddress>() && movesForSure<InterfaceAddress>() &&
               movesForSure<NetworkInterface>());
 static_assert(movesForSure<HardwareAddress>() && movesForSure<Addresses>() && movesForSure<IdnConverter>());
 static_assert(movesForSure<IdnConverterException>());
+static_assert(movesForSure<QueryParameters>() && movesForSure<ParseResult>());
 static_assert(std::is_nothrow_default_constructible_v<IRI> && std::is_nothrow_destructible_v<Failure>);
 static_assert(!std::is_nothrow_move_constructible_v<IRIArgs>, "moving copies");
 static_assert(!std::is_nothrow_default_constructible_v<InetAddress> && !noexcept(IRI().hashValue()));
@@ -53,6 +56,20 @@ TEST(Audit, EveryClassSurvivesItselfAndBeingMovedFrom) {
                  [](NetworkInterface const& adapter) { return adapter.getIdentifier(); });
     valuesTravel(IdnConverter(), IdnConverter(),
                  [](IdnConverter const& idn) { return idn.toAscii(u"\u00FC"); });
+    auto const query = [](QueryParameters const& parameters) {
+        std::u16string names = withQuery(IRI(u"x:?q"), parameters).toString(false);
+        for (QueryParameter const parameter : parameters) {
+            names += parameter.getName();
+        }
+        return names;
+    };
+    QueryParameters moved(u"a=1&b");
+    EXPECT_EQ(query(QueryParameters(std::move(moved))), u"x:?a=1&bab");
+    EXPECT_EQ(query(moved), u"x:"); // NOLINT(bugprone-use-after-move): that is what is asked
+    valuesTravel(QueryParameters(u"a=1&b"), QueryParameters(IRI(u"x:?")), query);
+    valuesTravel(tryParse(u"http://h/?q"), tryParse(u"<"), [](ParseResult const& result) {
+        return result ? support::show(result->toString(false)) : result.error().describe();
+    });
     auto const what = [](std::exception const& e) { return std::string(e.what()); };
     valuesTravel(IdnConverterException("a name of more than fifteen bytes"), IdnConverterException("one"),
                  what);

@@ -1,7 +1,7 @@
 #include <foundation/network/fmt.hpp>
 #include <foundation/network/format.hpp>
 
-#include <fmt/ranges.h> // a hardware address is a range too, and must stay unambiguous
+#include <fmt/ranges.h> // a hardware address and parameters are ranges too, and must stay unambiguous
 #include <gtest/gtest.h>
 
 #include <iomanip>
@@ -37,6 +37,7 @@ TEST(Formatters, AllWriteTheSameTextWithItsWidth) {
     row(utf8(IRI(u"http://h/a%20b")), "http://h/a%20b");
     row(ParseFault{8, IRIComponent::Host, ParseReason::NotInHost, U' '},
         "U+0020 cannot stand in a host, at offset 8");
+    row(QueryParameters(u"a+b=%26&c"), "a+b=%26&c");
     EXPECT_EQ(fmt::format("{}", HardwareAddress()), "");
 }
 
@@ -48,8 +49,11 @@ TEST(Formatters, WriteUtf8ThatIsNotAscii) {
     stream << std::setw(6) << utf8(iri);
     EXPECT_EQ(stream.str(), text);
     EXPECT_EQ(fmt::format("{:>6}", utf8(iri)), "  " + text);
+    QueryParameters const parameters(u"\u00E9=1");
+    EXPECT_EQ(fmt::format("{:>6}", parameters), "   \u00E9=1");
 #ifdef __cpp_lib_format
     EXPECT_EQ(std::format("{:>6}", utf8(iri)), "  " + text);
+    EXPECT_EQ(std::format("{:>6}", parameters), "   \u00E9=1");
 #endif
 }
 

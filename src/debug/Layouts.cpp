@@ -8,6 +8,7 @@
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/ParseResult.hpp>
+#include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/Utf8.hpp>
 
 namespace foundation::network {
@@ -22,6 +23,7 @@ struct Layouts {
     NetworkInterfaceImpl const* networkInterface;
     ParseResult const* parseResult;
     Utf8View const* utf8View;
+    QueryParameters const* queryParameters;
 };
 
 [[gnu::used]] constinit Layouts const* const layouts = nullptr;

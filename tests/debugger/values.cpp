@@ -6,6 +6,7 @@
 #include <foundation/network/InetAddress.hpp>
 #include <foundation/network/InterfaceAddress.hpp>
 #include <foundation/network/ParseResult.hpp>
+#include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/Utf8.hpp>
 
 #include <cstdlib>
@@ -17,10 +18,10 @@ namespace {
 int look(IRI const& parsed, IRI const& built, IRI const& empty, InetAddress const& four,
          InetAddress const& six, InetAddress const& moved, InterfaceAddress const& onLink,
          HardwareAddress const& hardware, ParseResult const& taken, ParseResult const& refused,
-         ParseFault const& fault, Utf8View const& narrow) {
+         ParseFault const& fault, Utf8View const& narrow, QueryParameters const& query) {
     return parsed.hasHost() && built.hasHost() && empty.isEmpty() && four.isLoopback() && six.isLoopback() &&
                    onLink.prefixLength() > 0 && !hardware.empty() && &moved != &six && taken && !refused &&
-                   fault.offset != 0 && !narrow.getScheme().empty()
+                   fault.offset != 0 && !narrow.getScheme().empty() && !query.empty()
                ? EXIT_SUCCESS
                : EXIT_FAILURE;
 }
@@ -38,5 +39,6 @@ int main() {
     return look(parsed, built, IRI(), InetAddress::getByName("127.0.0.1"), six, moved,
                 InterfaceAddress(InetAddress("192.0.2.1"), 24), HardwareAddress({0, 0x1A, 0xFF}),
                 tryParse("http://h/\u00E9"), tryParse("http://\u00FC b/"),
-                tryParse(std::u16string{u'a', char16_t{0xD800}}).error(), utf8(parsed));
+                tryParse(std::u16string{u'a', char16_t{0xD800}}).error(), utf8(parsed),
+                QueryParameters(u"name=J+%26+\u00E9&flag"));
 }

@@ -19,13 +19,13 @@
 namespace foundation::network {
 
 /// A text as a component of an IRI holds it: from `Encoding::Raw` to `Encoding::Iri`, so that the component
-/// can be read again. `Scheme`, `Port` and `Text` leave it as it stands. A path counts as one behind a
-/// scheme, so ":" in its first segment stays.
+/// can be read again, and `percentDecode` gives the text again. `Scheme`, `Port` and `Text` hold no escapes:
+/// for these the text comes back as it stands. A path counts as one behind a scheme, so ":" in its first
+/// segment stays.
 ///
-/// `percentDecode` of the result gives the text again.
-///
-/// Throws: the `std::out_of_range` of the family with "Misplaced UTF-16 surrogate U+0xdc00 encountered while
-/// trying to encode UTF-32 sequence" for an unpaired surrogate.
+/// Throws: for a component with escapes the `std::out_of_range` of the family with "Misplaced UTF-16
+/// surrogate U+0xdc00 encountered while trying to encode UTF-32 sequence", and the value that it met, for an
+/// unpaired surrogate.
 /// Complexity: linear.
 /// Thread safety: any number of threads.
 [[nodiscard]] ZVFLNETWORK_EXPORT std::u16string percentEncode(std::u16string_view text,

@@ -27,7 +27,7 @@ namespace foundation::network {
 [[nodiscard]] ZVFLNETWORK_EXPORT std::vector<std::u16string> getPathSegments(IRI const& iri);
 
 /// A copy whose path has these segments, escaped, "/" as well. It begins with "/" if that of `iri` does, and
-/// beside a host. All else is left as it is written.
+/// beside a host; without segments it is empty. All else is left as it is written.
 ///
 /// `getPathSegments` of the result gives the segments again, but where the first of them is empty and the
 /// path is rootless, or begins with "/" beside no host and has further segments: such a path gets "./" or

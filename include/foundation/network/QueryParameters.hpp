@@ -24,6 +24,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace foundation::network {
@@ -57,8 +58,8 @@ private:
 /// parameters, as well. Changes end iterators and looks at parameters. Names are compared decoded.
 ///
 /// Any number of threads may call `const` operations on one object at the same time. Changes have the strong
-/// guarantee. Those that take text throw the `std::out_of_range` of the family for what is no UTF-16 or
-/// UTF-8.
+/// guarantee. `append` and `set` throw the `std::out_of_range` of the family for what is no UTF-16, and every
+/// operation that takes UTF-8 throws it for what is none. What was moved from has no parameters.
 class ZVFLNETWORK_EXPORT QueryParameters {
 public:
     class const_iterator;
@@ -67,10 +68,26 @@ public:
 
     /// Those of the query of `iri`. Linear.
     explicit QueryParameters(IRI const& iri, QuerySeparator separator = QuerySeparator::Ampersand);
-    /// Those of a query in `Encoding::Iri`, without its "?". Linear.
+    /// Those of a query in `Encoding::Iri`, without its "?"; of "", no query. Linear.
     explicit QueryParameters(std::u16string_view query, QuerySeparator separator = QuerySeparator::Ampersand);
     explicit QueryParameters(std::string_view query, QuerySeparator separator = QuerySeparator::Ampersand)
         : QueryParameters(std::u16string_view(fromUtf8(query)), separator) {}
+
+    QueryParameters(QueryParameters const& other) = default;
+    QueryParameters(QueryParameters&& other) noexcept : separators(other.separators) { swap(other); }
+    QueryParameters& operator=(QueryParameters const& other) = default;
+    QueryParameters& operator=(QueryParameters&& other) noexcept {
+        QueryParameters(std::move(other)).swap(*this);
+        return *this;
+    }
+    ~QueryParameters() = default;
+
+    void swap(QueryParameters& other) noexcept {
+        text.swap(other.text);
+        pieces.swap(other.pieces);
+        std::swap(separators, other.separators);
+        std::swap(present, other.present);
+    }
 
     /// The value of the first parameter of this name: "" without a "=", nothing if there is none. Linear.
     [[nodiscard]] std::optional<std::u16string> find(std::u16string_view name) const;
@@ -80,8 +97,9 @@ public:
     [[nodiscard]] std::size_t size() const noexcept { return pieces.size(); }
     [[nodiscard]] bool empty() const noexcept { return pieces.empty(); }
 
-    /// Appends a parameter, behind a "&". Escapes "%", "&", "+", "=", ";", "#", bidi format characters and
-    /// what a query cannot hold; a space becomes "+". Linear in the parameter, over all appended ones.
+    /// Appends a parameter, behind a "&" where there is text already. Escapes "%", "&", "+", "=", ";", "#",
+    /// bidi format characters and what a query cannot hold; a space becomes "+". Linear in the parameter,
+    /// over all appended ones.
     void append(std::u16string_view name, std::u16string_view value);
     /// Gives the first parameter of this name this value, and removes the others; appends one where there is
     /// none. Linear in the whole.
@@ -119,7 +137,7 @@ public:
         return {std::u16string_view(text).substr(piece.begin, piece.length), piece.nameLength};
     }
 
-    /// Whether both have the same text, and take it apart alike.
+    /// Whether both have the same text and take it apart alike; an empty query differs from none.
     friend bool operator==(QueryParameters const& left, QueryParameters const& right) noexcept {
         return left.present == right.present && left.separators == right.separators &&
                left.text == right.text;
@@ -149,6 +167,10 @@ private:
     QuerySeparator separators = QuerySeparator::Ampersand;
     bool present = false; // an empty query can be there or not
 };
+
+inline void swap(QueryParameters& left, QueryParameters& right) noexcept {
+    left.swap(right);
+}
 
 /// Gives parameters by value.
 class QueryParameters::const_iterator {
@@ -221,7 +243,7 @@ inline QueryParameters::const_iterator QueryParameters::end() const noexcept {
     return {*this, size()};
 }
 
-/// A copy of `iri` with these parameters as its query, and all else left as it is written.
+/// A copy of `iri` with these parameters as its query, and all else left as it is written. Of a parsed IRI,
 /// `withQuery(iri, QueryParameters(iri)) == iri`.
 ///
 /// Throws: the `std::logic_error` of the family with "IRI parsing failed" where the text that the parameters
@@ -230,7 +252,8 @@ inline QueryParameters::const_iterator QueryParameters::end() const noexcept {
 /// Thread safety: any number of threads.
 [[nodiscard]] ZVFLNETWORK_EXPORT IRI withQuery(IRI const& iri, QueryParameters const& parameters);
 
-/// Writes `toQuery()` in UTF-8 with the stream's formatting.
+/// Writes `toQuery()` in UTF-8 with the stream's formatting. Throws the `std::out_of_range` of the family
+/// where the text is no UTF-16.
 ZVFLNETWORK_EXPORT std::ostream& operator<<(std::ostream& stream, QueryParameters const& parameters);
 
 } // namespace foundation::network

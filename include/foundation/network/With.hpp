@@ -12,7 +12,9 @@
 /// Of all operations here:
 ///
 /// Meaning: components that are not named have the text that they had, but for "/." or "./" in front of a
-/// path that would read as a host or a scheme. The result is as its text parsed again. Text in
+/// path that would read as a host or a scheme. The result is as its text parsed again, but where a built
+/// value holds another component that could not be read again (a stray "%" in user information, brackets in a
+/// query, a "#" or brackets in a fragment). Text in
 /// `Encoding::Raw` is escaped, so that the getter gives it back: "[::1]" is a name then. Text in any other
 /// encoding is taken as it stands: "[::1]" is an address. Text is UTF-16, or, in `std::string_view`, UTF-8.
 ///

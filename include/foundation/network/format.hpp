@@ -7,13 +7,15 @@
 ///     std::format("{} is at {:>15}", iri, address);
 ///
 /// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill, precision.
-/// A width counts columns; that of a stream counts bytes, which are more where `utf8(iri)` is not ASCII.
+/// A width counts columns; that of a stream counts bytes, which are more where the text is not ASCII: that of
+/// `utf8(iri)` and of `QueryParameters` can be so.
 
 #include <foundation/network/HardwareAddress.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/InetAddress.hpp>
 #include <foundation/network/InterfaceAddress.hpp>
 #include <foundation/network/ParseFault.hpp>
+#include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/Utf8.hpp>
 #include <foundation/network/detail/Printed.hpp>
 
@@ -58,6 +60,9 @@ struct formatter<foundation::network::Utf8View>
 template <>
 struct formatter<foundation::network::ParseFault>
     : foundation::network::detail::StdFormatter<foundation::network::ParseFault> {};
+template <>
+struct formatter<foundation::network::QueryParameters>
+    : foundation::network::detail::StdFormatter<foundation::network::QueryParameters> {};
 
 } // namespace std
 

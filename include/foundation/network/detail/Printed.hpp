@@ -2,6 +2,7 @@
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/ParseFault.hpp>
+#include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/Utf8.hpp>
 
 #include <string>
@@ -28,6 +29,10 @@ inline std::string printed(Utf8View const& view) {
 
 inline std::string printed(ParseFault const& fault) {
     return fault.describe();
+}
+
+inline std::string printed(QueryParameters const& parameters) {
+    return toUtf8(parameters.toQuery());
 }
 
 } // namespace foundation::network::detail
