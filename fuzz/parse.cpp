@@ -1,5 +1,5 @@
-// The laws of parsing; a refusal tells where and why; what is no UTF-16 or UTF-8 is refused as such; no answer
-// depends on what was asked before.
+// The laws of parsing; a refusal tells where and why; what is no UTF-16 or UTF-8 is refused as such; no
+// answer depends on what was asked before.
 
 #include "Input.hpp"
 

@@ -10,14 +10,7 @@
 namespace {
 
 using namespace support;
-using foundation::network::fromUtf8;
-using foundation::network::getPathSegments;
-using foundation::network::IRIArgs;
-using foundation::network::IRIComponent;
-using foundation::network::percentDecode;
-using foundation::network::percentEncode;
-using foundation::network::withPathSegments;
-using foundation::network::withPort;
+using namespace foundation::network;
 
 struct Named {
     char const* name;
@@ -26,19 +19,6 @@ struct Named {
     IRI (*with)(IRI const&, std::u16string_view, Encoding);
     IRI (*without)(IRI const&);
 };
-using foundation::network::withFragment;
-using foundation::network::withHost;
-using foundation::network::withoutFragment;
-using foundation::network::withoutHost;
-using foundation::network::withoutPort;
-using foundation::network::withoutQuery;
-using foundation::network::withoutScheme;
-using foundation::network::withoutUserInfo;
-using foundation::network::withPath;
-using foundation::network::withQuery;
-using foundation::network::withScheme;
-using foundation::network::withUserInfo;
-
 constexpr Named components[] = {
     {"user info", &IRI::hasUserInfo, &IRI::getUserInfo, withUserInfo, withoutUserInfo},
     {"host", &IRI::hasHost, &IRI::getHost, withHost, withoutHost},
