@@ -102,7 +102,7 @@ enum class Normalization : unsigned {
 /// Throws: `std::bad_alloc` alone.
 /// Complexity: linear in the length of the hosts; of a value that was built, of the whole.
 /// Thread safety: any number of threads.
-/// Source: RFC 6454, section 5, for the schemes of the web.
+/// Source: RFC 6454, sections 4 and 5, but for names beyond ASCII, which it converts.
 [[nodiscard]] ZVFLNETWORK_EXPORT bool isSameOrigin(IRI const& a, IRI const& b);
 
 } // namespace foundation::network
