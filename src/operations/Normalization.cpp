@@ -64,16 +64,15 @@ private:
 
 // Escapes.
 
-/// A control of direction: RFC 3987, section 4.1, and U+061C and U+2066 to U+2069, which are younger.
-bool isDirection(char32_t c) {
-    return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
-           (c >= 0x2066 && c <= 0x2069);
+/// Controls of direction that are younger than RFC 3987, whose own (section 4.1) no IRI may hold.
+bool isYoungDirection(char32_t c) {
+    return c == 0x061C || (c >= 0x2066 && c <= 0x2069);
 }
 
 bool isToBeDecoded(char32_t c) {
     using namespace iri::grammar;
     return c < 0x80 ? is<ALNUM | UNRESERVED_MARK>(c)
-                    : is<UCSCHAR>(c) && !iri::encoding::isIriForbidden(c) && !isDirection(c);
+                    : is<UCSCHAR>(c) && !iri::encoding::isIriForbidden(c) && !isYoungDirection(c);
 }
 
 /// What stands at a place of a text all of whose escapes are decoded that are to be.
@@ -168,20 +167,23 @@ void raiseEscapes(Text& component) {
 
 void lowerLetters(Text& component) {
     View const text = component.get();
-    auto const isUpper = [](char32_t c) { return c != lower(c); };
-    if (std::none_of(text.begin(), text.end(), isUpper)) {
-        return;
-    }
-    std::u32string result(text);
-    for (std::size_t at = 0; at != result.size();) {
+    std::u32string result;
+    for (std::size_t at = 0; at != text.size();) {
         if (text::escapedByte(text, at) >= 0) {
             at += 3;
-        } else {
-            result[at] = lower(result[at]);
-            ++at;
+            continue;
         }
+        if (text[at] != lower(text[at])) {
+            if (result.empty()) {
+                result = text;
+            }
+            result[at] = lower(text[at]);
+        }
+        ++at;
     }
-    component.set(std::move(result));
+    if (!result.empty()) {
+        component.set(std::move(result));
+    }
 }
 
 // AsciiHost.
@@ -208,8 +210,7 @@ bool isName(View name) {
 /// "/" or "@" in it would end the host.
 void convertHost(Text& host) {
     View const text = host.get();
-    bool const isAscii = !text::containsOrAbove(text, 0x80, 0x80);
-    if (isAscii || text.front() == U'[') {
+    if (text::isAllWithin(text, 0, 0x7F)) {
         return;
     }
     std::string converted;
@@ -302,7 +303,6 @@ struct Components {
             if (auto const port = defaultPort(scheme.get())) {
                 if (assembly.port && assembly.portNumber == *port) {
                     assembly.port = std::nullopt;
-                    assembly.portNumber = 0;
                     portIsGone = true;
                 }
                 if (path.get().empty()) {
