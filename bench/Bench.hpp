@@ -47,6 +47,7 @@ struct Pairs {
 struct Data {
     Identifiers urls;
     Identifiers iris;
+    Corpus queries; // the URLs that have a query
     Pairs pairs;
     Corpus hosts; // domain names in Unicode
 };
@@ -72,6 +73,11 @@ inline constexpr char const* copy = "copy, destroy";
 inline constexpr char const* move = "move there and back";
 inline constexpr char const* insert = "insert into an unordered set";
 inline constexpr char const* build = "build from parts, write";
+inline constexpr char const* replaceFragment = "replace the fragment";
+inline constexpr char const* replaceQuery = "replace the query";
+inline constexpr char const* parameters = "all query parameters, decoded, owned";
+inline constexpr char const* appendParameters = "append ten parameters to a query, write it";
+inline constexpr char const* segments = "path segments, decoded, owned";
 inline constexpr char const* parseTwice = "parse on two threads at once";
 inline constexpr char const* bytesHeld = "bytes held by a parsed value, not ns";
 inline constexpr char const* addressFromText = "address from text";
@@ -94,6 +100,25 @@ inline constexpr References onDecodedPaths{"resolve parsed values", "parse both,
 inline constexpr References exactly{"resolve parsed values exactly", "parse both, resolve exactly, write",
                                     "make relative exactly"};
 } // namespace operation
+
+/// What fragments and queries are replaced with.
+inline constexpr std::string_view newFragment = "section-3.2";
+inline constexpr std::string_view newQuery = "page=2&sort=name";
+
+/// What is appended to queries, each text by a function of it.
+template <class Make>
+auto parametersToAppend(Make make) {
+    using namespace std::string_view_literals;
+    std::vector<std::pair<decltype(make(""sv)), decltype(make(""sv))>> made;
+    for (auto const& [name, value] :
+         {std::pair("page"sv, "2"sv), std::pair("sort"sv, "name"sv), std::pair("city"sv, "New York"sv),
+          std::pair("q"sv, "black & white"sv), std::pair("lang"sv, "en"sv), std::pair("sum"sv, "1=1"sv),
+          std::pair("return to"sv, "/a/b?c#d"sv), std::pair("share"sv, "50%"sv),
+          std::pair("session"sv, "5f2b7c1e9a"sv), std::pair("debug"sv, ""sv)}) {
+        made.emplace_back(make(name), make(value));
+    }
+    return made;
+}
 
 /// The texts whose path has escapes in it where they are `wanted`, or those whose path has none; over again
 /// where they are too few to be timed.
@@ -192,6 +217,16 @@ auto makeAll(Items const& items, Make make) {
 template <class Items, class Make>
 auto makePairs(Items const& first, Items const& second, Make make) {
     return [&first, &second, make] { return std::pair(makeAll(first, make), makeAll(second, make)); };
+}
+
+/// The function of a value that changes a copy of it.
+template <class Change>
+auto onCopy(Change change) {
+    return [change](auto const& value) {
+        auto copy = value;
+        change(copy);
+        benchmark::DoNotOptimize(copy);
+    };
 }
 
 /// A pass on two threads, each over all items; so many times that starting a thread does not tell.

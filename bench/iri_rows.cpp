@@ -6,8 +6,11 @@
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
 #include <foundation/network/ParseResult.hpp>
+#include <foundation/network/PathSegments.hpp>
+#include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/References.hpp>
 #include <foundation/network/Utf8.hpp>
+#include <foundation/network/With.hpp>
 
 namespace bench {
 
@@ -17,6 +20,7 @@ using benchmark::DoNotOptimize;
 using foundation::network::Encoding;
 using foundation::network::IRI;
 using foundation::network::IRIArgs;
+using foundation::network::QueryParameters;
 using foundation::network::utf8;
 
 constexpr char const* library = "this library";
@@ -104,6 +108,39 @@ void addDecodedPaths(Corpus const& corpus) {
     }
 }
 
+std::u16string toUtf16(std::string_view ascii) {
+    return {ascii.begin(), ascii.end()};
+}
+
+void addParts(Data const& data) {
+    auto const row = rowsOf(library, data.urls);
+    auto const fresh = [&data] { return makeAll(data.urls.utf16, parse); };
+    row(operation::replaceFragment, overFresh(fresh, [text = toUtf16(newFragment)](IRI const& iri) {
+            DoNotOptimize(foundation::network::withFragment(iri, text, Encoding::Iri));
+        }));
+    row(operation::replaceQuery, overFresh(fresh, [text = toUtf16(newQuery)](IRI const& iri) {
+            DoNotOptimize(foundation::network::withQuery(iri, text, Encoding::Iri));
+        }));
+    row(operation::segments,
+        overFresh(fresh, [](IRI const& iri) { DoNotOptimize(foundation::network::getPathSegments(iri)); }));
+    auto const ofQueries = rowsOf(library, data.queries);
+    auto const queries = [&data] { return makeAll(data.queries.utf16, parse); };
+    ofQueries(operation::parameters, overFresh(queries, [](IRI const& iri) {
+                  for (auto const& parameter : QueryParameters(iri)) {
+                      DoNotOptimize(parameter.getName());
+                      DoNotOptimize(parameter.getValue());
+                  }
+              }));
+    ofQueries(operation::appendParameters,
+              overFresh(queries, [more = parametersToAppend(toUtf16)](IRI const& iri) {
+                  QueryParameters query(iri);
+                  for (auto const& [name, value] : more) {
+                      query.append(name, value);
+                  }
+                  DoNotOptimize(query.toQuery());
+              }));
+}
+
 template <class Resolve, class Relativise>
 void addReferences(Pairs const& pairs, operation::References const& way, Resolve resolve,
                    Relativise relativise) {
@@ -141,6 +178,7 @@ void addIri(Data const& data) {
         addRefused(*corpus);
         addDecodedPaths(*corpus);
     }
+    addParts(data);
     addReferences(
         data.pairs, operation::onDecodedPaths,
         [](IRI const& reference, IRI const& base) { return reference.resolveAgainst(base); },

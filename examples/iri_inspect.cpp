@@ -2,7 +2,9 @@
 
 #include "console.hpp"
 
+#include <foundation/network/FileIri.hpp>
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/Normalization.hpp>
 #include <foundation/network/ParseResult.hpp>
 #include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/References.hpp>
@@ -24,10 +26,13 @@
 namespace {
 
 using foundation::network::Encoding;
+using foundation::network::fileFromIri;
 using foundation::network::fromUtf8;
 using foundation::network::IRI;
 using foundation::network::IRIComponent;
+using foundation::network::iriFromFile;
 using foundation::network::makeRelativeExactly;
+using foundation::network::normalize;
 using foundation::network::ParseFault;
 using foundation::network::ParseReason;
 using foundation::network::QueryParameter;
@@ -54,6 +59,9 @@ Take IRIs (RFC 3987) apart and show their components.
                     escapes, and show the changed IRI; may be given several times
       --without-fragment
                     show the IRI without its fragment
+      --normalize   show the normal form: escapes, case, dot segments
+      --path        take each line as an absolute path of this machine; show its
+                    file: IRI, and the path that it leads back to
       --json        print one JSON object a line (docs/json-output.md)
   -q, --quiet       print counts and refusals only
   -h, --help        show this help
@@ -71,6 +79,8 @@ Examples:
   iri_inspect --base http://example.org/docs/ --exact a%2Fb
   iri_inspect --query 'http://example.org/?name=J+%26+J&page=2'
   iri_inspect --with-query 'name=J & J' --without-fragment http://example.org/#top
+  iri_inspect --normalize HTTP://EXAMPLE.org/%7ejo/./a
+  iri_inspect --path "$PWD/50% of é.txt"
   iri_inspect --json --file links.txt | jq -r .host | sort | uniq -c
   iri_inspect --quiet --file links.txt
 )";
@@ -83,6 +93,8 @@ struct Argument {
 struct Options {
     bool forms = false;
     bool exact = false;
+    bool normal = false;
+    bool paths = false;
     bool json = false;
     bool quiet = false;
     bool query = false;
@@ -95,6 +107,8 @@ struct Options {
     // Whether a refusal is an object of JSON, and nothing on standard error.
     [[nodiscard]] bool objects() const { return json && !quiet; }
     [[nodiscard]] bool changes() const { return fragmentGoes || !parameters.empty(); }
+    // Whether something that is made of an IRI is shown.
+    [[nodiscard]] bool shows() const { return changes() || base || normal; }
 };
 
 struct Counts {
@@ -177,7 +191,7 @@ IRI changed(IRI const& iri, Options const& options) {
     return result;
 }
 
-// What the changes and the base make of an IRI.
+// What the changes, the base and the normal form make of an IRI.
 std::vector<Component> results(IRI const& iri, Options const& options) {
     std::vector<Component> rows;
     if (options.changes()) {
@@ -186,6 +200,9 @@ std::vector<Component> results(IRI const& iri, Options const& options) {
     if (options.base) {
         auto const more = resolved(iri, *options.base, options.exact);
         rows.insert(rows.end(), more.begin(), more.end());
+    }
+    if (options.normal) {
+        rows.push_back({"normal", utf8(normalize(iri)).toString(false)});
     }
     return rows;
 }
@@ -297,27 +314,61 @@ void printRefusal(ParseFault const& fault, std::string const& line) {
     std::cout << object.text() << '\n';
 }
 
-// A refusal on standard error, in one write: what was refused stands in front.
-void tellRefusal(std::string const& where, ParseFault const& fault, std::string const& line) {
-    std::cerr << where + ": " + fault.describe() + '\n' + console::pointedAt(line, fault.offset);
+// A refusal as standard error has it, behind the place where it was met.
+std::string told(ParseFault const& fault, std::string const& line) {
+    return fault.describe() + '\n' + console::pointedAt(line, fault.offset);
+}
+
+// On standard error, in one write.
+void tellRefusal(std::string const& where, std::string const& refusal) {
+    std::cerr << where + ": " + refusal;
+}
+
+// Shows the IRI of a path, or says why there is none.
+std::optional<std::string> inspectPath(std::string const& line, Options const& options,
+                                       console::Style const& style) {
+    std::vector<Component> members;
+    std::optional<std::string> refusal;
+    try {
+        IRI const iri = iriFromFile(line);
+        members.push_back({"iri", utf8(iri).toString(false)});
+        members.push_back({"back", fileFromIri(iri).string()});
+    } catch (std::exception const& e) {
+        members = {{"error", e.what()}};
+        refusal = std::string(e.what()) + "\n  " + console::shown(line) + '\n';
+    }
+    if (options.objects()) {
+        console::Json object;
+        object.add("file", line);
+        for (auto const& member : members) {
+            object.add(member.name, member.text);
+        }
+        std::cout << object.text() << '\n';
+    } else if (!options.quiet && !refusal) {
+        printTable(members, line, style);
+    }
+    return refusal;
 }
 
 // Shows an IRI, or says why it is none.
-std::optional<ParseFault> inspect(std::string const& line, Options const& options,
-                                  console::Style const& style) {
+std::optional<std::string> inspect(std::string const& line, Options const& options,
+                                   console::Style const& style) {
+    if (options.paths) {
+        return inspectPath(line, options, style);
+    }
     auto const iri = tryParse(line);
     if (!iri) {
         if (options.objects()) {
             printRefusal(iri.error(), line);
         }
-        return iri.error();
+        return told(iri.error(), line);
     }
     if (options.quiet) {
         return std::nullopt;
     }
     if (options.json) {
         printJson(*iri, line, options);
-    } else if (options.changes() || options.base) {
+    } else if (options.shows()) {
         printTable(results(*iri, options), line, style);
     } else if (options.query) {
         printParameters(*iri, line, style);
@@ -374,11 +425,11 @@ bool inspectFile(std::string const& name, Options const& options, console::Style
     auto const begin = std::chrono::steady_clock::now();
     std::string line;
     for (std::size_t number = 1; std::getline(input, line); ++number) {
-        if (auto const fault = inspect(line, options, style)) {
+        if (auto const refusal = inspect(line, options, style)) {
             ++here.refused;
             if (!options.objects()) {
                 progress.clear();
-                tellRefusal(shown + ":" + std::to_string(number), *fault, line);
+                tellRefusal(shown + ":" + std::to_string(number), *refusal);
             }
         } else {
             ++here.taken;
@@ -427,6 +478,10 @@ int readOptions(console::Words words, Options& options) {
             options.forms = true;
         } else if (words.is("--exact")) {
             options.exact = true;
+        } else if (words.is("--normalize")) {
+            options.normal = true;
+        } else if (words.is("--path")) {
+            options.paths = true;
         } else if (words.is("--json")) {
             options.json = true;
         } else if (words.is("-q") || words.is("--quiet")) {
@@ -444,7 +499,7 @@ int readOptions(console::Words words, Options& options) {
         } else if (words.is("--base", value)) {
             auto base = tryParse(value);
             if (!base) {
-                tellRefusal("iri_inspect: --base", base.error(), value);
+                tellRefusal("iri_inspect: --base", told(base.error(), value));
                 return 2;
             }
             options.base = *std::move(base);
@@ -476,10 +531,10 @@ int main(int argc, char** argv) {
     Counts counts;
     bool readable = true;
     for (auto const& iri : options.iris) {
-        if (auto const fault = inspect(iri.text, options, style)) {
+        if (auto const refusal = inspect(iri.text, options, style)) {
             ++counts.refused;
             if (!options.objects()) {
-                tellRefusal("argument " + std::to_string(iri.place), *fault, iri.text);
+                tellRefusal("argument " + std::to_string(iri.place), *refusal);
             }
         } else {
             ++counts.taken;

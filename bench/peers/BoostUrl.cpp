@@ -11,6 +11,7 @@ namespace {
 
 using benchmark::DoNotOptimize;
 using boost::urls::url;
+using boost::urls::url_view_base; // what only reads
 
 url parse(std::string const& text) {
     return url(text);
@@ -51,6 +52,33 @@ __attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
     row(operation::equal, overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
                                          [](url const& a, url const& b) { DoNotOptimize(a == b); }));
     row(operation::copy, overFresh(fresh, [](url const& value) { DoNotOptimize(url(value)); }));
+    row(operation::replaceFragment,
+        overFresh(fresh, onCopy([](url& value) { value.set_encoded_fragment(newFragment); })));
+    row(operation::replaceQuery,
+        overFresh(fresh, onCopy([](url& value) { value.set_encoded_query(newQuery); })));
+    row(operation::segments, overFresh(fresh, [](url_view_base const& value) {
+            auto const segments = value.segments();
+            std::vector<std::string> own;
+            own.reserve(segments.size());
+            own.assign(segments.begin(), segments.end());
+            DoNotOptimize(own);
+        }));
+    auto const ofQueries = rowsOf(library, data.queries);
+    auto const queries = [&data] { return makeAll(data.queries.utf8, parse); };
+    ofQueries(operation::parameters, overFresh(queries, [](url_view_base const& value) {
+                  for (boost::urls::param const parameter : value.params()) {
+                      DoNotOptimize(parameter);
+                  }
+              }));
+    auto const toView = [](std::string_view text) { return text; };
+    ofQueries(operation::appendParameters,
+              overFresh(queries, [more = parametersToAppend(toView)](url const& value) {
+                  url copy = value;
+                  for (auto const& [name, own] : more) {
+                      copy.params().append({name, own});
+                  }
+                  DoNotOptimize(std::string(copy.encoded_query()));
+              }));
     auto const& pairs = data.pairs;
     auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);

@@ -48,6 +48,30 @@ void addPoco(Data const& data) {
                                              [](URI const& a, URI const& b) { DoNotOptimize(a == b); }));
         row(operation::copy, overFresh(fresh, [](URI const& uri) { DoNotOptimize(URI(uri)); }));
     }
+    auto const row = rowsOf(library, data.urls);
+    auto const fresh = [&data] { return makeAll(data.urls.utf8, parse); };
+    auto const toText = [](std::string_view text) { return std::string(text); };
+    row(operation::replaceFragment,
+        overFresh(fresh, onCopy([text = toText(newFragment)](URI& uri) { uri.setFragment(text); })));
+    row(operation::replaceQuery,
+        overFresh(fresh, onCopy([text = toText(newQuery)](URI& uri) { uri.setRawQuery(text); })));
+    row(operation::segments, overFresh(fresh, [](URI const& uri) {
+            std::vector<std::string> segments;
+            uri.getPathSegments(segments);
+            DoNotOptimize(segments);
+        }));
+    auto const ofQueries = rowsOf(library, data.queries);
+    auto const queries = [&data] { return makeAll(data.queries.utf8, parse); };
+    ofQueries(operation::parameters,
+              overFresh(queries, [](URI const& uri) { DoNotOptimize(uri.getQueryParameters()); }));
+    ofQueries(operation::appendParameters,
+              overFresh(queries, [more = parametersToAppend(toText)](URI const& uri) {
+                  URI copy = uri;
+                  for (auto const& [name, value] : more) {
+                      copy.addQueryParameter(name, value);
+                  }
+                  DoNotOptimize(std::string(copy.getRawQuery()));
+              }));
     auto const& pairs = data.pairs;
     auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);

@@ -5,6 +5,7 @@
 
 #include <QtCore/QString>
 #include <QtCore/QUrl>
+#include <QtCore/QUrlQuery>
 
 namespace bench {
 
@@ -14,6 +15,9 @@ using benchmark::DoNotOptimize;
 
 QString toQString(std::u16string const& text) {
     return QString::fromUtf16(text.data(), static_cast<int>(text.size()));
+}
+QString toQString(std::string_view ascii) {
+    return QString::fromLatin1(ascii.data(), static_cast<int>(ascii.size()));
 }
 QUrl parse(std::u16string const& text) {
     return QUrl(toQString(text));
@@ -67,6 +71,26 @@ void addQUrl(Data const& data) {
             }
         }
     }
+    auto const row = rowsOf(library, data.urls);
+    auto const fresh = [&data] { return makeAll(data.urls.utf16, parse); };
+    row(operation::replaceFragment,
+        overFresh(fresh, onCopy([text = toQString(newFragment)](QUrl& url) { url.setFragment(text); })));
+    row(operation::replaceQuery,
+        overFresh(fresh, onCopy([text = toQString(newQuery)](QUrl& url) { url.setQuery(text); })));
+    auto const ofQueries = rowsOf(library, data.queries);
+    auto const queries = [&data] { return makeAll(data.queries.utf16, parse); };
+    ofQueries(operation::parameters, overFresh(queries, [](QUrl const& url) {
+                  DoNotOptimize(QUrlQuery(url).queryItems(QUrl::FullyDecoded));
+              }));
+    auto const toText = [](std::string_view text) { return toQString(text); };
+    ofQueries(operation::appendParameters,
+              overFresh(queries, [more = parametersToAppend(toText)](QUrl const& url) {
+                  QUrlQuery query(url);
+                  for (auto const& [name, value] : more) {
+                      query.addQueryItem(name, value);
+                  }
+                  DoNotOptimize(query.query(QUrl::FullyEncoded));
+              }));
     auto const& pairs = data.pairs;
     auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf16, pairs.bases.utf16, parse);

@@ -57,6 +57,15 @@ void addUriparser(Data const& data) {
     row(operation::equal,
         overFreshPairs([fresh] { return std::pair(fresh(), fresh()); },
                        [](Uri const& a, Uri const& b) { DoNotOptimize(uriEqualsUriA(a.get(), b.get())); }));
+    auto const ofQueries = rowsOf(library, data.queries);
+    auto const queries = [&data] { return makeAll(data.queries.utf8, parse); };
+    ofQueries(operation::parameters, overFresh(queries, [](Uri const& uri) {
+                  UriQueryListA* parameters = nullptr;
+                  int count = 0;
+                  uriDissectQueryMallocA(&parameters, &count, uri->query.first, uri->query.afterLast);
+                  DoNotOptimize(parameters);
+                  uriFreeQueryListA(parameters);
+              }));
     auto const& pairs = data.pairs;
     auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);

@@ -6,18 +6,13 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 #include <stdexcept>
-#include <string_view>
 
 namespace foundation::network {
-
-namespace {
 
 namespace ip = boost::asio::ip;
 using core::except::detail::makeInternalException;
 
-// Four decimal numbers up to 255 without leading zeros, three dots, nothing else.
 std::optional<ip::address_v4> strictIpv4(std::string_view text) {
     ip::address_v4::bytes_type bytes{};
     std::size_t at = 0;
@@ -40,6 +35,8 @@ std::optional<ip::address_v4> strictIpv4(std::string_view text) {
     }
     return at == text.size() ? std::optional(ip::address_v4(bytes)) : std::nullopt;
 }
+
+namespace {
 
 // Up to eight groups of up to four hexadecimal digits, one "::" at most (RFC 4291 section 2.2, forms 1 and
 // 2).

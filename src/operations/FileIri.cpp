@@ -1,0 +1,109 @@
+#include <foundation/network/FileIri.hpp>
+
+#include <foundation/core/except/InternalException.hpp>
+
+#include "iri/encoding/PercentEncoding.hpp"
+#include "iri/grammar/CharacterClasses.hpp"
+#include "operations/InIriForm.hpp"
+#include "text/CodePoints.hpp"
+#include "text/Escapes.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace foundation::network {
+
+using iri::detail::Draft;
+using iri::detail::Form;
+using iri::detail::Part;
+using iri::detail::StoredText;
+using iri::detail::ValueAccess;
+
+namespace {
+
+[[noreturn]] void refuse(char const* message) {
+    throw core::except::detail::makeInternalException(std::logic_error(message));
+}
+
+bool standsAsItself(char32_t c) {
+    return c != U'%' && iri::grammar::is<iri::grammar::PATH>(c) && !iri::encoding::isIriForbidden(c);
+}
+
+// Whether a text is an ASCII word, which is in lower case, in any case.
+bool isWord(std::u32string_view text, std::u32string_view word) {
+    return std::equal(text.begin(), text.end(), word.begin(), word.end(), [](char32_t c, char32_t letter) {
+        return c == letter || (c >= U'A' && c <= U'Z' && (c | 0x20) == letter);
+    });
+}
+
+bool isLocal(StoredText const& stored) {
+    auto const& components = stored.components;
+    if (components.hasHost()) {
+        std::u32string_view const host = stored.given(Part::host);
+        if (!host.empty() && !isWord(host, U"localhost")) {
+            return false;
+        }
+    }
+    return isWord(stored.scheme(), U"file") && components.pathIsAbsolute && !components.hasUserInfo() &&
+           !components.hasPort() && !components.hasQuery() && !components.hasFragment();
+}
+
+} // namespace
+
+IRI iriFromFile(std::filesystem::path const& path) {
+    std::string const& bytes = path.native();
+    if (!path.is_absolute()) {
+        refuse("Path must be absolute");
+    }
+    std::u32string text;
+    text.reserve(bytes.size());
+    for (std::size_t at = 0; at != bytes.size();) {
+        auto const byteAt = [&bytes, at](unsigned i) {
+            return at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : -1;
+        };
+        auto const sequence = text::decodeUtf8(static_cast<unsigned char>(bytes[at]), byteAt);
+        std::size_t const end = at + sequence.length;
+        if (sequence.wellFormed && standsAsItself(sequence.codePoint)) {
+            text.push_back(sequence.codePoint);
+            at = end;
+        }
+        for (; at != end; ++at) {
+            text::percentByte(text, static_cast<unsigned char>(bytes[at]));
+        }
+    }
+    IRI result;
+    Draft draft(ValueAccess::stored(result), Draft::Kind::exact);
+    draft.setScheme(U"file");
+    draft.setHost({}, Form::iri);
+    draft.setPath(text, Form::iri);
+    draft.finish();
+    return result;
+}
+
+std::filesystem::path fileFromIri(IRI const& iri) {
+    constexpr auto* words = "Not the IRI of a local file";
+    operations::InIriForm const form(iri);
+    if (!isLocal(form.get())) {
+        refuse(words);
+    }
+    std::u32string_view const path = form.path();
+    std::string bytes;
+    bytes.reserve(path.size());
+    for (std::size_t at = 0; at != path.size();) {
+        int const byte = text::escapedByte(path, at);
+        if (byte == 0 || byte == '/') {
+            refuse(words);
+        }
+        if (byte > 0) {
+            bytes.push_back(static_cast<char>(byte));
+            at += 3;
+        } else {
+            text::encodeUtf8(path[at++], [&bytes](unsigned char each) { bytes += static_cast<char>(each); });
+        }
+    }
+    return bytes;
+}
+
+} // namespace foundation::network
