@@ -2,8 +2,7 @@
 
 #include "text/CodePoints.hpp"
 #include "text/Escapes.hpp"
-
-#include <array>
+#include "text/Scans.hpp"
 
 namespace foundation::network::operations {
 
@@ -32,18 +31,27 @@ char32_t decodeNext(std::u16string_view text, std::size_t& at, Plus plus) {
 }
 
 std::u16string decoded(std::u16string_view text, Plus plus) {
-    std::u16string result;
-    std::size_t const first = plus == Plus::isSpace ? text.find_first_of(u"%+") : text.find(u'%');
-    if (first == std::u16string_view::npos) {
-        return std::u16string(text);
+    std::u16string result(text);
+    char16_t const alsoDecoded = plus == Plus::isSpace ? u'+' : u'%';
+    if (!text::isAnySigned(text.size(), [text, alsoDecoded](std::size_t i) {
+            return text::signOfSame(text[i], U'%') | text::signOfSame(text[i], alsoDecoded);
+        })) {
+        return result;
     }
-    result.reserve(text.size()); // an escape is longer than what it stands for
-    result.append(text, 0, first);
-    for (std::size_t at = first; at != text.size();) {
-        std::array<char16_t, 2> units{};
-        char16_t const* const end = text::put(decodeNext(text, at, plus), units.data());
-        result.append(units.data(), static_cast<std::size_t>(end - units.data()));
+    // An escape is longer than what it stands for; all else is copied unit by unit.
+    char16_t* out = result.data();
+    for (std::size_t at = 0; at != text.size();) {
+        if (char16_t const unit = text[at]; unit != u'%') {
+            *out++ = unit == u'+' && plus == Plus::isSpace ? u' ' : unit;
+            ++at;
+        } else if (int const byte = text::escapedByte(text, at); byte >= 0 && byte < 0x80) {
+            *out++ = static_cast<char16_t>(byte);
+            at += 3;
+        } else {
+            out = text::put(decodeNext(text, at, plus), out);
+        }
     }
+    result.resize(static_cast<std::size_t>(out - result.data()));
     return result;
 }
 

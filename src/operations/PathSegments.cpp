@@ -5,8 +5,10 @@
 #include "operations/Assembly.hpp"
 #include "operations/ComponentText.hpp"
 #include "operations/Decoding.hpp"
+#include "text/Scans.hpp"
 #include "text/Transcoding.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace foundation::network {
@@ -18,16 +20,20 @@ using operations::InIriForm;
 
 std::vector<std::u16string> getPathSegments(IRI const& iri) {
     InIriForm const form(iri);
-    std::u16string const path = text::toUtf16(form.path());
+    std::u32string_view const path = form.path();
     std::vector<std::u16string> segments;
     if (path.empty()) {
         return segments;
     }
-    for (std::size_t at = path.front() == u'/' ? 1 : 0;;) {
-        std::size_t const slash = path.find(u'/', at);
-        std::u16string_view const segment = std::u16string_view(path).substr(at, slash - at);
-        segments.push_back(operations::decoded(segment, operations::Plus::asItStands));
-        if (slash == std::u16string::npos) {
+    segments.reserve(1 + static_cast<std::size_t>(std::count(path.begin() + 1, path.end(), U'/')));
+    bool const isEscaped = text::contains(path, U'%');
+    for (std::size_t at = path.front() == U'/' ? 1 : 0;;) {
+        std::size_t const slash = path.find(U'/', at);
+        segments.push_back(text::toUtf16(path.substr(at, slash - at)));
+        if (isEscaped) {
+            segments.back() = operations::decoded(segments.back(), operations::Plus::asItStands);
+        }
+        if (slash == std::u32string_view::npos) {
             return segments;
         }
         at = slash + 1;

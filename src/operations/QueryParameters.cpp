@@ -11,6 +11,7 @@
 #include "text/Transcoding.hpp"
 
 #include <algorithm>
+#include <array>
 #include <ostream>
 
 namespace foundation::network {
@@ -21,13 +22,26 @@ using operations::Plus;
 
 namespace {
 
+// What the form writes for an ASCII character: itself, "+" for a space, 0 where it is escaped.
+constexpr std::array<char16_t, 128> inForm = [] {
+    std::array<char16_t, 128> written{};
+    for (char16_t c = 0; c != written.size(); ++c) {
+        bool const isHeld = (iri::grammar::detail::asciiClasses[c] & iri::grammar::IQUERY) != 0;
+        written[c] = isHeld ? c : u'\0';
+    }
+    for (char const special : {'%', '&', '+', '=', ';', '#'}) {
+        written[static_cast<unsigned char>(special)] = 0;
+    }
+    written[U' '] = u'+';
+    return written;
+}();
+
 // A name or a value as the form writes it.
 void appendEncoded(std::u16string& out, std::u16string_view text) {
     for (char32_t const c : text::toUtf32(text)) {
-        bool const special = c < 0x80 && std::u32string_view(U"%&+=;#").find(c) != std::u32string_view::npos;
-        if (c == U' ') {
-            out.push_back(u'+');
-        } else if (special || iri::encoding::isIriForbidden(c) ||
+        if (c < inForm.size() && inForm[c] != 0) {
+            out.push_back(inForm[c]);
+        } else if (c < inForm.size() || iri::encoding::isIriForbidden(c) ||
                    !iri::grammar::is<iri::grammar::IQUERY>(c)) {
             text::encodeUtf8(c, [&out](unsigned char byte) { text::percentByte(out, byte); });
         } else {
@@ -71,7 +85,9 @@ QueryParameters::Piece QueryParameters::pieceAt(std::size_t begin, std::size_t e
 }
 
 void QueryParameters::split() {
+    constexpr std::size_t most = 8; // that nearly all queries have
     pieces.clear();
+    pieces.reserve(text.empty() ? 0 : most);
     for (std::size_t at = 0; at < text.size(); ++at) {
         std::size_t const begin = at;
         while (at != text.size() && !isSeparator(text[at])) {
