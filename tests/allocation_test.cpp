@@ -14,6 +14,8 @@
 #include <filesystem>
 #include <iterator>
 #include <new>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -74,6 +76,8 @@ std::vector<Operation> const beginnings = {
     [](auto*) { return wide(idn_to_ascii(longName)) + ascii_to_idn("xn--bcher-kva.example"); },
     [](auto*) { return wide(InetAddress("fe80::1%1").getHostAddress()); },
     [](auto*) { return wide(InetAddress("256.1.1.1").toString()); },
+    [](auto*) { return wide(tryParseAddress("::ffff:192.0.2.1")->toString()); },
+    [](auto*) { return wide(parseHardwareAddress("00-01-02-03-04-05-06").toString()); },
     [](auto*) { return wide(InterfaceAddress(InetAddress(std::vector<unsigned char>(16)), 64).toString()); },
     [](auto*) { return wide(InetAddress::getByName("localhost").getHostName()); },
     [](auto*) { return Text(InetAddress::getAllByName("127.0.0.1").size(), u'a'); },
@@ -171,8 +175,38 @@ TEST(AllocationFailure, LeavesOperandsAsTheyWereAndTheNextTrySucceeds) {
             EXPECT_EQ(operands.state(), after);
         }
     }
-    EXPECT_EQ(all.size(), 76u);
+    EXPECT_EQ(all.size(), 78u);
     EXPECT_GT(failures, 1000u);
+}
+
+// How many allocations an operation makes.
+template <class Operation>
+std::size_t allocations(Operation operation) {
+    constexpr std::size_t many = 1'000'000;
+    countdown = many;
+    operation();
+    return many - std::exchange(countdown, 0);
+}
+
+TEST(AllocationFree, AreComparisonsAndHashes) {
+    ASSERT_EQ(allocations([] { InetAddress(std::array<unsigned char, 4>{}); }), 1u); // they are counted
+    InetAddress const four("10.1.2.3"), six("fe80::1%7");
+    InterfaceAddress const onFour(four, 8), onSix(six, 64);
+    HardwareAddress const hardware({0, 1, 2, 3, 4, 5}), other({0, 1, 2, 3, 4, 6});
+    int sum = 0;
+    auto const compare = [&sum](auto const& a, auto const& b) {
+        using Value = std::decay_t<decltype(a)>;
+        sum += (a == b) + (a != b) + (a < b) + (b < a) + (a == a);
+        sum += std::hash<Value>()(a) != std::hash<Value>()(b);
+    };
+    EXPECT_EQ(allocations([&] {
+                  compare(four, six);
+                  compare(onFour, onSix);
+                  compare(hardware, other);
+                  sum += static_cast<int>(getScopeId(six));
+              }),
+              0u);
+    EXPECT_EQ(sum, 3 * 4 + 7);
 }
 
 } // namespace

@@ -135,4 +135,30 @@ std::vector<unsigned char> InetAddress::bytes() const {
                                  : vectorOf(impl->address.to_v6().to_bytes());
 }
 
+// Asio compares as it is meant here: version, bytes, scope.
+bool operator==(InetAddress const& left, InetAddress const& right) noexcept {
+    return InetAddressImpl::of(left) == InetAddressImpl::of(right);
+}
+
+bool operator<(InetAddress const& left, InetAddress const& right) noexcept {
+    return InetAddressImpl::of(left) < InetAddressImpl::of(right);
+}
+
+unsigned long getScopeId(InetAddress const& address) noexcept {
+    ip::address const& value = InetAddressImpl::of(address);
+    return value.is_v4() ? 0 : value.to_v6().scope_id();
+}
+
+std::optional<InetAddress> tryParseAddress(std::string_view text) {
+    boost::system::error_code reason;
+    auto const address = InetAddressImpl::read(text, reason);
+    return address ? std::optional(InetAddressImpl::valueOf(*address)) : std::nullopt;
+}
+
 } // namespace foundation::network
+
+std::size_t std::hash<foundation::network::InetAddress>::operator()(
+    foundation::network::InetAddress const& address) const noexcept {
+    using foundation::network::InetAddressImpl;
+    return static_cast<std::size_t>(InetAddressImpl::hashOf(InetAddressImpl::of(address)));
+}

@@ -2,13 +2,10 @@
 
 #include <foundation/core/except/InternalException.hpp>
 
-#include <boost/system/error_code.hpp>
+#include "inet/Bits.hpp"
 
 #include <algorithm>
-#include <cstdint>
-#include <optional>
 #include <stdexcept>
-#include <string_view>
 
 namespace foundation::network {
 
@@ -94,6 +91,19 @@ std::optional<ip::address_v6> plainIpv6(std::string_view text) {
 }
 
 ip::address parse(std::string const& text) {
+    boost::system::error_code reason;
+    if (auto const address = InetAddressImpl::read(text, reason)) {
+        return *address;
+    }
+    throw makeInternalException(
+        std::invalid_argument(reason ? reason.message() : "Invalid IP address string: " + text));
+}
+
+} // namespace
+
+InetAddressImpl::InetAddressImpl(std::string const& text) : address(parse(text)) {}
+
+std::optional<ip::address> InetAddressImpl::read(std::string_view text, boost::system::error_code& reason) {
     // First, for speed: the common forms, which every system takes alike.
     if (auto const strict = strictIpv4(text)) {
         return *strict;
@@ -101,14 +111,9 @@ ip::address parse(std::string const& text) {
     if (auto const plain = plainIpv6(text)) {
         return *plain;
     }
-    boost::system::error_code error;
-    ip::address address = ip::make_address(text, error);
-    if (error) {
-        throw makeInternalException(std::invalid_argument(error.message()));
-    }
-    if (address.is_v4()) {
-        // What some systems take beside it, or an end in the middle of the text.
-        throw makeInternalException(std::invalid_argument("Invalid IP address string: " + text));
+    ip::address address = ip::make_address(std::string(text), reason);
+    if (reason || address.is_v4()) {
+        return std::nullopt; // IPv4 that some systems take beside the strict form, or an end in the text
     }
     if (address.to_v6().scope_id() > UINT32_MAX) {
         // A scope id has 32 bits; "%-1" is widened on the way through Boost.
@@ -118,8 +123,11 @@ ip::address parse(std::string const& text) {
     return address;
 }
 
-} // namespace
-
-InetAddressImpl::InetAddressImpl(std::string const& text) : address(parse(text)) {}
+std::uint64_t InetAddressImpl::hashOf(ip::address const& address) noexcept {
+    inet::Bits const bits = inet::bitsOf(address);
+    // A version and a scope id of 32 bits make one word.
+    std::uint64_t const rest = address.is_v4() ? 0 : 1 + (std::uint64_t{address.to_v6().scope_id()} << 1U);
+    return inet::mixed(inet::hashOf(bits), rest);
+}
 
 } // namespace foundation::network

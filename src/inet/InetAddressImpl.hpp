@@ -1,8 +1,15 @@
 #pragma once
 
-#include <boost/asio/ip/address.hpp>
+#include <foundation/network/InetAddress.hpp>
 
+#include <boost/asio/ip/address.hpp>
+#include <boost/system/error_code.hpp>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace foundation::network {
 
@@ -13,6 +20,22 @@ public:
 
     /// From numeric text; see `InetAddress(std::string const&)`.
     explicit InetAddressImpl(std::string const& text);
+
+    /// The address of numeric text. None for a text that is none, with the system's reason if it is the
+    /// system that refuses it.
+    static std::optional<boost::asio::ip::address> read(std::string_view text,
+                                                        boost::system::error_code& reason);
+
+    /// A value under no name.
+    static InetAddress valueOf(boost::asio::ip::address const& address) {
+        return {std::make_shared<InetAddressImpl>(address), std::string()};
+    }
+    static boost::asio::ip::address const& of(InetAddress const& value) noexcept {
+        return value.impl->address;
+    }
+
+    /// Over version, bytes and scope.
+    static std::uint64_t hashOf(boost::asio::ip::address const& address) noexcept;
 
     boost::asio::ip::address const address;
 };
