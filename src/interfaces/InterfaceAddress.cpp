@@ -1,5 +1,7 @@
 #include <foundation/network/InterfaceAddress.hpp>
 
+#include <foundation/network/InetNetwork.hpp>
+
 #include "inet/Bits.hpp"
 #include "inet/InetAddressImpl.hpp"
 #include "interfaces/InterfaceAddressImpl.hpp"
@@ -64,6 +66,10 @@ bool operator==(InterfaceAddress const& left, InterfaceAddress const& right) noe
 
 bool operator<(InterfaceAddress const& left, InterfaceAddress const& right) noexcept {
     return comparable(left) < comparable(right);
+}
+
+InetNetwork getNetwork(InterfaceAddress const& address) {
+    return InetNetwork::masked(address.getInetAddress(), address.prefixLength());
 }
 
 } // namespace foundation::network
