@@ -1,6 +1,7 @@
 // Each allocation of each operation fails once: what it was called on answers as before, and a second try
 // succeeds. That nothing leaks is the address sanitizer's to say.
 
+#include <foundation/network/AddressClass.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
 #include <foundation/network/IdnConverter.hpp>
@@ -80,6 +81,7 @@ std::vector<Operation> const beginnings = {
     [](auto*) { return wide(InetNetwork("2001:db8:1:2:3:4:5:6/128").toString()); },
     [](auto*) { return wide(InetNetwork("2001:db8:1:2:3:4:5:6/12").toString()); },
     [](auto*) { return wide(InetNetwork("10.0.0.0/8").getBroadcast()->toString()); },
+    [](auto*) { return wide(unmapped(InetAddress("::ffff:192.0.2.1"))->toString()); },
     [](auto*) { return wide(tryParseAddress("::ffff:192.0.2.1")->toString()); },
     [](auto*) { return wide(parseHardwareAddress("00-01-02-03-04-05-06").toString()); },
     [](auto*) { return wide(InterfaceAddress(InetAddress(std::vector<unsigned char>(16)), 64).toString()); },
@@ -179,7 +181,7 @@ TEST(AllocationFailure, LeavesOperandsAsTheyWereAndTheNextTrySucceeds) {
             EXPECT_EQ(operands.state(), after);
         }
     }
-    EXPECT_EQ(all.size(), 81u);
+    EXPECT_EQ(all.size(), 82u);
     EXPECT_GT(failures, 1000u);
 }
 
@@ -192,7 +194,7 @@ std::size_t allocations(Operation operation) {
     return many - std::exchange(countdown, 0);
 }
 
-TEST(AllocationFree, AreComparisonsAndHashes) {
+TEST(AllocationFree, AreComparisonsHashesNetworksAndClasses) {
     ASSERT_EQ(allocations([] { InetAddress(std::array<unsigned char, 4>{}); }), 1u); // they are counted
     InetAddress const four("10.1.2.3"), six("fe80::1%7");
     InterfaceAddress const onFour(four, 8), onSix(six, 64);
@@ -211,6 +213,18 @@ TEST(AllocationFree, AreComparisonsAndHashes) {
               }),
               0u);
     EXPECT_EQ(sum, 3 * 4 + 7);
+    sum = 0;
+    EXPECT_EQ(allocations([&] {
+                  InetNetwork const ten = InetNetwork::masked(four, 8), link = InetNetwork::masked(six, 10);
+                  compare(InetNetwork(ten), link);
+                  sum += ten.contains(four) + link.contains(six) + ten.contains(ten) + link.overlaps(link);
+                  sum += classify(four) == AddressClass::PrivateUse;
+                  sum += isPrivate(four) + isLinkLocal(six) + isGlobal(six) + unmapped(six).has_value();
+                  InetNetwork copy(link);
+                  copy = std::move(copy);
+              }),
+              0u);
+    EXPECT_EQ(sum, 4 + 7);
 }
 
 } // namespace
