@@ -79,6 +79,30 @@ TEST(InetAddressText, AgreesWithTheSystemOnGeneratedRows) {
     EXPECT_GT(valid, 30'000u);
 }
 
+// Every set of groups that are zero, with groups of each length in the others, is written as the system does.
+TEST(InetAddressText, OfEachShapeIsThatOfTheSystem) {
+    std::size_t shapes = 0, withDots = 0;
+    for (unsigned int zeros = 0; zeros != 256; ++zeros) {
+        for (unsigned int const value :
+             {0x1u, 0xFu, 0x10u, 0xABu, 0x100u, 0xFEDu, 0x1000u, 0x9A0Fu, 0xFFFFu}) {
+            std::array<unsigned char, 16> bytes{};
+            for (std::size_t group = 0; group != 8; ++group) {
+                if ((zeros >> group & 1) == 0) {
+                    bytes[2 * group] = static_cast<unsigned char>(value >> 8);
+                    bytes[2 * group + 1] = static_cast<unsigned char>(value);
+                }
+            }
+            std::array<char, INET6_ADDRSTRLEN> expected{};
+            inet_ntop(AF_INET6, bytes.data(), expected.data(), expected.size());
+            EXPECT_EQ(InetAddress(bytes).toString(), expected.data());
+            withDots += InetAddress(bytes).toString().find('.') != std::string::npos;
+            ++shapes;
+        }
+    }
+    EXPECT_EQ(shapes, 256u * 9);
+    EXPECT_GT(withDots, 9u);
+}
+
 // Values in ascending order, no two the same: each comparison of each pair, and hashes.
 template <class Value>
 void ascends(std::vector<Value> const& values) {
@@ -97,27 +121,13 @@ void ascends(std::vector<Value> const& values) {
 
 TEST(InetAddressOrder, IsVersionThenBytesThenScope) {
     std::vector<InetAddress> values;
-    for (char const* text : {"0.0.0.0",
-                             "0.0.0.1",
-                             "0.0.1.0",
-                             "1.0.0.0",
-                             "127.0.0.1",
-                             "128.0.0.0",
-                             "255.255.255.255",
-                             "::",
-                             "::1",
-                             "::1%1",
-                             "::1%2",
-                             "::1%4294967295",
-                             "::1.2.3.4",
-                             "::ffff:1.2.3.4",
-                             "::1:0:0:0",
-                             "1::",
-                             "1::1",
-                             "ff::",
-                             "7fff::",
-                             "8000::",
-                             "ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff"}) {
+    // clang-format off
+    for (char const* text : {
+        "0.0.0.0", "0.0.0.1", "0.0.1.0", "1.0.0.0", "127.0.0.1", "128.0.0.0", "255.255.255.255", "::",
+        "::1", "::1%1", "::1%2", "::1%4294967295", "::1.2.3.4", "::ffff:1.2.3.4", "::1:0:0:0", "1::",
+        "1::1", "ff::", "7fff::", "8000::", "ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff",}) {
+        // clang-format on
+
         values.emplace_back(text);
     }
     ASSERT_EQ(values.size(), 21u);
