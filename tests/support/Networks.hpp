@@ -112,7 +112,7 @@ inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
 // Returns whether it was one.
 inline bool networkHolds(std::string const& text) {
     using namespace foundation::network;
-    std::string made, expected = "! Invalid network: " + text;
+    std::string made, expected = std::string("! Invalid network: ") + text.c_str(); // what() ends at a zero
     try {
         made = InetNetwork(text).toString();
     } catch (std::invalid_argument const& e) {

@@ -37,7 +37,7 @@ enum class AddressClass : unsigned char {
     Multicast,          ///< 224.0.0.0/4 and ff00::/8
     Reserved,           ///< 240.0.0.0/4
     Broadcast,          ///< 255.255.255.255
-    Mapped,             ///< ::ffff:0:0/96, an IPv4 address written as IPv6
+    Mapped,             ///< an IPv4 address written as IPv6 (RFC 4291, section 2.5.5.2)
     Translated,         ///< between the versions: 64:ff9b::/96, 64:ff9b:1::/48, Teredo, 6to4
     Discard,            ///< 100::/64, where nothing arrives, and the dummy prefix 100:0:0:1::/64
 };
@@ -77,7 +77,7 @@ enum class AddressClass : unsigned char {
     return classify(address) == AddressClass::LinkLocal;
 }
 
-/// The IPv4 address in an IPv4-mapped one, 192.0.2.1 for ::ffff:192.0.2.1; none for any other address. A
+/// The IPv4 address in an IPv4-mapped one, 192.0.2.1 for `::ffff:192.0.2.1`; none for any other address. A
 /// scope id plays no part.
 ///
 /// Throws: `std::bad_alloc` alone.
