@@ -241,8 +241,7 @@ unsigned long getScopeId(InetAddress const& address) noexcept {
 }
 
 std::optional<InetAddress> tryParseAddress(std::string_view text) {
-    boost::system::error_code reason;
-    auto const address = InetAddressImpl::read(text, reason);
+    auto const address = InetAddressImpl::read(text);
     if (!address) {
         return std::nullopt;
     }

@@ -3,7 +3,6 @@
 #include <foundation/network/InetAddress.hpp>
 
 #include <boost/asio/ip/address.hpp>
-#include <boost/system/error_code.hpp>
 
 #include <cstdint>
 #include <memory>
@@ -21,10 +20,8 @@ public:
     /// From numeric text; see `InetAddress(std::string const&)`.
     explicit InetAddressImpl(std::string const& text);
 
-    /// The address of numeric text. None for a text that is none, with the system's reason if it is the
-    /// system that refuses it.
-    static std::optional<boost::asio::ip::address> read(std::string_view text,
-                                                        boost::system::error_code& reason);
+    /// The address of numeric text, none of a text that is none.
+    static std::optional<boost::asio::ip::address> read(std::string_view text);
 
     /// A value under no name.
     static InetAddress valueOf(boost::asio::ip::address const& address) {

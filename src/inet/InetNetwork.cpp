@@ -72,8 +72,7 @@ struct InetNetwork::Reading {
             return {};
         }
         auto const length = plainNumber(text.substr(slash + 1));
-        boost::system::error_code reason;
-        auto const address = InetAddressImpl::read(text.substr(0, slash), reason);
+        auto const address = InetAddressImpl::read(text.substr(0, slash));
         if (!length || !address) {
             return {};
         }
