@@ -109,7 +109,7 @@ void addQuestion(char const* operation, char const* list, char const* name, Text
 
 void addAddressQuestions(char const* list, int family) {
     Texts const texts = addressTexts(family);
-    std::string const another = texts.back();
+    std::string const& another = texts.back();
     std::string const network = family == AF_INET ? "192.0.2.0/24" : "2001:db8::/32";
     auto const ours = [](std::string const& text) { return InetAddress(text); };
     add(operation::tryAddress, list, library, texts.size(), [texts] {

@@ -42,7 +42,7 @@ constexpr bool unsaid = false; // "N/A"
 
 // IANA's special-purpose address registries as they were on 2026-11-23: a row a block, with its RFC and name.
 // clang-format off
-constexpr Block ipv4Blocks[] = {
+constexpr auto ipv4Blocks = std::to_array<Block>({
     {ipv4(0, 0, 0, 0), 32, Unspecified, no},                // RFC 1122: This host on this network
     {ipv4(192, 0, 0, 8), 32, ProtocolAssignment, no},       // RFC 7600: IPv4 dummy address
     {ipv4(192, 0, 0, 9), 32, ProtocolAssignment, yes},      // RFC 7723: Port Control Protocol Anycast
@@ -70,8 +70,8 @@ constexpr Block ipv4Blocks[] = {
     {ipv4(127, 0, 0, 0), 8, Loopback, no},                  // RFC 1122: Loopback
     {ipv4(224, 0, 0, 0), 4, Multicast, no},                 // RFC 5771: Multicast
     {ipv4(240, 0, 0, 0), 4, Reserved, no},                  // RFC 1112: Reserved
-    {ipv4(0, 0, 0, 0), 0, Global, yes}};
-constexpr Block ipv6Blocks[] = {
+    {ipv4(0, 0, 0, 0), 0, Global, yes}});
+constexpr auto ipv6Blocks = std::to_array<Block>({
     {ipv6({}), 128, Unspecified, no},                  // RFC 4291: Unspecified Address
     {ipv6({0, 0, 0, 0, 0, 0, 0, 0x1}), 128, Loopback, no}, // RFC 4291: Loopback Address
     {ipv6({0x2001, 0x1, 0, 0, 0, 0, 0, 0x1}), 128, ProtocolAssignment, yes}, // RFC 7723: PCP Anycast
@@ -98,22 +98,22 @@ constexpr Block ipv6Blocks[] = {
     {ipv6({0xfe80}), 10, LinkLocal, no},               // RFC 4291: Link-Local Unicast
     {ipv6({0xff00}), 8, Multicast, no},                // RFC 4291: Multicast
     {ipv6({0xfc00}), 7, UniqueLocal, no},              // RFC 4193: Unique-Local
-    {ipv6({}), 0, Global, yes}};
+    {ipv6({}), 0, Global, yes}});
 // clang-format on
 
 template <std::size_t Size>
-constexpr bool isInOrder(Block const (&blocks)[Size]) {
-    return std::is_sorted(std::begin(blocks), std::end(blocks),
+constexpr bool isInOrder(std::array<Block, Size> const& blocks) {
+    return std::is_sorted(blocks.begin(), blocks.end(),
                           [](Block const& a, Block const& b) { return a.length > b.length; }) &&
-           std::all_of(std::begin(blocks), std::end(blocks),
+           std::all_of(blocks.begin(), blocks.end(),
                        [](Block const& block) { return block.holds(block.first); });
 }
-static_assert(std::size(ipv4Blocks) + std::size(ipv6Blocks) == 53 + 2);
+static_assert(ipv4Blocks.size() + ipv6Blocks.size() == 53 + 2);
 static_assert(isInOrder(ipv4Blocks) && isInOrder(ipv6Blocks));
 
 template <std::size_t Size>
-Block const& holding(Block const (&blocks)[Size], Bits const& address) {
-    return *std::find_if(std::begin(blocks), std::end(blocks),
+Block const& holding(std::array<Block, Size> const& blocks, Bits const& address) {
+    return *std::find_if(blocks.begin(), blocks.end(),
                          [&address](Block const& block) { return block.holds(address); });
 }
 
