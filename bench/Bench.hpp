@@ -82,6 +82,11 @@ inline constexpr char const* parseTwice = "parse on two threads at once";
 inline constexpr char const* bytesHeld = "bytes held by a parsed value, not ns";
 inline constexpr char const* addressFromText = "address from text";
 inline constexpr char const* addressToText = "address to text";
+inline constexpr char const* tryAddress = "address from text, without exceptions";
+inline constexpr char const* addressEqual = "equality with another address";
+inline constexpr char const* addressHash = "hash of an address";
+inline constexpr char const* networkContains = "is an address in a network";
+inline constexpr char const* addressIsGlobal = "is an address global";
 inline constexpr char const* listAdapters = "list the adapters";
 inline constexpr char const* nameToAscii = "domain name to ASCII";
 // Of texts with the fault early, and with the fault late.

@@ -2,8 +2,10 @@
 
 #include "Bench.hpp"
 
+#include <foundation/network/AddressClass.hpp>
 #include <foundation/network/IdnConverter.hpp>
 #include <foundation/network/InetAddress.hpp>
+#include <foundation/network/InetNetwork.hpp>
 #include <foundation/network/NetworkInterface.hpp>
 
 #include <boost/asio/ip/address.hpp>
@@ -96,6 +98,52 @@ void addAddresses(char const* list, int family) {
 #endif
 }
 
+// A question to each value of a list.
+template <class Parse, class Question>
+void addQuestion(char const* operation, char const* list, char const* name, Texts const& texts, Parse parse,
+                 Question question) {
+    add(operation, list, name, texts.size(), [values = makeAll(texts, parse), question] {
+        return over(values, [&](auto const& value) { DoNotOptimize(question(value)); })();
+    });
+}
+
+void addAddressQuestions(char const* list, int family) {
+    Texts const texts = addressTexts(family);
+    std::string const& another = texts.back();
+    std::string const network = family == AF_INET ? "192.0.2.0/24" : "2001:db8::/32";
+    auto const ours = [](std::string const& text) { return InetAddress(text); };
+    add(operation::tryAddress, list, library, texts.size(), [texts] {
+        return over(texts, [](std::string const& text) { DoNotOptimize(tryParseAddress(text)); })();
+    });
+    addQuestion(operation::addressEqual, list, library, texts, ours,
+                [other = ours(another)](InetAddress const& address) { return address == other; });
+    addQuestion(operation::addressHash, list, library, texts, ours, std::hash<InetAddress>());
+    addQuestion(operation::networkContains, list, library, texts, ours,
+                [held = InetNetwork(network)](InetAddress const& address) { return held.contains(address); });
+    addQuestion(operation::addressIsGlobal, list, library, texts, ours,
+                [](InetAddress const& address) { return isGlobal(address); });
+    auto const asio = [](std::string const& text) { return ip::make_address(text); };
+    addQuestion(operation::addressEqual, list, "Asio", texts, asio,
+                [other = asio(another)](ip::address const& address) { return address == other; });
+#ifdef BENCH_QT_NETWORK
+    auto const qt = [](std::string const& text) { return QHostAddress(QString::fromStdString(text)); };
+    addQuestion(operation::addressEqual, list, "QHostAddress", texts, qt,
+                [other = qt(another)](QHostAddress const& address) { return address == other; });
+    addQuestion(operation::addressHash, list, "QHostAddress", texts, qt,
+                [](QHostAddress const& address) { return qHash(address); });
+    addQuestion(operation::networkContains, list, "QHostAddress", texts, qt,
+                [held = QHostAddress::parseSubnet(QString::fromStdString(network))](
+                    QHostAddress const& address) { return address.isInSubnet(held); });
+    addQuestion(operation::addressIsGlobal, list, "QHostAddress", texts, qt,
+                [](QHostAddress const& address) { return address.isGlobal(); });
+#endif
+#ifdef BENCH_POCO_NET
+    auto const poco = [](std::string const& text) { return Poco::Net::IPAddress(text); };
+    addQuestion(operation::addressEqual, list, "POCO", texts, poco,
+                [other = poco(another)](Poco::Net::IPAddress const& address) { return address == other; });
+#endif
+}
+
 template <class Operation>
 void addListing(char const* name, Operation operation) {
     static std::array<int, 20> const rounds{};
@@ -151,6 +199,8 @@ void addNames(Corpus const& names) {
 void addNetwork(Data const& data) {
     addAddresses("IPv4", AF_INET);
     addAddresses("IPv6", AF_INET6);
+    addAddressQuestions("IPv4", AF_INET);
+    addAddressQuestions("IPv6", AF_INET6);
     addAdapters();
     addNames(data.hosts);
 }

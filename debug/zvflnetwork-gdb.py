@@ -4,8 +4,8 @@
 #   $1 = http://bücher.example/a?q
 #
 # Only memory is read and nothing in the process is called, so it works on core files, too. The members that are read
-# are those of TemplateIRI.hpp, StoredText.hpp, ParseResult.hpp, Utf8.hpp, QueryParameters.hpp and of the classes with
-# the suffix Impl; strings, pointers and optional values are taken as libstdc++ lays them out. Where such a layout
+# are those of TemplateIRI.hpp, StoredText.hpp, ParseResult.hpp, Utf8.hpp, QueryParameters.hpp, InetNetwork.hpp and of the
+# classes with the suffix Impl; strings, pointers and optional values are taken as libstdc++ lays them out. Where such a layout
 # changes, change `iri_text` or the printer of the class here, and tests/debugger tells whether it fits.
 
 import socket
@@ -109,6 +109,14 @@ class InetAddress(Handle):
         return asio_address(content["address"]) + (" (%s)" % name if name else "")
 
 
+class InetNetwork(Printer):
+    def shown(self):
+        elements = self.value["bytes"]["_M_elems"]
+        family, size = (socket.AF_INET, 4) if int(self.value["version"]) == 4 else (socket.AF_INET6, 16)
+        first = socket.inet_ntop(family, bytes(int(elements[at]) for at in range(size)))
+        return "%s/%d" % (first, int(self.value["length"]))
+
+
 class InterfaceAddress(Handle):
     def of(self, content):
         return text(content["text"])
@@ -132,6 +140,7 @@ def printers():
     collection = gdb.printing.RegexpCollectionPrettyPrinter("zvflnetwork")
     for printer in (
         InetAddress,
+        InetNetwork,
         InterfaceAddress,
         NetworkInterface,
         HardwareAddress,

@@ -3,8 +3,10 @@
 
 #include "console.hpp"
 
+#include <foundation/network/AddressClass.hpp>
 #include <foundation/network/IdnConverter.hpp>
 #include <foundation/network/InetAddress.hpp>
+#include <foundation/network/InetNetwork.hpp>
 #include <foundation/network/NetworkInterface.hpp>
 #include <foundation/network/Utf8.hpp>
 
@@ -20,8 +22,9 @@ namespace {
 using namespace foundation::network;
 
 constexpr char const* help = R"(Usage: net_inspect [OPTION]... [HOST]...
-Show the adapters of this machine and this host. Look each HOST up forward, then
-its first address in reverse and in canonical form.
+Show the adapters of this machine with their networks, and this host. Look each
+HOST up forward, then its first address in reverse and in canonical form. Tell of
+each address what it is for.
 
   -d, --domain NAME  show a domain name in its ASCII and its Unicode form, without
                      a lookup; may be given several times
@@ -36,7 +39,7 @@ Examples:
   net_inspect
   net_inspect localhost ::1
   net_inspect --domain bücher.example --domain xn--r8jz45g.example
-  net_inspect --json | jq -r 'select(.type == "adapter") | .addresses[]'
+  net_inspect --json | jq -r 'select(.type == "adapter") | .networks[]'
 )";
 
 struct Arguments {
@@ -66,15 +69,74 @@ std::vector<std::string> textsOf(Range const& range) {
     return texts;
 }
 
+char const* className(InetAddress const& address) {
+    switch (classify(address)) {
+    case AddressClass::Global:
+        return "global";
+    case AddressClass::Unspecified:
+        return "unspecified";
+    case AddressClass::ThisNetwork:
+        return "thisNetwork";
+    case AddressClass::PrivateUse:
+        return "privateUse";
+    case AddressClass::UniqueLocal:
+        return "uniqueLocal";
+    case AddressClass::Shared:
+        return "shared";
+    case AddressClass::Loopback:
+        return "loopback";
+    case AddressClass::LinkLocal:
+        return "linkLocal";
+    case AddressClass::ProtocolAssignment:
+        return "protocolAssignment";
+    case AddressClass::Documentation:
+        return "documentation";
+    case AddressClass::Benchmarking:
+        return "benchmarking";
+    case AddressClass::Multicast:
+        return "multicast";
+    case AddressClass::Reserved:
+        return "reserved";
+    case AddressClass::Broadcast:
+        return "broadcast";
+    case AddressClass::Mapped:
+        return "mapped";
+    case AddressClass::Translated:
+        return "translated";
+    case AddressClass::Discard:
+        return "discard";
+    }
+    return "";
+}
+
+// What each address of a range is for.
+template <class Range>
+std::vector<std::string> classesOf(Range const& addresses) {
+    std::vector<std::string> names;
+    for (InetAddress const& address : addresses) {
+        names.emplace_back(className(address));
+    }
+    return names;
+}
+
+std::vector<std::string> networksOf(NetworkInterface const& adapter) {
+    std::vector<std::string> texts;
+    for (auto const& address : adapter.getInterfaceAddresses()) {
+        texts.push_back(getNetwork(address).toString());
+    }
+    return texts;
+}
+
 Fields describeThisHost() {
     auto const host = InetAddress::getLocalHost();
-    return {{"name", {host.getHostName()}}, {"address", {host.toString()}}};
+    return {{"name", {host.getHostName()}}, {"address", {host.toString()}}, {"class", {className(host)}}};
 }
 
 Fields lookUp(std::string const& host) {
     auto const addresses = InetAddress::getAllByName(asciiName(host));
     InetAddress const first(addresses.begin()->toString()); // without the name: it has to ask for it
     return {{"forward", textsOf(addresses), true},
+            {"classes", classesOf(addresses), true},
             {"reverse", {first.getHostName()}},
             {"canonical", {first.getCanonicalHostName()}}};
 }
@@ -143,6 +205,10 @@ private:
                              .add("multicast", adapter.supportsMulticast())
                              .add("hardware", adapter.getHardwareAddress().toString())
                              .add("addresses", textsOf(adapter.getInterfaceAddresses()))
+                             .add("networks", networksOf(adapter))
+                             .add("classes", classesOf(adapter.getInetAddresses()))
+                             .add("mtu", std::size_t{adapter.getMtu()})
+                             .add("pointToPoint", adapter.isPointToPoint())
                              .text()
                       << '\n';
         }
@@ -150,20 +216,26 @@ private:
 
     // A row an adapter; further addresses go below the first.
     void printTable(Adapters const& adapters) const {
-        std::vector<console::Row> rows{{"name", "index", "state", "hardware", "description", "addresses"}};
+        std::vector<console::Row> rows{
+            {"name", "index", "state", "mtu", "hardware", "description", "addresses", "networks", "classes"}};
         for (auto const& adapter : adapters) {
             std::string state = adapter.isUp() ? "up" : "down";
             state += adapter.isLoopback() ? " loopback" : "";
             state += adapter.supportsMulticast() ? " multicast" : "";
+            state += adapter.isPointToPoint() ? " point-to-point" : "";
             rows.push_back({console::shown(toUtf8(adapter.getFriendlyName())), adapter.getIdentifier(), state,
-                            adapter.getHardwareAddress().toString(),
-                            console::shown(toUtf8(adapter.getDescription())), ""});
+                            std::to_string(adapter.getMtu()), adapter.getHardwareAddress().toString(),
+                            console::shown(toUtf8(adapter.getDescription())), "", "", ""});
             auto const addresses = textsOf(adapter.getInterfaceAddresses());
+            auto const networks = networksOf(adapter);
+            auto const classes = classesOf(adapter.getInetAddresses());
             for (std::size_t i = 0; i < addresses.size(); ++i) {
                 if (i > 0) {
-                    rows.emplace_back(6);
+                    rows.emplace_back(9);
                 }
-                rows.back().back() = addresses[i];
+                rows.back()[6] = addresses[i];
+                rows.back()[7] = networks[i];
+                rows.back()[8] = classes[i];
             }
         }
         auto const widths = console::widths(rows);

@@ -1,11 +1,13 @@
 // Each allocation of each operation fails once: what it was called on answers as before, and a second try
 // succeeds. That nothing leaks is the address sanitizer's to say.
 
+#include <foundation/network/AddressClass.hpp>
 #include <foundation/network/FileIri.hpp>
 #include <foundation/network/HostAddress.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
 #include <foundation/network/IdnConverter.hpp>
+#include <foundation/network/InetNetwork.hpp>
 #include <foundation/network/NetworkInterface.hpp>
 #include <foundation/network/Normalization.hpp>
 #include <foundation/network/ParseResult.hpp>
@@ -21,6 +23,8 @@
 #include <filesystem>
 #include <iterator>
 #include <new>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -86,6 +90,12 @@ std::vector<Operation> const beginnings = {
     [](auto*) { return normalize(IRI(Text(u"//") + longName), ~Normalization{}).toString(false); },
     [](auto*) { return wide(InetAddress("fe80::1%1").getHostAddress()); },
     [](auto*) { return wide(InetAddress("256.1.1.1").toString()); },
+    [](auto*) { return wide(InetNetwork("2001:db8:1:2:3:4:5:6/128").toString()); },
+    [](auto*) { return wide(InetNetwork("2001:db8:1:2:3:4:5:6/12").toString()); },
+    [](auto*) { return wide(InetNetwork("10.0.0.0/8").getBroadcast()->toString()); },
+    [](auto*) { return wide(unmapped(InetAddress("::ffff:192.0.2.1"))->toString()); },
+    [](auto*) { return wide(tryParseAddress("::ffff:192.0.2.1")->toString()); },
+    [](auto*) { return wide(parseHardwareAddress("00-01-02-03-04-05-06").toString()); },
     [](auto*) { return wide(InterfaceAddress(InetAddress(std::vector<unsigned char>(16)), 64).toString()); },
     [](auto*) { return wide(InetAddress::getByName("localhost").getHostName()); },
     [](auto*) { return Text(InetAddress::getAllByName("127.0.0.1").size(), u'a'); },
@@ -200,8 +210,50 @@ TEST(AllocationFailure, LeavesOperandsAsTheyWereAndTheNextTrySucceeds) {
             EXPECT_EQ(operands.state(), after);
         }
     }
-    EXPECT_EQ(all.size(), 95u);
+    EXPECT_EQ(all.size(), 101u);
     EXPECT_GT(failures, 1000u);
+}
+
+// How many allocations an operation makes.
+template <class Operation>
+std::size_t allocations(Operation operation) {
+    constexpr std::size_t many = 1'000'000;
+    countdown = many;
+    operation();
+    return many - std::exchange(countdown, 0);
+}
+
+TEST(AllocationFree, AreComparisonsHashesNetworksAndClasses) {
+    ASSERT_EQ(allocations([] { InetAddress(std::array<unsigned char, 4>{}); }), 1u); // they are counted
+    InetAddress const four("10.1.2.3"), six("fe80::1%7");
+    InterfaceAddress const onFour(four, 8), onSix(six, 64);
+    HardwareAddress const hardware({0, 1, 2, 3, 4, 5}), other({0, 1, 2, 3, 4, 6});
+    int sum = 0;
+    auto const compare = [&sum](auto const& a, auto const& b) {
+        using Value = std::decay_t<decltype(a)>;
+        sum += (a == b) + (a != b) + (a < b) + (b < a) + (a == a);
+        sum += std::hash<Value>()(a) != std::hash<Value>()(b);
+    };
+    EXPECT_EQ(allocations([&] {
+                  compare(four, six);
+                  compare(onFour, onSix);
+                  compare(hardware, other);
+                  sum += static_cast<int>(getScopeId(six));
+              }),
+              0u);
+    EXPECT_EQ(sum, 3 * 4 + 7);
+    sum = 0;
+    EXPECT_EQ(allocations([&] {
+                  InetNetwork const ten = InetNetwork::masked(four, 8), link = InetNetwork::masked(six, 10);
+                  compare(InetNetwork(ten), link);
+                  sum += ten.contains(four) + link.contains(six) + ten.contains(ten) + link.overlaps(link);
+                  sum += classify(four) == AddressClass::PrivateUse;
+                  sum += isPrivate(four) + isLinkLocal(six) + isGlobal(six) + unmapped(six).has_value();
+                  InetNetwork copy(link);
+                  copy = std::move(copy);
+              }),
+              0u);
+    EXPECT_EQ(sum, 4 + 7);
 }
 
 } // namespace

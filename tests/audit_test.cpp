@@ -3,6 +3,7 @@
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
 #include <foundation/network/IdnConverter.hpp>
+#include <foundation/network/InetNetwork.hpp>
 #include <foundation/network/NetworkInterface.hpp>
 #include <foundation/network/ParseResult.hpp>
 #include <foundation/network/QueryParameters.hpp>
@@ -31,7 +32,7 @@ consteval bool movesForSure() {
 static_assert(movesForSure<IRI>() && !std::is_nothrow_copy_constructible_v<IRI>);
 static_assert(movesForSure<Parts>() && !std::is_nothrow_copy_constructible_v<Parts>);
 static_assert(movesForSure<InetAddress>() && movesForSure<InterfaceAddress>() &&
-              movesForSure<NetworkInterface>());
+              movesForSure<NetworkInterface>() && movesForSure<InetNetwork>());
 static_assert(movesForSure<HardwareAddress>() && movesForSure<Addresses>() && movesForSure<IdnConverter>());
 static_assert(movesForSure<IdnConverterException>());
 static_assert(movesForSure<QueryParameters>() && movesForSure<ParseResult>());
@@ -47,6 +48,7 @@ TEST(Audit, EveryClassSurvivesItselfAndBeingMovedFrom) {
     valuesTravel(InetAddress::getByName("127.0.0.1"), InetAddress::getByName("::1"),
                  [](InetAddress const& address) { return address.toString() + address.getHostName(); });
     valuesTravel(InterfaceAddress(InetAddress("::1"), 128), InterfaceAddress(), text);
+    valuesTravel(InetNetwork("10.0.0.0/8"), InetNetwork("2001:db8::/32"), text);
     valuesTravel(HardwareAddress({0, 1, 255}), HardwareAddress(), text);
     valuesTravel(Addresses({InetAddress("255.255.255.255"), InetAddress("::1")}), Addresses({InetAddress()}),
                  [](Addresses const& all) { return all.begin()->toString() + std::to_string(all.size()); });

@@ -33,6 +33,7 @@ TEST(Formatters, AllWriteTheSameTextWithItsWidth) {
     row(iri, "\x1A:/%C3%BC");
     row(address, "2001:db8::1");
     row(onLink, "2001:db8::1/64");
+    row(InetNetwork("2001:DB8::/33"), "2001:db8::/33");
     row(hardware, "00:1a:ff");
     row(utf8(IRI(u"http://h/a%20b")), "http://h/a%20b");
     row(ParseFault{8, IRIComponent::Host, ParseReason::NotInHost, U' '},

@@ -6,16 +6,19 @@
 
 #include "support/Addresses.hpp"
 #include "support/Generator.hpp"
+#include "support/Iris.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string_view>
 
 namespace {
 
 using namespace foundation::network;
 using namespace std::string_literals;
+using namespace std::string_view_literals;
 using testing::ElementsAre;
 
 // What construction from `argument` says: the text of the address, or "! " and the words of the refusal.
@@ -76,6 +79,77 @@ TEST(InetAddressText, AgreesWithTheSystemOnGeneratedRows) {
     EXPECT_GT(valid, 30'000u);
 }
 
+// Every set of groups that are zero, with groups of each length in the others, is written as the system does.
+TEST(InetAddressText, OfEachShapeIsThatOfTheSystem) {
+    std::size_t shapes = 0, withDots = 0;
+    for (unsigned int zeros = 0; zeros != 256; ++zeros) {
+        for (unsigned int const value :
+             {0x1u, 0xFu, 0x10u, 0xABu, 0x100u, 0xFEDu, 0x1000u, 0x9A0Fu, 0xFFFFu}) {
+            std::array<unsigned char, 16> bytes{};
+            for (std::size_t group = 0; group != 8; ++group) {
+                if ((zeros >> group & 1) == 0) {
+                    bytes[2 * group] = static_cast<unsigned char>(value >> 8);
+                    bytes[2 * group + 1] = static_cast<unsigned char>(value);
+                }
+            }
+            std::array<char, INET6_ADDRSTRLEN> expected{};
+            inet_ntop(AF_INET6, bytes.data(), expected.data(), expected.size());
+            EXPECT_EQ(InetAddress(bytes).toString(), expected.data());
+            withDots += InetAddress(bytes).toString().find('.') != std::string::npos;
+            ++shapes;
+        }
+    }
+    EXPECT_EQ(shapes, 256u * 9);
+    EXPECT_GT(withDots, 9u);
+}
+
+// Values in ascending order, no two the same: each comparison of each pair, and hashes.
+template <class Value>
+void ascends(std::vector<Value> const& values) {
+    std::set<std::size_t> hashes;
+    for (std::size_t i = 0; i != values.size(); ++i) {
+        for (std::size_t j = 0; j != values.size(); ++j) {
+            SCOPED_TRACE(values[i].toString() + " and " + values[j].toString());
+            EXPECT_EQ(values[i] == values[j], i == j);
+            EXPECT_EQ(values[i] != values[j], i != j);
+            EXPECT_EQ(values[i] < values[j], i < j);
+        }
+        hashes.insert(std::hash<Value>()(values[i]));
+    }
+    EXPECT_EQ(hashes.size(), values.size()) << "a part is left out of the hash";
+}
+
+TEST(InetAddressOrder, IsVersionThenBytesThenScope) {
+    std::vector<InetAddress> values;
+    // clang-format off
+    for (char const* text : {
+        "0.0.0.0", "0.0.0.1", "0.0.1.0", "1.0.0.0", "127.0.0.1", "128.0.0.0", "255.255.255.255", "::",
+        "::1", "::1%1", "::1%2", "::1%4294967295", "::1.2.3.4", "::ffff:1.2.3.4", "::1:0:0:0", "1::",
+        "1::1", "ff::", "7fff::", "8000::", "ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff",}) {
+        // clang-format on
+
+        values.emplace_back(text);
+    }
+    ASSERT_EQ(values.size(), 21u);
+    ascends(values);
+    // However a value was made, and whatever its name.
+    InetAddress const named = InetAddress::getByName("127.0.0.1");
+    EXPECT_EQ(named, InetAddress(std::vector<unsigned char>{127, 0, 0, 1}));
+    EXPECT_EQ(std::hash<InetAddress>()(named), std::hash<InetAddress>()(InetAddress("127.0.0.1")));
+    EXPECT_FALSE(named < InetAddress("127.0.0.1"));
+}
+
+TEST(InetAddressScope, IsTheNumberBehindTheAddress) {
+    struct Row {
+        char const* text;
+        unsigned long scope;
+    };
+    for (auto const& [text, scope] : {Row{"127.0.0.1", 0}, Row{"::1", 0}, Row{"::1%7", 7},
+                                      Row{"fe80::1%lo", 1}, Row{"::1%4294967295", 4294967295}}) {
+        EXPECT_EQ(getScopeId(InetAddress(text)), scope) << text;
+    }
+}
+
 TEST(InetAddressBytes, MakeAnAddressByTheirNumber) {
     EXPECT_EQ(InetAddress().toString(), "0.0.0.0");
     EXPECT_EQ(answer(std::vector<unsigned char>{}), "0.0.0.0");
@@ -132,6 +206,22 @@ TEST(InterfaceAddressValue, KeepsAddressAndPrefix) {
     }
 }
 
+TEST(InterfaceAddressValue, IsOrderedByAddressThenPrefix) {
+    std::vector<InterfaceAddress> values;
+    struct Row {
+        char const* address;
+        unsigned short prefix;
+    };
+    for (auto const& [address, prefix] :
+         {Row{"9.255.255.255", 32}, Row{"10.0.0.0", 0}, Row{"10.0.0.0", 8}, Row{"10.0.0.0", 9},
+          Row{"10.0.0.1", 8}, Row{"::", 0}, Row{"::1", 8}, Row{"::1", 128}, Row{"::1%1", 8}}) {
+        values.emplace_back(InetAddress(address), prefix);
+    }
+    ASSERT_EQ(values.size(), 9u);
+    ascends(values);
+    EXPECT_EQ(values.front(), InterfaceAddress(values.front().getInetAddress(), 32));
+}
+
 TEST(HardwareAddressText, TakesAnyLength) {
     EXPECT_EQ(HardwareAddress().toString(), "");
     HardwareAddress const ethernet({0x00, 0x1a, 0x2b, 0x3c, 0x4d, 0xfe});
@@ -139,6 +229,48 @@ TEST(HardwareAddressText, TakesAnyLength) {
     EXPECT_THAT(ethernet, ElementsAre(0x00, 0x1a, 0x2b, 0x3c, 0x4d, 0xfe));
     EXPECT_EQ(HardwareAddress(std::vector<unsigned char>(8, 0xA0)).toString(), "a0:a0:a0:a0:a0:a0:a0:a0");
     EXPECT_EQ(HardwareAddress(ethernet.bytes()).toString(), ethernet.toString());
+}
+
+TEST(HardwareAddressText, IsReadBack) {
+    struct Row {
+        std::string text, expected;
+    };
+    Row const rows[] = {{"", ""},
+                        {"00", "00"},
+                        {"fF-0a", "ff:0a"},
+                        {"00:1A:2b:3C:4d:5e", "00:1a:2b:3c:4d:5e"},
+                        {"09-90-af-FA-00-01-02-03", "09:90:af:fa:00:01:02:03"}};
+    for (auto const& [text, expected] : rows) {
+        EXPECT_EQ(parseHardwareAddress(text).toString(), expected);
+        EXPECT_EQ(tryParseHardwareAddress(text), parseHardwareAddress(expected)) << text;
+    }
+    std::vector<unsigned char> bytes;
+    for (unsigned char byte = 0; bytes.size() != 32; byte = static_cast<unsigned char>(byte + 57)) {
+        EXPECT_EQ(parseHardwareAddress(HardwareAddress(bytes).toString()), HardwareAddress(bytes));
+        bytes.push_back(byte);
+    }
+    std::size_t refused = 0;
+    for (std::string_view const text :
+         {"0"sv,      "000"sv,          ":"sv,        "00:"sv,         ":00"sv,         "00:0"sv,
+          "0:00"sv,   "00:000"sv,       "00::00"sv,   "00 00"sv,       "00.00"sv,       "00/00"sv,
+          "0011"sv,   "001122334455"sv, "00:11-22"sv, "00-11:22"sv,    "00:11:22-33"sv, "g0"sv,
+          "0g"sv,     "0@"sv,           "0`"sv,       "/0"sv,          ":0"sv,          "G0"sv,
+          "00:11 "sv, " 00:11"sv,       "0x:11"sv,    "00:\xC1\xB1"sv, "00:1\0"sv,      "\x10\x11"sv}) {
+        EXPECT_EQ(tryParseHardwareAddress(text), std::nullopt) << text;
+        EXPECT_EQ(support::thrown<std::invalid_argument>([&] { (void)parseHardwareAddress(text); }),
+                  ("Invalid hardware address: " + std::string(text)).c_str());
+        ++refused;
+    }
+    EXPECT_EQ(refused, 30u);
+}
+
+TEST(HardwareAddressOrder, IsThatOfTheBytes) {
+    std::vector<HardwareAddress> values;
+    for (char const* text : {"", "00", "00:00", "00:00:01", "00:01", "01", "7f:ff", "80", "ff"}) {
+        values.push_back(parseHardwareAddress(text));
+    }
+    ASSERT_EQ(values.size(), 9u);
+    ascends(values);
 }
 
 } // namespace

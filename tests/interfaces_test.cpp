@@ -24,7 +24,9 @@ std::vector<std::string> linesOf(Adapters const& adapters) {
         std::string line = adapter.getIdentifier() + ' ' + support::show(adapter.getFriendlyName()) + " [" +
                            support::show(adapter.getDescription()) + ']' + (adapter.isUp() ? " up" : "") +
                            (adapter.isLoopback() ? " loopback" : "") +
-                           (adapter.supportsMulticast() ? " multicast" : "") + ' ' +
+                           (adapter.supportsMulticast() ? " multicast" : "") +
+                           (adapter.isPointToPoint() ? " point-to-point" : "") +
+                           (adapter.getMtu() != 0 ? " mtu" + std::to_string(adapter.getMtu()) : "") + ' ' +
                            adapter.getHardwareAddress().toString();
         auto const plain = adapter.getInetAddresses();
         auto next = plain.begin();
@@ -47,19 +49,20 @@ TEST(Listing, SaysWhatTheKernelSays) {
             ip link set dev zfull alias 'Büro 😀 "uplink"' address 02:00:00:00:0a:ff
             ip addr add 192.0.2.1/24 dev zfull; ip addr add 198.51.100.9 peer 203.0.113.9/30 dev zfull
             ip addr add 2001:db8::1/64 dev zfull nodad; ip link set dev zdown address 02:00:00:00:00:02
-            ip addr add 192.0.2.99/31 dev zdown)"),
+            ip addr add 192.0.2.99/31 dev zdown; ip link set dev zdown mtu 1280)"),
                   0);
         auto const number = [](char const* name) { return std::to_string(if_nametoindex(name)); };
-        auto const full = number("zfull") +
-                          " zfull [B\\u{FC}ro \\u{D83D}\\u{DE00} \"uplink\"] up multicast 02:00:00:00:0a:ff"
-                          " 192.0.2.1/24 198.51.100.9/30 2001:db8::1/64";
+        auto const full =
+            number("zfull") +
+            " zfull [B\\u{FC}ro \\u{D83D}\\u{DE00} \"uplink\"] up multicast mtu1500 02:00:00:00:0a:ff"
+            " 192.0.2.1/24 198.51.100.9/30 2001:db8::1/64";
         auto const all = linesOf(NetworkInterface::listAll());
-        EXPECT_THAT(all,
-                    IsSupersetOf({full, number("zdown") +
-                                            " zdown [zdown] multicast 02:00:00:00:00:02 192.0.2.99/31"}));
+        EXPECT_THAT(all, IsSupersetOf(
+                             {full, number("zdown") +
+                                        " zdown [zdown] multicast mtu1280 02:00:00:00:00:02 192.0.2.99/31"}));
         EXPECT_EQ(linesOf(NetworkInterface::list()),
                   (std::vector{all.front(), full})); // those with addresses
-        EXPECT_THAT(all.front(), StartsWith("1 lo [lo] up loopback  127.0.0.1/8"));
+        EXPECT_THAT(all.front(), StartsWith("1 lo [lo] up loopback mtu65536  127.0.0.1/8"));
         EXPECT_GT(all.size(), 204u); // more than one answer of the kernel holds
     });
 }
@@ -96,7 +99,7 @@ TEST(PlayedListing, KeepsTheSystemsOrderAndTellsEachAdapter) {
     using enum UnicastAddress::Family;
     // clang-format off
     system.adapters = {
-        {4, 9, L"", L"no name", {0, 1}, false, true, true, {ipv4({10, 1, 2, 3}, 8)}},
+        {4, 9, L"", L"no name", {0, 1}, false, true, true, {ipv4({10, 1, 2, 3}, 8)}, 1280, true},
         {0, 7, L"v6", L"b\u00FC\U0001F600", infiniband, false, false, false,
          {{Ipv6, {0xfe, 0x80}, 64}, {Other, {1}, 200}}},
         {1, 1, L"lo", L"", {0, 0, 0, 0, 0, 0}, true, true, false, {{Other, {1}, 8}}},
@@ -104,7 +107,7 @@ TEST(PlayedListing, KeepsTheSystemsOrderAndTellsEachAdapter) {
     // clang-format on
     auto const all = linesOf(NetworkInterface::listAll());
     std::string const groups = HardwareAddress(infiniband).toString();
-    EXPECT_THAT(all, ElementsAre("4 4 [no name] up multicast 00:01 10.1.2.3/8",
+    EXPECT_THAT(all, ElementsAre("4 4 [no name] up multicast point-to-point mtu1280 00:01 10.1.2.3/8",
                                  "7 v6 [b\\u{FC}\\u{D83D}\\u{DE00}] " + groups + " fe80::/64",
                                  "1 lo [] up loopback "));
     EXPECT_THAT(linesOf(NetworkInterface::list()), ElementsAre(all[0]));

@@ -7,6 +7,7 @@
 #include "interfaces/NetworkInterfaceImpl.hpp"
 
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/InetNetwork.hpp>
 #include <foundation/network/ParseResult.hpp>
 #include <foundation/network/QueryParameters.hpp>
 #include <foundation/network/Utf8.hpp>
@@ -19,6 +20,7 @@ struct Layouts {
     IRI const* iri;
     iri::detail::TemplateIRI<std::u32string> const* value;
     InetAddressImpl const* inetAddress;
+    InetNetwork const* inetNetwork;
     InterfaceAddressImpl const* interfaceAddress;
     NetworkInterfaceImpl const* networkInterface;
     ParseResult const* parseResult;

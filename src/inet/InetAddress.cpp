@@ -6,8 +6,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace foundation::network {
@@ -57,18 +60,106 @@ constexpr std::array<Octet, 256> octets = [] {
     return all;
 }();
 
-// As Asio's `to_string`, which writes IPv4 by `inet_ntop`, several times as slowly.
+// Writes the four numbers and a dot behind each; room for 16 is needed.
+char* writeOctets(char* at, unsigned char const* bytes) {
+    for (std::size_t i = 0; i != 4; ++i) {
+        Octet const& octet = octets[bytes[i]];
+        std::memcpy(at, octet.text.data(), octet.text.size());
+        at += octet.length;
+    }
+    return at;
+}
+
+// A byte as two hexadecimal digits, as they lie in memory.
+constexpr std::array<std::uint16_t, 256> hexadecimal = [] {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::array<std::uint16_t, 256> all{};
+    for (std::size_t value = 0; value != all.size(); ++value) {
+        all[value] = std::bit_cast<std::uint16_t>(std::array{digits[value >> 4U], digits[value & 0xFU]});
+    }
+    return all;
+}();
+
+// Writes a group without its leading zeros, without a branch; room for four is needed. The four digits are
+// made in one word, from which the leading ones are shifted out.
+char* writeGroup(char* at, unsigned int high, unsigned int low) {
+    constexpr bool little = std::endian::native == std::endian::little;
+    std::uint32_t word = little ? hexadecimal[high] | std::uint32_t{hexadecimal[low]} << 16U
+                                : std::uint32_t{hexadecimal[high]} << 16U | hexadecimal[low];
+    unsigned int const group = high << 8U | low;
+    auto const leading = static_cast<unsigned int>(std::countl_zero(group | 1U) - 16) / 4;
+    word = little ? word >> 8 * leading : word << 8 * leading;
+    std::memcpy(at, &word, sizeof(word));
+    return at + 4 - leading;
+}
+
+// Where "::" stands: the longest run of two or more zero groups, the first of equally long ones. By the set
+// of groups that are zero, the first of them the lowest bit.
+struct Gap {
+    unsigned char begin;
+    unsigned char end;
+};
+constexpr std::array<Gap, 256> gaps = [] {
+    std::array<Gap, 256> all{};
+    for (unsigned int zeros = 0; zeros != all.size(); ++zeros) {
+        Gap& longest = all[zeros] = {8, 8};
+        for (unsigned int begin = 0; begin != 8; ++begin) {
+            unsigned int end = begin;
+            while (end != 8 && (zeros >> end & 1U) != 0) {
+                ++end;
+            }
+            if (end - begin >= 2 && end - begin > unsigned{longest.end} - longest.begin) {
+                longest = {static_cast<unsigned char>(begin), static_cast<unsigned char>(end)};
+            }
+        }
+    }
+    return all;
+}();
+
+// RFC 5952, sections 4 and 5, in the system's form: an IPv4-mapped address and one with 96 zero bits in front
+// (RFC 4291, section 2.5.5) end in IPv4's form, but for :: and those with a zero in the group before the
+// last.
+std::string textOf(ip::address_v6::bytes_type const& bytes) {
+    unsigned int zeros = 0;
+    for (std::size_t i = 0; i != 8; ++i) {
+        zeros |= static_cast<unsigned int>((bytes[2 * i] | bytes[2 * i + 1]) == 0) << i;
+    }
+    Gap const gap = gaps[zeros];
+    std::array<char, 48> text; // "ffff:" eight times, and as much as is written beyond it
+    char* at = text.data();
+    std::size_t group = 0;
+    auto const writeUpTo = [&](std::size_t end) {
+        for (; group != end; ++group) {
+            at = writeGroup(at, bytes[2 * group], bytes[2 * group + 1]);
+            *at++ = ':';
+        }
+    };
+    writeUpTo(gap.begin);
+    if (gap.begin == 8) {
+        return {text.data(), at - 1};
+    }
+    *at = ':'; // in front of it stands the one behind a group, or none
+    at += gap.begin == 0 ? 1 : 0;
+    *at++ = ':';
+    group = gap.end;
+    bool const mapped = gap.begin == 0 && gap.end == 5 && bytes[10] == 0xFF && bytes[11] == 0xFF;
+    if (mapped || (gap.begin == 0 && gap.end == 6)) {
+        writeUpTo(6);
+        return {text.data(), writeOctets(at, bytes.data() + 12) - 1};
+    }
+    writeUpTo(8);
+    return {text.data(), gap.end == 8 ? at : at - 1};
+}
+
+// As Asio's `to_string`, which writes by `inet_ntop`, several times as slowly.
 std::string textOf(ip::address const& address) {
-    if (!address.is_v4()) {
-        return address.to_string();
+    if (address.is_v4()) {
+        std::array<char, 16> text;
+        auto const bytes = address.to_v4().to_bytes();
+        return {text.data(), writeOctets(text.data(), bytes.data()) - 1};
     }
-    std::array<char, 16> text;
-    std::size_t length = 0;
-    for (unsigned char const byte : address.to_v4().to_bytes()) {
-        std::memcpy(text.data() + length, octets[byte].text.data(), octets[byte].text.size());
-        length += octets[byte].length;
-    }
-    return {text.data(), length - 1};
+    ip::address_v6 const v6 = address.to_v6();
+    return v6.scope_id() == 0 ? textOf(v6.to_bytes()) : v6.to_string();
 }
 
 template <class Bytes>
@@ -135,4 +226,38 @@ std::vector<unsigned char> InetAddress::bytes() const {
                                  : vectorOf(impl->address.to_v6().to_bytes());
 }
 
+// Asio compares as it is meant here: version, bytes, scope.
+bool operator==(InetAddress const& left, InetAddress const& right) noexcept {
+    return InetAddressImpl::of(left) == InetAddressImpl::of(right);
+}
+
+bool operator<(InetAddress const& left, InetAddress const& right) noexcept {
+    return InetAddressImpl::of(left) < InetAddressImpl::of(right);
+}
+
+unsigned long getScopeId(InetAddress const& address) noexcept {
+    ip::address const& value = InetAddressImpl::of(address);
+    return value.is_v4() ? 0 : value.to_v6().scope_id();
+}
+
+std::optional<InetAddress> tryParseAddress(std::string_view text) {
+    auto const address = InetAddressImpl::read(text);
+    if (!address) {
+        return std::nullopt;
+    }
+    // Made in place where that goes by bytes alone.
+    if (address->is_v4()) {
+        return std::optional<InetAddress>(std::in_place, address->to_v4().to_bytes());
+    }
+    ip::address_v6 const v6 = address->to_v6();
+    return v6.scope_id() == 0 ? std::optional<InetAddress>(std::in_place, v6.to_bytes())
+                              : std::optional(InetAddressImpl::valueOf(v6));
+}
+
 } // namespace foundation::network
+
+std::size_t std::hash<foundation::network::InetAddress>::operator()(
+    foundation::network::InetAddress const& address) const noexcept {
+    using foundation::network::InetAddressImpl;
+    return static_cast<std::size_t>(InetAddressImpl::hashOf(InetAddressImpl::of(address)));
+}

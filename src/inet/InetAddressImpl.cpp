@@ -2,9 +2,12 @@
 
 #include <foundation/core/except/InternalException.hpp>
 
+#include "inet/Bits.hpp"
+
 #include <boost/system/error_code.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <stdexcept>
 
@@ -14,29 +17,43 @@ namespace ip = boost::asio::ip;
 using core::except::detail::makeInternalException;
 
 std::optional<ip::address_v4> strictIpv4(std::string_view text) {
-    ip::address_v4::bytes_type bytes{};
-    std::size_t at = 0;
-    for (std::size_t part = 0; part < bytes.size(); ++part) {
-        if (part > 0 && (at == text.size() || text[at++] != '.')) {
+    char const* at = text.data();
+    char const* const end = at + text.size();
+    unsigned int digit = 0;
+    auto const takesDigit = [&] { return at != end && (digit = static_cast<unsigned int>(*at) - '0') <= 9; };
+    ip::address_v4::uint_type bits = 0;
+    for (int part = 0; part != 4; ++part) {
+        if (part != 0 && (at == end || *at++ != '.')) {
             return std::nullopt;
         }
-        std::size_t const begin = at;
-        unsigned int value = 0;
-        for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
-            value = value * 10 + static_cast<unsigned int>(text[at] - '0');
-            if (value > 255 || (at > begin && text[begin] == '0')) {
-                return std::nullopt;
-            }
-        }
-        if (at == begin) {
+        if (!takesDigit()) {
             return std::nullopt;
         }
-        bytes[part] = static_cast<unsigned char>(value);
+        unsigned int value = digit;
+        ++at;
+        for (int more = 0; more != 2 && value != 0 && takesDigit(); ++more, ++at) {
+            value = value * 10 + digit;
+        }
+        if (value > 255) {
+            return std::nullopt;
+        }
+        bits = bits << 8U | value;
     }
-    return at == text.size() ? std::optional(ip::address_v4(bytes)) : std::nullopt;
+    return at == end ? std::optional(ip::address_v4(bits)) : std::nullopt;
 }
 
 namespace {
+
+// The values of hexadecimal digits, 16 for all other characters.
+constexpr std::array<unsigned char, 256> digitValues = [] {
+    std::array<unsigned char, 256> values{};
+    values.fill(16);
+    for (unsigned char value = 0; value != 16; ++value) {
+        values[static_cast<unsigned char>("0123456789abcdef"[value])] = value;
+        values[static_cast<unsigned char>("0123456789ABCDEF"[value])] = value;
+    }
+    return values;
+}();
 
 // Up to eight groups of up to four hexadecimal digits, one "::" at most (RFC 4291 section 2.2, forms 1 and
 // 2).
@@ -44,34 +61,31 @@ std::optional<ip::address_v6> plainIpv6(std::string_view text) {
     ip::address_v6::bytes_type bytes{};
     std::size_t filled = 0;
     std::optional<std::size_t> gap; // where the zeros of "::" go
-    std::size_t at = 0;
+    char const* at = text.data();
+    char const* const end = at + text.size();
     if (text.starts_with("::")) {
         gap = 0;
-        at = 2;
+        at += 2;
     }
-    while (at < text.size()) {
-        std::size_t const begin = at;
-        unsigned int group = 0;
-        for (; at < text.size() && at - begin < 5; ++at) {
-            unsigned int const decimal = static_cast<unsigned int>(text[at]) - '0';
-            unsigned int const letter = (static_cast<unsigned int>(text[at]) | 0x20U) - 'a';
-            if (decimal > 9 && letter > 5) {
-                break;
-            }
-            group = group << 4 | (decimal <= 9 ? decimal : letter + 10);
+    while (at != end) {
+        char const* const begin = at;
+        unsigned int group = 0; // of more than four digits it is not looked at
+        for (unsigned int value = 0; at != end && (value = digitValues[static_cast<unsigned char>(*at)]) < 16;
+             ++at) {
+            group = group << 4U | value;
         }
         if (at == begin || at - begin > 4 || filled == bytes.size()) {
             return std::nullopt;
         }
-        bytes[filled++] = static_cast<unsigned char>(group >> 8);
-        bytes[filled++] = static_cast<unsigned char>(group & 0xFF);
-        if (at == text.size()) {
+        bytes[filled++] = static_cast<unsigned char>(group >> 8U);
+        bytes[filled++] = static_cast<unsigned char>(group & 0xFFU);
+        if (at == end) {
             break;
         }
-        if (text[at] != ':' || ++at == text.size()) {
+        if (*at != ':' || ++at == end) {
             return std::nullopt;
         }
-        if (text[at] == ':') {
+        if (*at == ':') {
             if (gap) {
                 return std::nullopt;
             }
@@ -90,22 +104,11 @@ std::optional<ip::address_v6> plainIpv6(std::string_view text) {
     return ip::address_v6(bytes);
 }
 
-ip::address parse(std::string const& text) {
-    // First, for speed: the common forms, which every system takes alike.
-    if (auto const strict = strictIpv4(text)) {
-        return *strict;
-    }
-    if (auto const plain = plainIpv6(text)) {
-        return *plain;
-    }
-    boost::system::error_code error;
-    ip::address address = ip::make_address(text, error);
-    if (error) {
-        throw makeInternalException(std::invalid_argument(error.message()));
-    }
-    if (address.is_v4()) {
-        // What some systems take beside it, or an end in the middle of the text.
-        throw makeInternalException(std::invalid_argument("Invalid IP address string: " + text));
+// What is neither of these two.
+std::optional<ip::address> otherForm(std::string_view text, boost::system::error_code& reason) {
+    ip::address address = ip::make_address(std::string(text), reason);
+    if (reason || address.is_v4()) {
+        return std::nullopt; // IPv4 that some systems take beside the strict form, or an end in the text
     }
     if (address.to_v6().scope_id() > UINT32_MAX) {
         // A scope id has 32 bits; "%-1" is widened on the way through Boost.
@@ -115,8 +118,42 @@ ip::address parse(std::string const& text) {
     return address;
 }
 
+ip::address parse(std::string const& text) {
+    // First, for speed: the common forms, which every system takes alike.
+    if (auto const strict = strictIpv4(text)) {
+        return *strict;
+    }
+    if (auto const plain = plainIpv6(text)) {
+        return *plain;
+    }
+    boost::system::error_code reason;
+    if (auto const other = otherForm(text, reason)) {
+        return *other;
+    }
+    throw makeInternalException(
+        std::invalid_argument(reason ? reason.message() : "Invalid IP address string: " + text));
+}
+
 } // namespace
 
 InetAddressImpl::InetAddressImpl(std::string const& text) : address(parse(text)) {}
+
+std::optional<ip::address> InetAddressImpl::read(std::string_view text) {
+    if (auto const strict = strictIpv4(text)) {
+        return *strict;
+    }
+    if (auto const plain = plainIpv6(text)) {
+        return *plain;
+    }
+    boost::system::error_code reason;
+    return otherForm(text, reason);
+}
+
+std::uint64_t InetAddressImpl::hashOf(ip::address const& address) noexcept {
+    inet::Bits const bits = inet::bitsOf(address);
+    // A version and a scope id of 32 bits make one word.
+    std::uint64_t const rest = address.is_v4() ? 0 : 1 + (std::uint64_t{address.to_v6().scope_id()} << 1U);
+    return inet::mixed(inet::hashOf(bits), rest);
+}
 
 } // namespace foundation::network

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <foundation/network/InetAddress.hpp>
+
 #include <boost/asio/ip/address.hpp>
 
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,6 +23,20 @@ public:
 
     /// From numeric text; see `InetAddress(std::string const&)`.
     explicit InetAddressImpl(std::string const& text);
+
+    /// The address of numeric text, none of a text that is none.
+    static std::optional<boost::asio::ip::address> read(std::string_view text);
+
+    /// A value under no name.
+    static InetAddress valueOf(boost::asio::ip::address const& address) {
+        return {std::make_shared<InetAddressImpl>(address), std::string()};
+    }
+    static boost::asio::ip::address const& of(InetAddress const& value) noexcept {
+        return value.impl->address;
+    }
+
+    /// Over version, bytes and scope.
+    static std::uint64_t hashOf(boost::asio::ip::address const& address) noexcept;
 
     boost::asio::ip::address const address;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <foundation/network/InterfaceAddress.hpp>
+
 #include <boost/asio/ip/address.hpp>
 
 #include <string>
@@ -11,6 +13,8 @@ class InterfaceAddressImpl {
 public:
     /// Throws `std::out_of_range`, "prefix length too large".
     InterfaceAddressImpl(boost::asio::ip::address const& value, unsigned short prefix);
+
+    static InterfaceAddressImpl const& of(InterfaceAddress const& value) noexcept { return *value.impl; }
 
     boost::asio::ip::address const address;
     unsigned short const prefixLength;

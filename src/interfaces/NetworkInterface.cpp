@@ -70,6 +70,8 @@ detail::ImmutableIterableRange<NetworkInterface> NetworkInterface::getAdapters(F
         adapter->up = entry.up;
         adapter->loopback = entry.loopback;
         adapter->multicast = entry.multicast;
+        adapter->pointToPoint = entry.pointToPoint;
+        adapter->mtu = entry.mtu;
         if (!entry.loopback) {
             adapter->hardwareAddress = HardwareAddress(std::move(entry.physicalAddress));
         }
@@ -143,6 +145,14 @@ bool NetworkInterface::isLoopback() const noexcept {
 
 bool NetworkInterface::supportsMulticast() const noexcept {
     return impl->multicast;
+}
+
+unsigned int NetworkInterface::getMtu() const noexcept {
+    return impl->mtu;
+}
+
+bool NetworkInterface::isPointToPoint() const noexcept {
+    return impl->pointToPoint;
 }
 
 } // namespace foundation::network

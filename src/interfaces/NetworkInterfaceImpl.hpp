@@ -19,6 +19,8 @@ public:
     bool up = false;
     bool loopback = false;
     bool multicast = false;
+    bool pointToPoint = false;
+    unsigned int mtu = 0;
 };
 
 } // namespace foundation::network

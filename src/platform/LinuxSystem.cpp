@@ -42,11 +42,14 @@ Adapter adapterOf(ifinfomsg const& head, Bytes attributes) {
     adapter.loopback = (head.ifi_flags & IFF_LOOPBACK) != 0;
     adapter.up = (head.ifi_flags & IFF_UP) != 0 && (head.ifi_flags & IFF_RUNNING) != 0;
     adapter.multicast = (head.ifi_flags & IFF_MULTICAST) != 0;
+    adapter.pointToPoint = (head.ifi_flags & IFF_POINTOPOINT) != 0;
     forEachAttribute(attributes, [&adapter](unsigned int type, Bytes value) {
         if (type == IFLA_IFNAME) {
             adapter.friendlyName = wideText(value);
         } else if (type == IFLA_IFALIAS) {
             adapter.description = wideText(value);
+        } else if (type == IFLA_MTU) {
+            peel(value, adapter.mtu);
         } else if (type == IFLA_ADDRESS) {
             auto const* const bytes = reinterpret_cast<unsigned char const*>(value.data());
             adapter.physicalAddress.assign(bytes, bytes + value.size());

@@ -16,7 +16,8 @@ public:
     int readComputerName(std::size_t capacity, std::u16string& name) const override;
 
     /// Friendly name: the interface's name. Description: the alias that the administrator gave it, else the
-    /// name. Up: `IFF_UP` and `IFF_RUNNING`. In the order of the index.
+    /// name. Up: `IFF_UP` and `IFF_RUNNING`. Point to point: `IFF_POINTOPOINT`. MTU: `IFLA_MTU`. In the order
+    /// of the index.
     AdapterReading readAdapters() const override;
 
 private:

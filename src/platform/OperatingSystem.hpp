@@ -32,6 +32,8 @@ struct Adapter {
     bool up = false;
     bool multicast = false;
     std::vector<UnicastAddress> addresses; ///< in the system's order
+    unsigned int mtu = 0;                  ///< in bytes; 0 where the system tells none
+    bool pointToPoint = false;
 };
 
 /// What one reading of the adapters came to: the adapters in a stable order if neither of the first two is

@@ -15,15 +15,17 @@
 
 namespace support {
 
-// A text is an address exactly where the system's functions say so, with their bytes and their text; each
-// address comes back from its text and from its bytes. Returns whether the text was one.
+// A text is an address exactly where the system's functions say so, with their bytes and their text, by the
+// constructor as by tryParseAddress; each address comes back from its text and from its bytes. Returns
+// whether the text was one.
 inline bool addressHolds(std::string const& text) {
-    using foundation::network::InetAddress;
+    using namespace foundation::network;
     std::optional<InetAddress> made;
     try {
         made = InetAddress(text);
     } catch (std::invalid_argument const&) {
     }
+    require(tryParseAddress(text) == made, "tryParseAddress is of another mind", text);
     if (text.find_first_of(std::string("%\0", 2)) == text.npos) { // neither scope nor an early end
         std::vector<unsigned char> bytes(16);
         std::array<char, INET6_ADDRSTRLEN> written{};
@@ -39,7 +41,7 @@ inline bool addressHolds(std::string const& text) {
         std::string const whole = made->toString();
         auto const bytes = made->bytes();
         require(bytes.size() == (made->getVersion() == 4 ? 4 : 16), "a length", text);
-        require(InetAddress(whole).bytes() == bytes, "its own text is another address", text);
+        require(InetAddress(whole) == *made, "its own text is another address", text);
         require(InetAddress(bytes).toString() == whole.substr(0, whole.find('%')),
                 "its own bytes are another address", text);
     }

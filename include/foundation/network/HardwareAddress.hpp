@@ -4,8 +4,13 @@
 #include <foundation/core/StandardLibrary.hpp>
 #include <foundation/network/detail/ImmutableIterableRange.hpp>
 
+#include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace foundation::network {
@@ -28,6 +33,39 @@ public:
     std::vector<unsigned char> bytes() const;
 };
 
+/// Whether both have the same bytes.
+///
+/// Complexity: linear; allocates nothing.
+/// Thread safety: any number of threads.
+[[nodiscard]] inline bool operator==(HardwareAddress const& left, HardwareAddress const& right) noexcept {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end());
+}
+[[nodiscard]] inline bool operator!=(HardwareAddress const& left, HardwareAddress const& right) noexcept {
+    return !(left == right);
+}
+
+/// An order over all values: the first byte that differs decides; what the other begins with comes before it.
+///
+/// Complexity: linear; allocates nothing.
+/// Thread safety: any number of threads.
+[[nodiscard]] inline bool operator<(HardwareAddress const& left, HardwareAddress const& right) noexcept {
+    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end());
+}
+
+/// The bytes of a text: two hexadecimal digits of either case a byte, and between all of them ":" or between
+/// all of them "-". The empty text has no bytes.
+///
+/// Throws: the internal `std::invalid_argument`, "Invalid hardware address: " and the text.
+/// Complexity: linear.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT HardwareAddress parseHardwareAddress(std::string_view text);
+
+/// The same, none for a text that is refused.
+///
+/// Throws: `std::bad_alloc` alone.
+[[nodiscard]] ZVFLNETWORK_EXPORT std::optional<HardwareAddress> tryParseHardwareAddress(
+    std::string_view text);
+
 /// Writes `toString()` with the stream's formatting.
 template <class Traits>
 std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& stream,
@@ -36,3 +74,14 @@ std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& s
 }
 
 } // namespace foundation::network
+
+namespace std {
+
+/// Equal addresses have equal hashes. Linear; allocates nothing. The number may differ between versions.
+template <>
+struct hash<foundation::network::HardwareAddress> {
+    ZVFLNETWORK_EXPORT std::size_t operator()(
+        foundation::network::HardwareAddress const& address) const noexcept;
+};
+
+} // namespace std

@@ -13,9 +13,13 @@
 #include <foundation/network/detail/ImmutableIterableRange.hpp>
 
 #include <array>
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace foundation::network {
@@ -24,8 +28,9 @@ class InetAddressImpl;
 
 /// An IPv4 or IPv6 address, with the name that it was found by if it was found by name.
 ///
-/// A value that shares its immutable address with its copies; `toString` or `bytes` tell whether two are the
-/// same. A value that was moved from holds no address: it may be assigned to or destroyed, and nothing else.
+/// A value that shares its immutable address with its copies. Values are compared, ordered and hashed by
+/// their addresses; the name plays no part. A value that was moved from holds no address: it may be assigned
+/// to or destroyed, and nothing else.
 ///
 /// Any number of threads may read one value. Lookups keep all their state to themselves and run on any number
 /// of threads at once; each asks the system again, nothing is cached. They block for as long as the system's
@@ -114,6 +119,7 @@ public:
     std::string getCanonicalHostName() const;
 
 private:
+    friend class InetAddressImpl;
     friend class InterfaceAddress;
     friend class NetworkInterface;
 
@@ -123,6 +129,37 @@ private:
     std::string hostName;
 };
 
+/// Whether both are the same address: version, bytes and scope id. The names that they were found by play no
+/// part. An IPv4-mapped address is another one than the IPv4 address in it.
+///
+/// Complexity: constant; allocates nothing.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT bool operator==(InetAddress const& left, InetAddress const& right) noexcept;
+[[nodiscard]] inline bool operator!=(InetAddress const& left, InetAddress const& right) noexcept {
+    return !(left == right);
+}
+
+/// An order over all addresses: IPv4 before IPv6, then the bytes as a number, then the scope id.
+///
+/// Complexity: constant; allocates nothing.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT bool operator<(InetAddress const& left, InetAddress const& right) noexcept;
+
+/// The scope id behind the "%" of an IPv6 address (RFC 4007), 0 where there is none. On Linux it is the index
+/// of an adapter.
+///
+/// Complexity: constant; allocates nothing.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT unsigned long getScopeId(InetAddress const& address) noexcept;
+
+/// The address of a numeric text, none for a text that is no address. It takes exactly what
+/// `InetAddress(std::string(text))` takes, and gives the same.
+///
+/// Throws: `std::bad_alloc` alone.
+/// Complexity: linear.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT std::optional<InetAddress> tryParseAddress(std::string_view text);
+
 /// Writes `toString()` with the stream's formatting.
 template <class Traits>
 std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& stream,
@@ -131,3 +168,13 @@ std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& s
 }
 
 } // namespace foundation::network
+
+namespace std {
+
+/// Equal addresses have equal hashes. Constant; allocates nothing. The number may differ between versions.
+template <>
+struct hash<foundation::network::InetAddress> {
+    ZVFLNETWORK_EXPORT std::size_t operator()(foundation::network::InetAddress const& address) const noexcept;
+};
+
+} // namespace std

@@ -3,6 +3,8 @@
 #include <foundation/core/Export.hpp>
 #include <foundation/network/InetAddress.hpp>
 
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -40,12 +42,30 @@ public:
     std::string toString() const;
 
 private:
+    friend class InterfaceAddressImpl;
     friend class NetworkInterface;
 
     explicit InterfaceAddress(std::shared_ptr<InterfaceAddressImpl> address) noexcept;
 
     std::shared_ptr<InterfaceAddressImpl> impl;
 };
+
+/// Whether address, scope id and length of the prefix are the same.
+///
+/// Complexity: constant; allocates nothing.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT bool operator==(InterfaceAddress const& left,
+                                                 InterfaceAddress const& right) noexcept;
+[[nodiscard]] inline bool operator!=(InterfaceAddress const& left, InterfaceAddress const& right) noexcept {
+    return !(left == right);
+}
+
+/// An order over all values: that of the addresses, then the length of the prefix.
+///
+/// Complexity: constant; allocates nothing.
+/// Thread safety: any number of threads.
+[[nodiscard]] ZVFLNETWORK_EXPORT bool operator<(InterfaceAddress const& left,
+                                                InterfaceAddress const& right) noexcept;
 
 /// Writes `toString()` with the stream's formatting.
 template <class Traits>
@@ -55,3 +75,14 @@ std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& s
 }
 
 } // namespace foundation::network
+
+namespace std {
+
+/// Equal values have equal hashes. Constant; allocates nothing. The number may differ between versions.
+template <>
+struct hash<foundation::network::InterfaceAddress> {
+    ZVFLNETWORK_EXPORT std::size_t operator()(
+        foundation::network::InterfaceAddress const& address) const noexcept;
+};
+
+} // namespace std

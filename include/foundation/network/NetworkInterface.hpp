@@ -79,6 +79,17 @@ public:
     /// True if it can send to many at once.
     bool supportsMulticast() const noexcept;
 
+    /// The size in bytes of the largest packet that it carries whole (the MTU), without the link's own frame:
+    /// 1500 on most Ethernets. 0 if the system tells none.
+    ///
+    /// Complexity: constant; allocates nothing.
+    unsigned int getMtu() const noexcept;
+
+    /// True if its link has two ends and no more, as that of a tunnel.
+    ///
+    /// Complexity: constant; allocates nothing.
+    bool isPointToPoint() const noexcept;
+
 private:
     friend class InetAddress;
 

@@ -13,6 +13,7 @@
 #include <foundation/network/HardwareAddress.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/InetAddress.hpp>
+#include <foundation/network/InetNetwork.hpp>
 #include <foundation/network/InterfaceAddress.hpp>
 #include <foundation/network/ParseFault.hpp>
 #include <foundation/network/QueryParameters.hpp>
@@ -51,6 +52,9 @@ struct formatter<foundation::network::InetAddress>
 template <>
 struct formatter<foundation::network::InterfaceAddress>
     : foundation::network::detail::StdFormatter<foundation::network::InterfaceAddress> {};
+template <>
+struct formatter<foundation::network::InetNetwork>
+    : foundation::network::detail::StdFormatter<foundation::network::InetNetwork> {};
 template <>
 struct formatter<foundation::network::HardwareAddress>
     : foundation::network::detail::StdFormatter<foundation::network::HardwareAddress> {};

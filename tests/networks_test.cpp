@@ -1,0 +1,207 @@
+#include <foundation/network/InetNetwork.hpp>
+
+#include "support/Generator.hpp"
+#include "support/Iris.hpp"
+#include "support/Networks.hpp"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+using namespace foundation::network;
+using namespace std::string_literals;
+using support::PlainNetwork;
+using support::thrown;
+
+// Networks side by side: the second is made of the first by turning single bits, so that they often share a
+// prefix, or is of the other version.
+TEST(InetNetwork, AgreesWithABitByBitTwin) {
+    support::Generator random(7);
+    std::size_t nested = 0, apart = 0;
+    for (int round = 0; round < 30'000; ++round) {
+        PlainNetwork a{support::Bytes(random.chance(50) ? 4 : 16), 0};
+        for (auto& byte : a.bytes) {
+            byte = static_cast<unsigned char>(random.chance(60) ? random.below(256) : random.below(2) * 255);
+        }
+        PlainNetwork b = a;
+        if (random.chance(5)) {
+            b.bytes.resize(20 - b.bytes.size());
+        }
+        for (auto* network : {&a, &b}) {
+            network->prefix = random.below(network->bytes.size() * 8 + 1);
+        }
+        for (std::size_t turns = random.below(3); turns != 0; --turns) {
+            std::size_t const at = random.below(b.bytes.size() * 8);
+            support::setBit(b.bytes, at, !support::bitOf(b.bytes, at));
+        }
+        if (random.chance(10)) {
+            a.bytes = a.filled(false);
+        }
+        ASSERT_NO_THROW(support::networksHold(a, b));
+        nested += a.contains(b);
+        apart += !a.overlaps(b);
+    }
+    EXPECT_GT(nested, 5'000u);
+    EXPECT_GT(apart, 5'000u);
+}
+
+// Every prefix at its borders: the first and the last address, and one beyond each.
+TEST(InetNetwork, EndsWhereItsPrefixSays) {
+    std::size_t rows = 0;
+    for (std::size_t const size : {4u, 16u}) {
+        for (std::size_t prefix = 1; prefix <= size * 8; ++prefix, ++rows) {
+            PlainNetwork const plain{support::Bytes(size, 0xA5), prefix};
+            auto const network =
+                InetNetwork::masked(InetAddress(plain.bytes), static_cast<unsigned short>(prefix));
+            auto below = plain.filled(false), above = plain.filled(true);
+            EXPECT_TRUE(network.contains(InetAddress(below)) && network.contains(InetAddress(above)));
+            for (std::size_t at = size; at-- > 0 && below[at]-- == 0;) {
+            }
+            for (std::size_t at = size; at-- > 0 && ++above[at] == 0;) {
+            }
+            EXPECT_FALSE(network.contains(InetAddress(below))) << network;
+            EXPECT_FALSE(network.contains(InetAddress(above))) << network;
+        }
+    }
+    EXPECT_EQ(rows, 160u);
+    EXPECT_TRUE(InetNetwork("0.0.0.0/0").contains(InetAddress("255.255.255.255")));
+    EXPECT_TRUE(InetNetwork("::/0").contains(InetAddress("ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff")));
+}
+
+TEST(InetNetwork, AnswersByHand) {
+    InetNetwork const office("10.20.0.0/14");
+    EXPECT_EQ(office.getFirst(), InetAddress("10.20.0.0"));
+    EXPECT_EQ(office.getLast(), InetAddress("10.23.255.255"));
+    EXPECT_EQ(office.getNetmask(), InetAddress("255.252.0.0"));
+    EXPECT_EQ(office.getBroadcast(), InetAddress("10.23.255.255"));
+    EXPECT_EQ(office.getPrefixLength(), 14);
+    EXPECT_EQ(InetNetwork("192.0.2.0/31").getBroadcast(), std::nullopt);
+    EXPECT_EQ(InetNetwork("192.0.2.0/30").getBroadcast(), InetAddress("192.0.2.3"));
+    EXPECT_EQ(InetNetwork("2001:DB8::/33").getLast(), InetAddress("2001:db8:7fff:ffff:ffff:ffff:ffff:ffff"));
+    EXPECT_EQ(InetNetwork("2001:db8::/33").getNetmask(), InetAddress("ffff:ffff:8000::"));
+    // The other version is in none, also where the bits are the same; a scope plays no part.
+    EXPECT_FALSE(InetNetwork("0.0.0.0/0").contains(InetAddress("::ffff:10.0.0.1")));
+    EXPECT_FALSE(InetNetwork("::/0").contains(InetAddress("10.0.0.1")));
+    EXPECT_FALSE(InetNetwork("::/0").overlaps(InetNetwork("0.0.0.0/0")));
+    EXPECT_TRUE(InetNetwork("fe80::/64").contains(InetAddress("fe80::1%7")));
+    EXPECT_EQ(InetNetwork::masked(InetAddress("fe80::1%7"), 64), InetNetwork("fe80::/64"));
+    EXPECT_EQ(getNetwork(InterfaceAddress(InetAddress("fe80::1%7"), 10)), InetNetwork("fe80::/10"));
+    std::ostringstream stream;
+    stream << office;
+    EXPECT_EQ(stream.str(), "10.20.0.0/14");
+}
+
+TEST(InetNetworkText, IsRefusedByTheLetter) {
+    std::size_t rows = 0;
+    for (std::string const& text : {""s,
+                                    "/"s,
+                                    "/8"s,
+                                    "10.0.0.0"s,
+                                    "10.0.0.0/"s,
+                                    "10.0.0.1/8"s,
+                                    "10.0.0.0/-1"s,
+                                    "10.0.0.0/+8"s,
+                                    "10.0.0.0/08"s,
+                                    "10.0.0.0/00"s,
+                                    "10.0.0.0/033"s,
+                                    "10.0.0.0/8 "s,
+                                    "10.0.0.0/ 8"s,
+                                    " 10.0.0.0/8"s,
+                                    "10.0.0.0 /8"s,
+                                    "10.0.0.0/8/8"s,
+                                    "10.0.0.0/0x8"s,
+                                    "10.0.0.0/8a"s,
+                                    "10.0.0.0/a"s,
+                                    "10/8"s,
+                                    "10.0.0/8"s,
+                                    "010.0.0.0/8"s,
+                                    "10.0.0.0/255.0.0.0"s,
+                                    "10.0.0.0\\8"s,
+                                    "10.0.0.0/8\0"s,
+                                    "10.0.0.0\0/8"s,
+                                    "::1/127"s,
+                                    "::/-0"s,
+                                    "[::]/0"s,
+                                    "::%/0"s,
+                                    "fe80::%1/64"s,
+                                    "fe80::%lo/64"s,
+                                    "fe80::%none/64"s,
+                                    "::\0x/0"s,
+                                    "::/1\0"s,
+                                    "::ffff:10.0.0.1/8"s,
+                                    "localhost/8"s,
+                                    "-1/33"s,
+                                    "/33"s,
+                                    "10.0.0.0/\xD9\xA3"s}) {
+        EXPECT_EQ(thrown<std::invalid_argument>([&] { (void)InetNetwork(text); }),
+                  ("Invalid network: " + text).c_str());
+        EXPECT_EQ(tryParseNetwork(text), std::nullopt) << text;
+        ++rows;
+    }
+    EXPECT_EQ(rows, 40u);
+    rows = 0;
+    for (char const* text : {"10.0.0.0/33", "10.0.0.1/33", "0.0.0.0/128", "::/129", "::1/65535", "::/65536",
+                             "::/4294967296", "10.0.0.0/18446744073709551624", "10.0.0.0/256",
+                             "10.0.0.0/99999999999999999999999999999999999999999", "fe80::%1/129"}) {
+        try {
+            (void)InetNetwork(text);
+            ADD_FAILURE() << text;
+        } catch (std::out_of_range const& e) {
+            EXPECT_STREQ(e.what(), "prefix length too large");
+            EXPECT_EQ(dynamic_cast<foundation::core::except::IException const*>(&e), nullptr);
+        }
+        EXPECT_EQ(tryParseNetwork(text), std::nullopt) << text;
+        ++rows;
+    }
+    EXPECT_EQ(rows, 11u);
+}
+
+TEST(InetNetworkText, OfAnAddressAndALengthIsRefusedAsBoth) {
+    // clang-format off
+    struct Row { char const* address; unsigned short length; char const* refusal; };
+    Row const rows[] = {
+        {"10.0.0.1", 31, "Invalid network: 10.0.0.1/31"}, {"128.0.0.0", 0, "Invalid network: 128.0.0.0/0"},
+        {"2001:DB8::1", 64, "Invalid network: 2001:db8::1/64"}, {"::%1", 0, "Invalid network: ::%1/0"},
+    };
+    // clang-format on
+    for (auto const& [address, length, refusal] : rows) {
+        EXPECT_EQ(thrown<std::invalid_argument>(
+                      [&, a = address, l = length] { (void)InetNetwork(InetAddress(a), l); }),
+                  refusal);
+    }
+    for (unsigned int const length : {33u, 255u, 256u, 264u, 65535u}) {
+        auto const prefix = static_cast<unsigned short>(length);
+        EXPECT_THROW((void)InetNetwork(InetAddress("10.0.0.1"), prefix), std::out_of_range);
+        EXPECT_THROW((void)InetNetwork::masked(InetAddress("10.0.0.1"), prefix), std::out_of_range);
+    }
+    EXPECT_THROW((void)InetNetwork::masked(InetAddress("::1"), 129), std::out_of_range);
+}
+
+// Texts of networks, and texts near the border of what is one.
+TEST(InetNetworkText, AgreesWithAPlainReadingOfGeneratedRows) {
+    constexpr std::string_view pieces[] = {"",   "0",  "1",  "8", "/",  "//", "/0", "/32", "/33", "/128",
+                                           "::", ":0", "f:", "%", "%1", ".",  " ",  "-",   "+",   "1.2.0.0"};
+    support::Generator random(8);
+    std::size_t taken = 0, refused = 0;
+    for (int row = 0; row < 60'000; ++row) {
+        PlainNetwork plain{support::Bytes(random.chance(50) ? 4 : 16), 0};
+        for (auto& byte : plain.bytes) {
+            byte = static_cast<unsigned char>(random.chance(33) ? random.below(256) : 0);
+        }
+        plain.prefix = random.below(plain.bytes.size() * 8 + 1);
+        std::string text = plain.toString();
+        for (std::size_t edits = random.below(4); edits > 0; --edits) {
+            text.replace(random.below(text.size() + 1), random.below(3), random.pick(pieces));
+        }
+        bool held = false;
+        ASSERT_NO_THROW(held = support::networkHolds(text));
+        taken += held;
+        refused += !held;
+    }
+    EXPECT_GT(taken, 15'000u);
+    EXPECT_GT(refused, 15'000u);
+}
+
+} // namespace

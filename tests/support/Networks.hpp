@@ -1,0 +1,149 @@
+#pragma once
+
+// A network told bit by bit, without a word or a mask, and the laws that networks are held to by it.
+
+#include "support/Laws.hpp"
+
+#include <foundation/network/InetNetwork.hpp>
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <array>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+namespace support {
+
+using Bytes = std::vector<unsigned char>;
+
+inline bool bitOf(Bytes const& bytes, std::size_t at) {
+    return ((bytes[at / 8] >> (7 - at % 8)) & 1) != 0;
+}
+inline void setBit(Bytes& bytes, std::size_t at, bool value) {
+    auto const bit = static_cast<unsigned char>(1 << (7 - at % 8));
+    bytes[at / 8] = static_cast<unsigned char>(value ? bytes[at / 8] | bit : bytes[at / 8] & ~bit);
+}
+
+struct PlainNetwork {
+    Bytes bytes; // with host bits
+    std::size_t prefix;
+
+    // The address with its host bits set or cleared.
+    Bytes filled(bool value) const {
+        Bytes result = bytes;
+        for (std::size_t at = prefix; at != bytes.size() * 8; ++at) {
+            setBit(result, at, value);
+        }
+        return result;
+    }
+    Bytes netmask() const {
+        Bytes result(bytes.size());
+        for (std::size_t at = 0; at != prefix; ++at) {
+            setBit(result, at, true);
+        }
+        return result;
+    }
+    bool sharesBits(Bytes const& other, std::size_t count) const {
+        bool same = other.size() == bytes.size();
+        for (std::size_t at = 0; same && at != count; ++at) {
+            same = bitOf(bytes, at) == bitOf(other, at);
+        }
+        return same;
+    }
+    bool contains(Bytes const& address) const { return sharesBits(address, prefix); }
+    bool contains(PlainNetwork const& other) const { return prefix <= other.prefix && contains(other.bytes); }
+    bool overlaps(PlainNetwork const& other) const {
+        return sharesBits(other.bytes, std::min(prefix, other.prefix));
+    }
+    bool hasHostBits() const { return bytes != filled(false); }
+    auto ordered() const { return std::tuple(bytes.size(), filled(false), prefix); }
+    std::string toString() const {
+        std::array<char, INET6_ADDRSTRLEN> text{};
+        Bytes const first = filled(false);
+        inet_ntop(bytes.size() == 4 ? AF_INET : AF_INET6, first.data(), text.data(), text.size());
+        return text.data() + ('/' + std::to_string(prefix));
+    }
+};
+
+// All that is told of two networks and of the addresses that they were made of.
+inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
+    using namespace foundation::network;
+    InetAddress const address(a.bytes), other(b.bytes);
+    auto const prefix = static_cast<unsigned short>(a.prefix);
+    std::string const about = address.toString() + " " + a.toString() + " " + b.toString();
+    InetNetwork const left = InetNetwork::masked(address, prefix);
+    InetNetwork const right = InetNetwork::masked(other, static_cast<unsigned short>(b.prefix));
+    require(left.toString() == a.toString(), "the text", about);
+    require(InetNetwork(left.toString()) == left && tryParseNetwork(left.toString()) == left,
+            "another network by its text", about);
+    require(left.getFirst().bytes() == a.filled(false) && left.getLast().bytes() == a.filled(true),
+            "the first or the last address", about);
+    require(left.getNetmask().bytes() == a.netmask() && left.getPrefixLength() == prefix, "the mask", about);
+    std::optional<InetAddress> const broadcast = left.getBroadcast();
+    require(broadcast.has_value() == (a.bytes.size() == 4 && prefix < 31), "whether there is a broadcast",
+            about);
+    require(!broadcast || broadcast->bytes() == a.filled(true), "the broadcast", about);
+    require(InetNetwork(left.getFirst(), prefix) == left, "another network by its first address", about);
+    require(getNetwork(InterfaceAddress(address, prefix)) == left, "the network of an adapter", about);
+    bool refused = false;
+    try {
+        (void)InetNetwork(address, prefix);
+    } catch (std::invalid_argument const&) {
+        refused = true;
+    }
+    require(refused == a.hasHostBits(), "host bits", about);
+    require(left.contains(address) && left.contains(left) && left.overlaps(left), "itself", about);
+    require(left.contains(other) == a.contains(b.bytes), "an address in it", about);
+    require(left.contains(right) == a.contains(b), "a network in it", about);
+    require(left.overlaps(right) == a.overlaps(b) && right.overlaps(left) == a.overlaps(b), "an overlap",
+            about);
+    bool const same = a.ordered() == b.ordered();
+    require((left == right) == same && (left != right) == !same, "equality", about);
+    require((left < right) == (a.ordered() < b.ordered()), "order", about);
+    std::hash<InetNetwork> const hash;
+    require((hash(left) == hash(right)) == same, "hash", about);
+}
+
+// A text is a network exactly where a plain reading takes it, with the system's functions for the address.
+// Returns whether it was one.
+inline bool networkHolds(std::string const& text) {
+    using namespace foundation::network;
+    std::string made, expected = std::string("! Invalid network: ") + text.c_str(); // what() ends at a zero
+    try {
+        made = InetNetwork(text).toString();
+    } catch (std::invalid_argument const& e) {
+        made = std::string("! ") + e.what();
+    } catch (std::out_of_range const& e) {
+        made = std::string("! ") + e.what();
+    }
+    std::size_t const slash = text.rfind('/');
+    if (slash != text.npos && text.find_first_of(std::string_view("%\0", 2)) == text.npos) {
+        std::string const address = text.substr(0, slash), digits = text.substr(slash + 1);
+        Bytes bytes(16);
+        bool const four = inet_pton(AF_INET, address.c_str(), bytes.data()) == 1;
+        bool const taken = four || inet_pton(AF_INET6, address.c_str(), bytes.data()) == 1;
+        bytes.resize(four ? 4 : 16);
+        bool const number = !digits.empty() && digits.find_first_not_of("0123456789") == digits.npos &&
+                            (digits == "0" || digits[0] != '0');
+        if (taken && number) {
+            std::size_t const prefix = digits.size() > 3 ? 1000 : std::stoul(digits);
+            if (prefix > bytes.size() * 8) {
+                expected = "! prefix length too large";
+            } else if (PlainNetwork const plain{bytes, prefix}; !plain.hasHostBits()) {
+                expected = plain.toString();
+            }
+        }
+    } else {
+        made = made == "! prefix length too large" ? expected : made; // of an address with a scope
+    }
+    require(made == expected, "taken or refused unlike the plain reading", text, made, expected);
+    bool const taken = made[0] != '!';
+    require(tryParseNetwork(text).has_value() == taken, "tryParseNetwork is of another mind", text);
+    return taken;
+}
+
+} // namespace support
