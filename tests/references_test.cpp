@@ -25,19 +25,21 @@ TEST(Resolve, GivesTheExamplesOfRfc3986) {
     struct Row { Text reference, target; };
     Row const rows[] = { // section 5.4.1
         {u"g:h", u"g:h"}, {u"g", u"http://a/b/c/g"}, {u"./g", u"http://a/b/c/g"}, {u"g/", u"http://a/b/c/g/"},
-        {u"/g", u"http://a/g"}, {u"//g", u"http://g"}, {u"?y", u"http://a/b/c/d;p?y"}, {u"g?y", u"http://a/b/c/g?y"},
-        {u"#s", u"http://a/b/c/d;p?q#s"}, {u"g#s", u"http://a/b/c/g#s"}, {u"g?y#s", u"http://a/b/c/g?y#s"},
-        {u";x", u"http://a/b/c/;x"}, {u"g;x", u"http://a/b/c/g;x"}, {u"g;x?y#s", u"http://a/b/c/g;x?y#s"},
-        {u"", u"http://a/b/c/d;p?q"}, {u".", u"http://a/b/c/"}, {u"./", u"http://a/b/c/"}, {u"..", u"http://a/b/"},
-        {u"../", u"http://a/b/"}, {u"../g", u"http://a/b/g"}, {u"../..", u"http://a/"}, {u"../../", u"http://a/"},
-        {u"../../g", u"http://a/g"},
+        {u"/g", u"http://a/g"}, {u"//g", u"http://g"}, {u"?y", u"http://a/b/c/d;p?y"},
+        {u"g?y", u"http://a/b/c/g?y"}, {u"#s", u"http://a/b/c/d;p?q#s"}, {u"g#s", u"http://a/b/c/g#s"},
+        {u"g?y#s", u"http://a/b/c/g?y#s"}, {u";x", u"http://a/b/c/;x"}, {u"g;x", u"http://a/b/c/g;x"},
+        {u"g;x?y#s", u"http://a/b/c/g;x?y#s"}, {u"", u"http://a/b/c/d;p?q"}, {u".", u"http://a/b/c/"},
+        {u"./", u"http://a/b/c/"}, {u"..", u"http://a/b/"}, {u"../", u"http://a/b/"}, {u"../g", u"http://a/b/g"},
+        {u"../..", u"http://a/"}, {u"../../", u"http://a/"}, {u"../../g", u"http://a/g"},
         // section 5.4.2
-        {u"../../../g", u"http://a/g"}, {u"../../../../g", u"http://a/g"}, {u"/./g", u"http://a/g"}, {u"/../g", u"http://a/g"},
-        {u"g.", u"http://a/b/c/g."}, {u".g", u"http://a/b/c/.g"}, {u"g..", u"http://a/b/c/g.."}, {u"..g", u"http://a/b/c/..g"},
-        {u"./../g", u"http://a/b/g"}, {u"./g/.", u"http://a/b/c/g/"}, {u"g/./h", u"http://a/b/c/g/h"},
-        {u"g/../h", u"http://a/b/c/h"}, {u"g;x=1/./y", u"http://a/b/c/g;x=1/y"}, {u"g;x=1/../y", u"http://a/b/c/y"},
-        {u"g?y/./x", u"http://a/b/c/g?y/./x"}, {u"g?y/../x", u"http://a/b/c/g?y/../x"}, {u"g#s/./x", u"http://a/b/c/g#s/./x"},
-        {u"g#s/../x", u"http://a/b/c/g#s/../x"}, {u"http:g", u"http:g"}};
+        {u"../../../g", u"http://a/g"}, {u"../../../../g", u"http://a/g"}, {u"/./g", u"http://a/g"},
+        {u"/../g", u"http://a/g"}, {u"g.", u"http://a/b/c/g."}, {u".g", u"http://a/b/c/.g"},
+        {u"g..", u"http://a/b/c/g.."}, {u"..g", u"http://a/b/c/..g"}, {u"./../g", u"http://a/b/g"},
+        {u"./g/.", u"http://a/b/c/g/"}, {u"g/./h", u"http://a/b/c/g/h"}, {u"g/../h", u"http://a/b/c/h"},
+        {u"g;x=1/./y", u"http://a/b/c/g;x=1/y"}, {u"g;x=1/../y", u"http://a/b/c/y"},
+        {u"g?y/./x", u"http://a/b/c/g?y/./x"}, {u"g?y/../x", u"http://a/b/c/g?y/../x"},
+        {u"g#s/./x", u"http://a/b/c/g#s/./x"}, {u"g#s/../x", u"http://a/b/c/g#s/../x"}, {u"http:g", u"http:g"},
+    };
     // clang-format on
     for (auto const& row : rows) {
         EXPECT_EQ(resolved(row.reference, u"http://a/b/c/d;p?q"), row.target) << show(row.reference);
@@ -47,9 +49,11 @@ TEST(Resolve, GivesTheExamplesOfRfc3986) {
 
 // References and bases: small alphabets, so that segments meet, and much of what makes trouble.
 Text randomReference(Generator& generator) {
-    static constexpr char16_t const* segments[] = {u"a",   u"b",   u"a",      u"b",      u"c",   u".",
-                                                   u"..",  u".",   u"..",     u"",       u"...", u"a:b",
-                                                   u"%2F", u"%2e", u"\u00E9", u"%C3%A9", u"%"};
+    // clang-format off
+    static constexpr char16_t const* segments[] = {
+        u"a", u"b", u"a", u"b", u"c", u".", u"..", u".", u"..",
+        u"", u"...", u"a:b", u"%2F", u"%2e", u"\u00E9", u"%C3%A9", u"%"};
+    // clang-format on
     Text text = generator.chance(50) ? generator.chance(70) ? u"x:" : u"y:" : u"";
     text += generator.chance(50) ? generator.chance(70) ? u"//h" : u"//u@g:8" : u"";
     bool const plain = generator.chance(70);
@@ -87,17 +91,10 @@ TEST(References, KeepTheirLaws) {
 // The same laws for values that were built, or came out of a resolution, and can be read again.
 IRI anyValue(Generator& generator) {
     for (;;) {
-        Text const text = randomReference(generator);
-        try {
-            IRI const iri(text);
-            std::size_t const how = generator.below(4);
-            IRI const value = how == 0   ? IRI(IRIArgs(iri))
-                              : how == 1 ? iri.resolveAgainst(IRI(u"//\u00E9%41@h/%2541/%2e/%25//b?%26"))
-                                         : iri;
-            if (canBeReadAgain(value)) {
-                return value;
-            }
-        } catch (std::logic_error const&) {
+        auto const iri = parsed(randomReference(generator));
+        IRI const value = iri ? inAnotherWay(*iri, generator.below(4)) : IRI();
+        if (iri && canBeReadAgain(value)) {
+            return value;
         }
     }
 }
@@ -122,25 +119,22 @@ TEST(ExactReferences, KeepEveryEscape) {
     // clang-format off
     struct Row { Text reference, base, target, back; };
     Row const rows[] = {
-        {u"a%2Bb", u"http://h/x/", u"http://h/x/a%2Bb", u"a%2Bb"},
-        {u"%40types/m", u"http://h/x/", u"http://h/x/%40types/m", u"%40types/m"},
-        {u"01_%c9p.pdf", u"http://h/x/", u"http://h/x/01_%c9p.pdf", u"01_%c9p.pdf"},
-        {u"%2e%2e/q", u"http://h/x/", u"http://h/x/%2e%2e/q", u"%2e%2e/q"},
-        {u"a%25b", u"http://h/x/", u"http://h/x/a%25b", u"a%25b"},
-        {u"%c9%2541", u"http://h/x/", u"http://h/x/%c9%2541", u"%c9%2541"},
         {u"a%2Fb/../c", u"x:/d/e", u"x:/d/c", u"c"}, {u"%C0%80", u"x:/%C0%80/b", u"x:/%C0%80/%C0%80", u"%C0%80"},
         // The base's own dots, and none of it.
         {u"g", u"http://h/a/b/..", u"http://h/a/b/g", u"g"}, {u"y/../z", u"http://a", u"http://a/z", u"z"},
         {u"", u"http://h/a/../b#f", u"http://h/a/../b", u"b"}, {u"?", u"x:", u"x:?", u"?"},
         // Guards.
-        {u"/.//d", u"x:", u"x:/.//d", u".///d"}, {u"./a:b", u"", u"./a:b", u"./a:b"}, {u"./a:b", u"x:", u"x:a:b", u"./a:b"},
-        {u"..//d", u"x:/a/b/c", u"x:/a//d", u"..//d"}, {u".//d", u"http://h/", u"http://h//d", u".//d"},
-        {u"x:a/../b", u"", u"x:/b", u"x:/b"}, {u"..", u"x:a/b", u"x:/", u"/"}, {u".", u"x:b?q", u"x:", u"."},
+        {u"/.//d", u"x:", u"x:/.//d", u".///d"}, {u"./a:b", u"", u"./a:b", u"./a:b"},
+        {u"./a:b", u"x:", u"x:a:b", u"./a:b"}, {u"..//d", u"x:/a/b/c", u"x:/a//d", u"..//d"},
+        {u".//d", u"http://h/", u"http://h//d", u".//d"}, {u"x:a/../b", u"", u"x:/b", u"x:/b"},
+        {u"..", u"x:a/b", u"x:/", u"/"}, {u".", u"x:b?q", u"x:", u"."},
         // The shortest way is not always the nearest one.
-        {u"/a", u"http://h/b/c/d", u"http://h/a", u"/a"}, {u"../../a/b", u"http://h/bb/c/d", u"http://h/a/b", u"/a/b"},
-        {u"//g/p", u"x://h/p", u"x://g/p", u"//g/p"}, {u"x:/p", u"x://h/p", u"x:/p", u"x:/p"},
-        {u"//h", u"x://h/p", u"x://h", u"//h"}, {u"?q", u"x://h/p?r", u"x://h/p?q", u"?q"}, {u"p", u"x://h/p?r", u"x://h/p", u"p"},
-        {u"../", u"x:/a/b/c", u"x:/a/", u".."}, {u"x:b/d", u"x:b//e///c", u"x:b/d", u"x:b/d"}, {u"/\U0001F600/a", u"x:/\U0001F600/\U0001F600/c", u"x:/\U0001F600/a", u"../a"},
+        {u"/a", u"http://h/b/c/d", u"http://h/a", u"/a"},
+        {u"../../a/b", u"http://h/bb/c/d", u"http://h/a/b", u"/a/b"}, {u"//g/p", u"x://h/p", u"x://g/p", u"//g/p"},
+        {u"x:/p", u"x://h/p", u"x:/p", u"x:/p"}, {u"//h", u"x://h/p", u"x://h", u"//h"},
+        {u"?q", u"x://h/p?r", u"x://h/p?q", u"?q"}, {u"p", u"x://h/p?r", u"x://h/p", u"p"},
+        {u"../", u"x:/a/b/c", u"x:/a/", u".."}, {u"x:b/d", u"x:b//e///c", u"x:b/d", u"x:b/d"},
+        {u"/\U0001F600/a", u"x:/\U0001F600/\U0001F600/c", u"x:/\U0001F600/a", u"../a"},
     };
     // clang-format on
     for (auto const& [reference, base, target, back] : rows) {
@@ -148,7 +142,13 @@ TEST(ExactReferences, KeepEveryEscape) {
         EXPECT_EQ(result.toString(false), target) << show(reference) << " against " << show(base);
         EXPECT_EQ(makeRelativeExactly(result, IRI(base)).toString(false), back) << show(target);
     }
-    EXPECT_EQ(std::size(rows), 30u);
+    EXPECT_EQ(std::size(rows), 24u);
+    for (Text const escaped : {u"a%2Bb", u"%40types/m", u"01_%c9p.pdf", u"%2e%2e/q", u"a%25b", u"%c9%2541"}) {
+        IRI const base(u"http://h/x/");
+        IRI const result = exactResolutionHolds(IRI(escaped), base);
+        EXPECT_EQ(result.toString(false), u"http://h/x/" + escaped);
+        EXPECT_EQ(makeRelativeExactly(result, base).toString(false), escaped);
+    }
     EXPECT_EQ(resolveExactly(IRI(), IRI()), IRI(u""));
     EXPECT_EQ(resolveExactly(IRI(), IRI(u"x:/a?q#f")).toString(false), u"x:/a?q");
     EXPECT_EQ(resolveExactly(IRI(u"a"), IRI()).getPath(Iri), u"a");
@@ -166,18 +166,18 @@ TEST(Resolve, DiffersFromTheRfcAsDocumented) {
         {u"y/../z", u"x://a", u"x://a/y/../z"}, {u"a%2Fb/c", u"x:/d/e", u"x:/d/a/b/c"},
         {u"p:a/./b", u"x:y", u"p:a/b"}, {u"p:a/./b", u"x:/y", u"p:/a/b"}, {u"a", u"mailto:x", u"mailto:a"},
         {u"c/../d", u"http://h/a", u"http://h/d"}, {u"c/..", u"http://h/a", u"http://h/"},
-        {u"g", u"http://h/a/b/..", u"http://h/a/g"}, {u"g", u"http://h/./a", u"http://h/g"},
-        {u"g", u".", u"g"}, {u"/.//d", u"x:", u"x:/.//d"}, {u"..", u"a/b", u"/"}, {u"a:b", u"", u"a:b"},
-        {u"./a:b", u"", u"a%3Ab"}, {u"x:%2Fa", u"", u"x:/a"}, {u"#", u"http://h/a?q#f", u"http://h/a?q#"},
+        {u"g", u"http://h/a/b/..", u"http://h/a/g"}, {u"g", u"http://h/./a", u"http://h/g"}, {u"g", u".", u"g"},
+        {u"/.//d", u"x:", u"x:/.//d"}, {u"..", u"a/b", u"/"}, {u"a:b", u"", u"a:b"}, {u"./a:b", u"", u"a%3Ab"},
+        {u"x:%2Fa", u"", u"x:/a"}, {u"#", u"http://h/a?q#f", u"http://h/a?q#"},
         {u"", u"http://h/b#f", u"http://h/b"}, {u"", u"#f", u""}, {u"a/..//b", u"c", u"/b"},
         {u"%2Fa/./b", u"x:/b/c", u"x:/b/a/b"}, {u"%2Fa/../b", u"x:/b/c", u"x:/b/b"},
         {u"%2Fa/../../../b", u"x:/q/r/s/c", u"x:/q/b"},
     };
     // clang-format on
-    for (auto const& row : rows) {
-        EXPECT_EQ(resolved(row.reference, row.base), row.target)
-            << show(row.reference) << " against " << show(row.base);
+    for (auto const& [reference, base, target] : rows) {
+        EXPECT_EQ(resolved(reference, base), target) << show(reference) << " against " << show(base);
     }
+    EXPECT_EQ(std::size(rows), 22u);
     EXPECT_TRUE(IRI(u"x:%2Fa").resolveAgainst(IRI()).isOpaque());
     EXPECT_TRUE(IRI(u"").resolveAgainst(IRI(u"#f")).isEmpty());
     EXPECT_EQ(IRI(u"a").resolveAgainst(IRI()).toString(false), u"a");
@@ -203,15 +203,18 @@ TEST(Relativise, GivesWhatIsDocumented) {
         {u"x:b", u"x:b?q", u"./b"}, {u"http://a/b?q", u"http://a/b?q#f", u""},
         {u"http://a/b?x", u"http://a/b?y", u"?x"}, {u"http://a?q", u"http://a/b", u"//a?q"},
         {u"http://a?q", u"http://a/b?q", u"//a?q"}, {u"x:y", u"http://a", u"x:y"},
-        {u"http://h/p", u"http://g/p", u"//h/p"}, {u"http://h:1/p", u"http://h:2/q", u"//h:1/p"}, {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"},
-        {u"x:/p", u"x://a/p", u"x:/p"}, {u"http://a//b", u"http://a/c", u"/.//b"},
-        {u"x:/a", u"x:/a//..", u"/a"}, {u"x:/b", u"x:/1/2/3/4/5/6/7/8/9/", u"../../../../../../../../../b"},
-        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"x:/%C0%AF", u"x:/%C0%AF#f", u""}, {u"/a:b", u"/c", u"a%3Ab"}, {u"x:b", u"x:a", u"../b"},
+        {u"http://h/p", u"http://g/p", u"//h/p"}, {u"http://h:1/p", u"http://h:2/q", u"//h:1/p"},
+        {u"x://u%40h/p", u"x://u@h/q", u"//u%40h/p"}, {u"x:/p", u"x://a/p", u"x:/p"},
+        {u"http://a//b", u"http://a/c", u"/.//b"}, {u"x:/a", u"x:/a//..", u"/a"},
+        {u"x:/b", u"x:/1/2/3/4/5/6/7/8/9/", u"../../../../../../../../../b"},
+        {u"http://%C0%AF/b", u"http://a/b", u"//%C0%AF/b"}, {u"x:/%C0%AF", u"x:/%C0%AF#f", u""},
+        {u"/a:b", u"/c", u"a%3Ab"}, {u"x:b", u"x:a", u"../b"},
     };
     // clang-format on
-    for (auto const& row : rows) {
-        EXPECT_EQ(relative(row.iri, row.base), row.reference) << show(row.iri) << " from " << show(row.base);
+    for (auto const& [iri, base, reference] : rows) {
+        EXPECT_EQ(relative(iri, base), reference) << show(iri) << " from " << show(base);
     }
+    EXPECT_EQ(std::size(rows), 31u);
 }
 
 TEST(Relativise, NeedsPathsThatCanBeDecoded) { // where they differ and a relative path is made
@@ -222,16 +225,20 @@ TEST(Relativise, NeedsPathsThatCanBeDecoded) { // where they differ and a relati
 }
 
 TEST(Relativise, RefusesInItsOrder) {
-    auto const refusal = [](Text const& iri, Text const& base) {
-        return thrown<std::logic_error>([&] { (void)relative(iri, base); });
+    // clang-format off
+    struct Row { Text iri, base; char const* words; };
+    Row const rows[] = {
+        {u"a/b", u"http://x/y", "Cannot make relative to base. Already relative"},
+        {u"/a", u"b", "Cannot make relative. Base is relative"},
+        {u"/a/b", u"http://x/y", "Cannot make relative to base as base has scheme but this does not"},
+        {u"/x", u"//a", "Cannot make relative to base as base has authority but this does not"},
+        {u"?q", u"/b", "Cannot make relative to base as base has path but this does not"},
+        {u"#f", u"?q", "Cannot make relative to base as base has query but this does not"},
     };
-    EXPECT_EQ(refusal(u"a/b", u"http://x/y"), "Cannot make relative to base. Already relative");
-    EXPECT_EQ(refusal(u"/a", u"b"), "Cannot make relative. Base is relative");
-    EXPECT_EQ(refusal(u"/a/b", u"http://x/y"),
-              "Cannot make relative to base as base has scheme but this does not");
-    EXPECT_EQ(refusal(u"/x", u"//a"), "Cannot make relative to base as base has authority but this does not");
-    EXPECT_EQ(refusal(u"?q", u"/b"), "Cannot make relative to base as base has path but this does not");
-    EXPECT_EQ(refusal(u"#f", u"?q"), "Cannot make relative to base as base has query but this does not");
+    // clang-format on
+    for (auto const& [iri, base, words] : rows) {
+        EXPECT_EQ(thrown<std::logic_error>([&] { (void)relative(iri, base); }), words);
+    }
 }
 
 } // namespace

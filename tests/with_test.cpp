@@ -13,18 +13,17 @@ using namespace support;
 using namespace foundation::network;
 
 struct Named {
-    char const* name;
     bool (IRI::*has)() const noexcept;
     Text (IRI::*get)(Encoding const&) const;
     IRI (*with)(IRI const&, std::u16string_view, Encoding);
     IRI (*without)(IRI const&);
 };
 constexpr Named components[] = {
-    {"user info", &IRI::hasUserInfo, &IRI::getUserInfo, withUserInfo, withoutUserInfo},
-    {"host", &IRI::hasHost, &IRI::getHost, withHost, withoutHost},
-    {"path", nullptr, &IRI::getPath, withPath, nullptr},
-    {"query", &IRI::hasQuery, &IRI::getQuery, withQuery, withoutQuery},
-    {"fragment", &IRI::hasFragment, &IRI::getFragment, withFragment, withoutFragment},
+    {&IRI::hasUserInfo, &IRI::getUserInfo, withUserInfo, withoutUserInfo},
+    {&IRI::hasHost, &IRI::getHost, withHost, withoutHost},
+    {nullptr, &IRI::getPath, withPath, nullptr},
+    {&IRI::hasQuery, &IRI::getQuery, withQuery, withoutQuery},
+    {&IRI::hasFragment, &IRI::getFragment, withFragment, withoutFragment},
 };
 
 // All components of a value in the Iri form, each behind its name.
@@ -58,19 +57,10 @@ TEST(With, ChangesOneComponentAndKeepsTheOthers) {
     Generator generator(31);
     int changed = 0;
     int refused = 0;
-    for (int round = 0; round != 12000; ++round) {
-        auto const parsedOne = parsed(toUtf16(generator.reference()));
-        if (!parsedOne) {
-            continue;
-        }
-        IRI iri = *parsedOne;
-        try {
-            iri = round % 3 == 0   ? IRI(IRIArgs(iri))
-                  : round % 3 == 1 ? iri.resolveAgainst(IRI(u"//h\u00E9%41/%2541/%2e/b?%26"))
-                                   : iri;
-        } catch (std::logic_error const&) {
-        }
-        if (!canBeReadAgain(iri)) {
+    for (std::size_t round = 0; round != 12000; ++round) {
+        auto const read = parsed(toUtf16(generator.reference()));
+        IRI const iri = read ? inAnotherWay(*read, round % 3) : IRI();
+        if (!read || !canBeReadAgain(iri)) {
             continue;
         }
         std::size_t const at = generator.below(std::size(components));
@@ -98,19 +88,15 @@ TEST(With, ChangesOneComponentAndKeepsTheOthers) {
         if (named.without != nullptr) {
             IRI const without = named.without(iri);
             require(!(without.*named.has)(), "still there", without.toString(false));
-            othersStay(iri, without,
-                       at == 1 ? std::vector<std::size_t>{1, 2, 6} : std::vector<std::size_t>{at + 1});
+            othersStay(iri, without, at == 1 ? std::vector<std::size_t>{1, 2, 6} : std::vector{at + 1});
         }
-        IRI const scheme = withScheme(iri, u"a+1");
-        require(scheme.getScheme() == u"a+1", "another scheme", scheme.toString(false));
-        othersStay(iri, scheme, {0});
-        othersStay(iri, withoutScheme(iri), {0});
-        othersStay(iri, withoutPort(iri), {6});
-        if (iri.hasHost()) {
-            IRI const port = withPort(iri, 7);
-            require(port.getPortNumber() == 7, "another port", port.toString(false));
-            othersStay(iri, port, {6});
-        }
+        // Of the rest one a round: asking two values for everything is what takes long.
+        IRI const port = iri.hasHost() ? withPort(iri, 7) : withoutPort(iri);
+        std::pair<IRI, std::size_t> const rest[] = {
+            {withScheme(iri, u"a+1"), 0}, {withoutScheme(iri), 0}, {withoutPort(iri), 6}, {port, 6}};
+        othersStay(iri, rest[round % 4].first, {rest[round % 4].second});
+        require(rest[0].first.getScheme() == u"a+1" && !rest[1].first.hasScheme(), "another scheme", *text);
+        require(!rest[2].first.hasPort() && (!iri.hasHost() || port.getPortNumber() == 7), "another port");
     }
     EXPECT_GT(changed, 2000);
     EXPECT_GT(refused, 200);
@@ -141,18 +127,13 @@ TEST(With, GivesWhatIsDocumented) {
 }
 
 TEST(PathSegments, GoThereAndBack) {
-    struct Row {
-        Text iri;
-        std::vector<Text> segments;
+    // clang-format off
+    struct Row { Text iri; std::vector<Text> segments; };
+    Row const rows[] = {
+        {u"x:", {}}, {u"/", {u""}}, {u"/a/", {u"a", u""}}, {u"a/b", {u"a", u"b"}}, {u"//h", {}},
+        {u"//h//x", {u"", u"x"}}, {u"x:/a%2Fb/%C3%A9%FF", {u"a/b", u"\u00E9\uFFFD"}}, {u"/%2e/%25", {u".", u"%"}},
     };
-    Row const rows[] = {{u"x:", {}},
-                        {u"/", {u""}},
-                        {u"/a/", {u"a", u""}},
-                        {u"a/b", {u"a", u"b"}},
-                        {u"//h", {}},
-                        {u"//h//x", {u"", u"x"}},
-                        {u"x:/a%2Fb/%C3%A9%FF", {u"a/b", u"\u00E9\uFFFD"}},
-                        {u"/%2e/%25", {u".", u"%"}}};
+    // clang-format on
     for (auto const& [iri, segments] : rows) {
         EXPECT_EQ(getPathSegments(IRI(iri)), segments) << show(iri);
     }
@@ -160,15 +141,13 @@ TEST(PathSegments, GoThereAndBack) {
     int changed = 0;
     for (int round = 0; round != 6000; ++round) {
         auto const iri = parsed(toUtf16(generator.reference()));
-        std::vector<Text> segments;
-        for (std::size_t count = generator.below(5); count != 0; --count) {
-            segments.push_back(
-                toUtf16(generator.chance(20) ? U"/" + generator.pieces(2) : generator.pieces(3))
-                    .value_or(u"\u00E9"));
+        std::vector<Text> segments(generator.below(5));
+        for (Text& segment : segments) {
+            segment = toUtf16(generator.chance(20) ? U"/" + generator.pieces(2) : generator.pieces(3))
+                          .value_or(u"\u00E9");
+            segment += segment == u"." || segment == u".." ? u"x" : u"";
         }
-        bool const isDot = std::any_of(segments.begin(), segments.end(),
-                                       [](Text const& s) { return s == u"." || s == u".."; });
-        if (!iri || isDot) {
+        if (!iri) {
             continue;
         }
         IRI const after = withPathSegments(*iri, segments);
@@ -194,26 +173,24 @@ TEST(PathSegments, GoThereAndBack) {
 
 // Every code point in every component, and every byte.
 TEST(Escapes, GoThereAndBack) {
-    constexpr std::pair<IRIComponent, char const*> all[] = {{IRIComponent::UserInfo, "//@h"},
-                                                            {IRIComponent::Host, "//"},
-                                                            {IRIComponent::Path, "/"},
-                                                            {IRIComponent::Query, "?"},
-                                                            {IRIComponent::Fragment, "#"}};
+    using enum IRIComponent;
+    constexpr std::pair<IRIComponent, char const*> all[] = {
+        {UserInfo, "//@h"}, {Host, "//"}, {Path, "/"}, {Query, "?"}, {Fragment, "#"}};
     for (auto const& [component, around] : all) {
         for (char32_t first = 0; first < 0x110000; first += 0x400) {
             std::u32string block;
             for (char32_t c = first; c != first + 0x400; ++c) {
                 block.append(c >= 0xD800 && c <= 0xDFFF ? U"" : std::u32string(1, c) + U"%4");
             }
-            Text const text = *toUtf16(block);
-            Text const encoded = percentEncode(text, component);
+            auto const text = *toUtf16(block);
+            auto const encoded = percentEncode(text, component);
             ASSERT_TRUE(percentDecode(encoded) == text) << around << ' ' << std::hex << unsigned(first);
-            Text reference = fromUtf8(around);
-            reference.insert(component == IRIComponent::UserInfo ? 2 : reference.size(), encoded);
+            auto reference = fromUtf8(around);
+            reference.insert(component == UserInfo ? 2 : reference.size(), encoded);
             ASSERT_NO_THROW(IRI iri(reference)) << around << ' ' << std::hex << unsigned(first);
         }
     }
-    for (IRIComponent const component : {IRIComponent::Scheme, IRIComponent::Port, IRIComponent::Text}) {
+    for (IRIComponent const component : {Scheme, Port, IRIComponent::Text}) {
         EXPECT_EQ(percentEncode(u" %\u00E9", component), u" %\u00E9");
     }
     for (int byte = 0; byte != 256; ++byte) {
@@ -221,26 +198,23 @@ TEST(Escapes, GoThereAndBack) {
         escape[1] = "0123456789abcdef"[byte / 16];
         escape[2] = "0123456789ABCDEF"[byte % 16];
         EXPECT_EQ(percentDecode(wide(escape)),
-                  byte < 0x80 ? Text(1, static_cast<char16_t>(byte)) : u"\uFFFD");
+                  byte < 0x80 ? std::u16string(1, static_cast<char16_t>(byte)) : u"\uFFFD");
     }
     // Each maximal part is one U+FFFD (Unicode, table 3-8 and those around it).
-    struct Row {
-        char const* text;
-        Text decoded;
+    // clang-format off
+    struct Row { char const* text; std::u16string decoded; };
+    Row const rows[] = {
+        {"%C0%AF", u"\uFFFD\uFFFD"}, {"%E2%82x", u"\uFFFDx"}, {"%F0%9F%98%", u"\uFFFD%"},
+        {"%ED%A0%80", u"\uFFFD\uFFFD\uFFFD"}, {"%F0%80%80", u"\uFFFD\uFFFD\uFFFD"},
+        {"%F4%91%92%93%FF%41", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA"},
+        {"%E1%80%E2%F0%91%92%F1%BF%41", u"\uFFFD\uFFFD\uFFFD\uFFFDA"},
+        {"%C3%A9+%zz%4", u"\u00E9+%zz%4"}, {"%F0%9F%98%80", u"\U0001F600"},
     };
-    Row const rows[] = {{"%C0%AF", u"\uFFFD\uFFFD"},
-                        {"%E2%82x", u"\uFFFDx"},
-                        {"%F0%9F%98%", u"\uFFFD%"},
-                        {"%ED%A0%80", u"\uFFFD\uFFFD\uFFFD"},
-                        {"%F0%80%80", u"\uFFFD\uFFFD\uFFFD"},
-                        {"%F4%91%92%93%FF%41", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA"},
-                        {"%E1%80%E2%F0%91%92%F1%BF%41", u"\uFFFD\uFFFD\uFFFD\uFFFDA"},
-                        {"%C3%A9+%zz%4", u"\u00E9+%zz%4"},
-                        {"%F0%9F%98%80", u"\U0001F600"}};
+    // clang-format on
     for (auto const& [text, decoded] : rows) {
         EXPECT_EQ(percentDecode(wide(text)), decoded) << text;
     }
-    EXPECT_EQ(percentEncode("\xC3\xA9 ", IRIComponent::Path), "\xC3\xA9%20");
+    EXPECT_EQ(percentEncode("\xC3\xA9 ", Path), "\xC3\xA9%20");
     EXPECT_EQ(percentDecode("%C3%A9"), "\xC3\xA9");
 }
 

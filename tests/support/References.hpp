@@ -9,11 +9,26 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 namespace support {
 
 using Text = std::u16string;
 inline constexpr auto Iri = Encoding::Iri;
+
+// The value of a text, made in one of three ways: as it is, of its parts, or out of a resolution, so that its
+// parts are stored in several forms. What such a way refuses stays as it is.
+inline IRI inAnotherWay(IRI const& iri, std::size_t how) {
+    try {
+        return how == 0   ? IRI(foundation::network::IRIArgs(iri))
+               : how == 1 ? iri.resolveAgainst(IRI(u"//h\u00E9%41@h/%2541/%2e/%25//b?%26"))
+                          : iri;
+    } catch (std::logic_error const&) {
+        return iri;
+    }
+}
 
 // RFC 3986, section 5.2, on the texts of components: slow, plain, and to the letter.
 struct Components {
@@ -221,28 +236,24 @@ inline Text shortestReference(IRI const& target, IRI const& base) {
         paths.push_back(up + u".");
         paths.push_back(up + u"..");
     }
-    std::optional<Text> best;
-    auto const isBetter = [](Text const& one, Text const& other) {
-        auto const rank = [](Text const& text) {
-            IRI const iri(text);
-            return std::tuple(text.size(), iri.hasScheme(), iri.hasHost(), iri.hasAbsolutePath());
-        };
-        return rank(one) < rank(other);
-    };
+    using Rank = std::tuple<std::size_t, bool, bool, bool>;
+    std::optional<std::pair<Rank, Text>> best;
     for (Text const& front : {Text(), t.authority ? u"//" + *t.authority : u"", *t.scheme + u":",
                               *t.scheme + u":" + (t.authority ? u"//" + *t.authority : u"")}) {
         for (Text const& path : paths) {
             for (Text const& behind : {rest, t.fragment ? u"#" + *t.fragment : Text()}) {
-                auto const reference = parsed(front + path + behind);
-                if (reference && resolveExactly(*reference, base) == target &&
-                    (!best || isBetter(front + path + behind, *best))) {
-                    best = front + path + behind;
+                Text const text = front + path + behind;
+                if (auto const iri = parsed(text)) {
+                    Rank const rank(text.size(), iri->hasScheme(), iri->hasHost(), iri->hasAbsolutePath());
+                    if ((!best || rank < best->first) && resolveExactly(*iri, base) == target) {
+                        best = {rank, text};
+                    }
                 }
             }
         }
     }
     require(best.has_value(), "no reference leads to", target.toString(false), base.toString(false));
-    return *best;
+    return best->second;
 }
 
 // A relative reference leads back, to the target without its dots. Returns whether there was a way to find.
