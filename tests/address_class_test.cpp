@@ -5,98 +5,44 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 namespace {
 
 using namespace foundation::network;
 using support::Bytes;
 using support::PlainNetwork;
+using enum AddressClass;
 
-struct Row {
-    std::string block, name, reachable;
-};
-
-// The registries as they are published, in their order, and the two multicast blocks.
+// The registries as they are published, in their order, and the two multicast blocks. Where a registry says
+// "N/A" of what can be reached globally, this library says no.
 // clang-format off
+struct Row { std::string block; AddressClass kind; bool global; };
 Row const registry[] = {
-    {"0.0.0.0/32", "unspecified", "false"},
-    {"0.0.0.0/8", "thisNetwork", "false"},
-    {"10.0.0.0/8", "privateUse", "false"},
-    {"100.64.0.0/10", "shared", "false"},
-    {"127.0.0.0/8", "loopback", "false"},
-    {"169.254.0.0/16", "linkLocal", "false"},
-    {"172.16.0.0/12", "privateUse", "false"},
-    {"192.0.0.0/24", "protocolAssignment", "false"},
-    {"192.0.0.0/29", "protocolAssignment", "false"},
-    {"192.0.0.8/32", "protocolAssignment", "false"},
-    {"192.0.0.9/32", "protocolAssignment", "true"},
-    {"192.0.0.10/32", "protocolAssignment", "true"},
-    {"192.0.0.170/32", "protocolAssignment", "false"},
-    {"192.0.0.171/32", "protocolAssignment", "false"},
-    {"192.0.2.0/24", "documentation", "false"},
-    {"192.31.196.0/24", "protocolAssignment", "true"},
-    {"192.52.193.0/24", "protocolAssignment", "true"},
-    {"192.88.99.0/24", "protocolAssignment", "n/a"},
-    {"192.88.99.2/32", "protocolAssignment", "false"},
-    {"192.168.0.0/16", "privateUse", "false"},
-    {"192.175.48.0/24", "protocolAssignment", "true"},
-    {"198.18.0.0/15", "benchmarking", "false"},
-    {"198.51.100.0/24", "documentation", "false"},
-    {"203.0.113.0/24", "documentation", "false"},
-    {"224.0.0.0/4", "multicast", "false"},
-    {"240.0.0.0/4", "reserved", "false"},
-    {"255.255.255.255/32", "broadcast", "false"},
-    {"::1/128", "loopback", "false"},
-    {"::/128", "unspecified", "false"},
-    {"::ffff:0:0/96", "mapped", "false"},
-    {"64:ff9b::/96", "translated", "true"},
-    {"64:ff9b:1::/48", "translated", "false"},
-    {"100::/64", "discard", "false"},
-    {"100:0:0:1::/64", "discard", "false"},
-    {"2001::/23", "protocolAssignment", "false"},
-    {"2001::/32", "translated", "n/a"},
-    {"2001:1::1/128", "protocolAssignment", "true"},
-    {"2001:1::2/128", "protocolAssignment", "true"},
-    {"2001:1::3/128", "protocolAssignment", "true"},
-    {"2001:2::/48", "benchmarking", "false"},
-    {"2001:3::/32", "protocolAssignment", "true"},
-    {"2001:4:112::/48", "protocolAssignment", "true"},
-    {"2001:10::/28", "protocolAssignment", "n/a"},
-    {"2001:20::/28", "protocolAssignment", "true"},
-    {"2001:30::/28", "protocolAssignment", "true"},
-    {"2001:db8::/32", "documentation", "false"},
-    {"2002::/16", "translated", "n/a"},
-    {"2620:4f:8000::/48", "protocolAssignment", "true"},
-    {"3fff::/20", "documentation", "false"},
-    {"5f00::/16", "protocolAssignment", "false"},
-    {"fc00::/7", "uniqueLocal", "false"},
-    {"fe80::/10", "linkLocal", "false"},
-    {"ff00::/8", "multicast", "false"}
+    {"0.0.0.0/32", Unspecified, false}, {"0.0.0.0/8", ThisNetwork, false}, {"10.0.0.0/8", PrivateUse, false},
+    {"100.64.0.0/10", Shared, false}, {"127.0.0.0/8", Loopback, false}, {"169.254.0.0/16", LinkLocal, false},
+    {"172.16.0.0/12", PrivateUse, false}, {"192.0.0.0/24", ProtocolAssignment, false},
+    {"192.0.0.0/29", ProtocolAssignment, false}, {"192.0.0.8/32", ProtocolAssignment, false},
+    {"192.0.0.9/32", ProtocolAssignment, true}, {"192.0.0.10/32", ProtocolAssignment, true},
+    {"192.0.0.170/32", ProtocolAssignment, false}, {"192.0.0.171/32", ProtocolAssignment, false},
+    {"192.0.2.0/24", Documentation, false}, {"192.31.196.0/24", ProtocolAssignment, true},
+    {"192.52.193.0/24", ProtocolAssignment, true}, {"192.88.99.0/24", ProtocolAssignment, false},
+    {"192.88.99.2/32", ProtocolAssignment, false}, {"192.168.0.0/16", PrivateUse, false},
+    {"192.175.48.0/24", ProtocolAssignment, true}, {"198.18.0.0/15", Benchmarking, false},
+    {"198.51.100.0/24", Documentation, false}, {"203.0.113.0/24", Documentation, false},
+    {"224.0.0.0/4", Multicast, false}, {"240.0.0.0/4", Reserved, false},
+    {"255.255.255.255/32", Broadcast, false}, {"::1/128", Loopback, false}, {"::/128", Unspecified, false},
+    {"::ffff:0:0/96", Mapped, false}, {"64:ff9b::/96", Translated, true}, {"64:ff9b:1::/48", Translated, false},
+    {"100::/64", Discard, false}, {"100:0:0:1::/64", Discard, false}, {"2001::/23", ProtocolAssignment, false},
+    {"2001::/32", Translated, false}, {"2001:1::1/128", ProtocolAssignment, true},
+    {"2001:1::2/128", ProtocolAssignment, true}, {"2001:1::3/128", ProtocolAssignment, true},
+    {"2001:2::/48", Benchmarking, false}, {"2001:3::/32", ProtocolAssignment, true},
+    {"2001:4:112::/48", ProtocolAssignment, true}, {"2001:10::/28", ProtocolAssignment, false},
+    {"2001:20::/28", ProtocolAssignment, true}, {"2001:30::/28", ProtocolAssignment, true},
+    {"2001:db8::/32", Documentation, false}, {"2002::/16", Translated, false},
+    {"2620:4f:8000::/48", ProtocolAssignment, true}, {"3fff::/20", Documentation, false},
+    {"5f00::/16", ProtocolAssignment, false}, {"fc00::/7", UniqueLocal, false}, {"fe80::/10", LinkLocal, false},
+    {"ff00::/8", Multicast, false},
 };
 // clang-format on
-
-std::string nameOf(AddressClass found) {
-    static std::map<AddressClass, std::string> const names{
-        {AddressClass::Global, "global"},
-        {AddressClass::Unspecified, "unspecified"},
-        {AddressClass::ThisNetwork, "thisNetwork"},
-        {AddressClass::PrivateUse, "privateUse"},
-        {AddressClass::Shared, "shared"},
-        {AddressClass::Loopback, "loopback"},
-        {AddressClass::LinkLocal, "linkLocal"},
-        {AddressClass::ProtocolAssignment, "protocolAssignment"},
-        {AddressClass::Documentation, "documentation"},
-        {AddressClass::Benchmarking, "benchmarking"},
-        {AddressClass::Multicast, "multicast"},
-        {AddressClass::Reserved, "reserved"},
-        {AddressClass::Broadcast, "broadcast"},
-        {AddressClass::Mapped, "mapped"},
-        {AddressClass::Translated, "translated"},
-        {AddressClass::Discard, "discard"},
-        {AddressClass::UniqueLocal, "uniqueLocal"}};
-    return names.at(found);
-}
 
 PlainNetwork blockOf(std::string const& text) {
     std::size_t const slash = text.find('/');
@@ -105,7 +51,7 @@ PlainNetwork blockOf(std::string const& text) {
 
 // By the longest of all rows that hold the address, looked for one by one.
 Row plainly(Bytes const& address) {
-    Row found{address.size() == 4 ? "0.0.0.0/0" : "::/0", "global", "true"};
+    Row found{address.size() == 4 ? "0.0.0.0/0" : "::/0", Global, true};
     for (auto const& row : registry) {
         auto const block = blockOf(row.block);
         if (block.contains(address) && block.prefix > blockOf(found.block).prefix) {
@@ -115,32 +61,24 @@ Row plainly(Bytes const& address) {
     return found;
 }
 
-void agrees(Bytes const& bytes) {
-    InetAddress const address(bytes);
-    auto const [block, name, reachable] = plainly(bytes);
-    EXPECT_EQ(nameOf(classify(address)), name) << address;
-    EXPECT_EQ(isGlobal(address), reachable == "true") << address;
-    EXPECT_EQ(isPrivate(address), name == "privateUse" || name == "uniqueLocal") << address;
-    EXPECT_EQ(isLinkLocal(address), name == "linkLocal") << address;
-}
-
 TEST(AddressClass, IsThatOfTheSmallestBlock) {
     support::Generator random(9);
     std::size_t addresses = 0;
     for (auto const& row : registry) {
         auto const block = blockOf(row.block);
         ASSERT_FALSE(block.hasHostBits()) << row.block;
-        Bytes const first = block.filled(false), last = block.filled(true);
-        Bytes below = first, above = last, inside = first;
-        for (std::size_t at = below.size(); at-- > 0 && below[at]-- == 0;) {
-        }
-        for (std::size_t at = above.size(); at-- > 0 && ++above[at] == 0;) {
-        }
+        Bytes inside = block.bytes;
         for (std::size_t at = block.prefix; at != inside.size() * 8; ++at) {
             support::setBit(inside, at, random.chance(50));
         }
-        for (auto const& address : {first, last, below, above, inside}) {
-            agrees(address);
+        for (auto const& bytes :
+             {block.filled(false), block.filled(true), block.below(), block.above(), inside}) {
+            InetAddress const address(bytes);
+            auto const [_, kind, global] = plainly(bytes);
+            EXPECT_EQ(classify(address), kind) << address;
+            EXPECT_EQ(isGlobal(address), global) << address;
+            EXPECT_EQ(isPrivate(address), kind == PrivateUse || kind == UniqueLocal) << address;
+            EXPECT_EQ(isLinkLocal(address), kind == LinkLocal) << address;
             ++addresses;
         }
     }
@@ -151,27 +89,17 @@ TEST(AddressClass, AnswersByHand) {
     // clang-format off
     struct Answer { char const* address; AddressClass kind; bool global; };
     Answer const rows[] = {
-        {"8.8.4.4", AddressClass::Global, true}, {"2600::1", AddressClass::Global, true},
-        {"4000::", AddressClass::Global, true}, {"192.168.7.1", AddressClass::PrivateUse, false},
-        {"172.32.0.0", AddressClass::Global, true}, {"fd00::1", AddressClass::UniqueLocal, false},
-        {"fe80::1%7", AddressClass::LinkLocal, false}, {"fec0::1", AddressClass::Global, true},
-        {"192.0.0.9", AddressClass::ProtocolAssignment, true},
-        {"192.88.99.1", AddressClass::ProtocolAssignment, false}, // "N/A"
-        {"2001::1", AddressClass::Translated, false},
-        {"2002::1", AddressClass::Translated, false},
-        {"64:ff9b::8.8.8.8", AddressClass::Translated, true},
-        {"::ffff:10.0.0.1", AddressClass::Mapped, false}, {"::10.0.0.1", AddressClass::Global, true},
-        {"ff0e::1", AddressClass::Multicast, false}, {"ff02::1%7", AddressClass::Multicast, false},
-        {"255.255.255.255", AddressClass::Broadcast, false}, {"255.255.255.254", AddressClass::Reserved, false},
-        {"0.0.0.0", AddressClass::Unspecified, false}, {"0.0.0.1", AddressClass::ThisNetwork, false},
-        {"::", AddressClass::Unspecified, false}, {"::1%3", AddressClass::Loopback, false},
+        {"8.8.4.4", Global, true}, {"2600::1", Global, true}, {"4000::", Global, true}, {"fec0::1", Global, true},
+        {"172.32.0.0", Global, true}, {"::10.0.0.1", Global, true}, {"192.168.7.1", PrivateUse, false},
+        {"fe80::1%7", LinkLocal, false}, {"ff02::1%7", Multicast, false}, {"::1%3", Loopback, false},
+        {"192.0.0.9", ProtocolAssignment, true}, {"64:ff9b::8.8.8.8", Translated, true},
     };
     // clang-format on
     for (auto const& [address, kind, global] : rows) {
         EXPECT_EQ(classify(InetAddress(address)), kind) << address;
         EXPECT_EQ(isGlobal(InetAddress(address)), global) << address;
     }
-    EXPECT_EQ(std::size(rows), 23u);
+    EXPECT_EQ(std::size(rows), 12u);
 }
 
 TEST(Unmapped, IsTheAddressInAMappedOne) {

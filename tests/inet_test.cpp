@@ -48,59 +48,41 @@ TEST(InetAddressText, IsTheStrictFormOfEitherVersion) {
     for (auto const& [text, expected] : rows) {
         EXPECT_EQ(answer(text), expected) << testing::PrintToString(text);
     }
-    for (char const* text :
-         {"127.1",        "1",        "0x7f.0.0.1", "0177.0.0.1",        "1.2.3.04", "1.2.3.256",
-          "1.2.3.4.",     " 1.2.3.4", "1.2.3.4 ",   "1.2.3.4%1",         "",         "host.example",
-          "::ffff:127.1", ":::",      "1::2::3",    "1:2:3:4:5:6:7:8::", "[::1]",    " ::1",
-          "::1 ",         "::1/128"}) {
+    // clang-format off
+    for (char const* text : {
+        "127.1", "1", "0x7f.0.0.1", "0177.0.0.1", "1.2.3.04", "1.2.3.256", "1.2.3.4.", " 1.2.3.4", "1.2.3.4 ",
+        "1.2.3.4%1", "", "host.example", "::ffff:127.1", ":::", "1::2::3", "1:2:3:4:5:6:7:8::", "[::1]", " ::1",
+        "::1 ", "::1/128",}) {
+        // clang-format on
         EXPECT_EQ(answer(std::string(text)), "! Invalid argument") << text;
     }
 }
 
-// Byte patterns, and texts near the border of what is an address.
+// Every set of groups that are zero with groups of each length in the others, and texts near the border of
+// what is an address.
 TEST(InetAddressText, AgreesWithTheSystemOnGeneratedRows) {
     constexpr std::string_view pieces[] = {"",   "0",   "7", "25",      "aB", "FFFF", "12345", ":",
                                            "::", ":0:", ".", "1.2.3.4", "g",  " ",    "-"};
     support::Generator random(6);
-    std::size_t valid = 0;
+    std::size_t valid = 0, withDots = 0;
     for (int row = 0; row < 100'000; ++row) {
         std::vector<unsigned char> bytes(row % 2 == 0 ? 4 : 16);
-        for (auto& byte : bytes) {
-            byte = static_cast<unsigned char>(random.chance(row % 5 == 0 ? 100 : 33) ? random.below(256) : 0);
+        for (std::size_t at = 0; at != bytes.size(); ++at) {
+            bool const zero = (row / 2 >> at / 2 & 1) != 0;
+            bytes[at] =
+                static_cast<unsigned char>(zero ? 0 : random.below(std::size_t{1} << random.below(9)));
         }
         std::string text = InetAddress(bytes).toString();
         ASSERT_TRUE(support::addressHolds(text));
         ASSERT_EQ(InetAddress(text).bytes(), bytes);
+        withDots += bytes.size() == 16 && text.find('.') != text.npos;
         for (std::size_t edits = random.below(4); edits > 0; --edits) {
             text.replace(random.below(text.size() + 1), random.below(3), random.pick(pieces));
         }
         valid += support::addressHolds(text);
     }
     EXPECT_GT(valid, 30'000u);
-}
-
-// Every set of groups that are zero, with groups of each length in the others, is written as the system does.
-TEST(InetAddressText, OfEachShapeIsThatOfTheSystem) {
-    std::size_t shapes = 0, withDots = 0;
-    for (unsigned int zeros = 0; zeros != 256; ++zeros) {
-        for (unsigned int const value :
-             {0x1u, 0xFu, 0x10u, 0xABu, 0x100u, 0xFEDu, 0x1000u, 0x9A0Fu, 0xFFFFu}) {
-            std::array<unsigned char, 16> bytes{};
-            for (std::size_t group = 0; group != 8; ++group) {
-                if ((zeros >> group & 1) == 0) {
-                    bytes[2 * group] = static_cast<unsigned char>(value >> 8);
-                    bytes[2 * group + 1] = static_cast<unsigned char>(value);
-                }
-            }
-            std::array<char, INET6_ADDRSTRLEN> expected{};
-            inet_ntop(AF_INET6, bytes.data(), expected.data(), expected.size());
-            EXPECT_EQ(InetAddress(bytes).toString(), expected.data());
-            withDots += InetAddress(bytes).toString().find('.') != std::string::npos;
-            ++shapes;
-        }
-    }
-    EXPECT_EQ(shapes, 256u * 9);
-    EXPECT_GT(withDots, 9u);
+    EXPECT_GT(withDots, 100u);
 }
 
 // Values in ascending order, no two the same: each comparison of each pair, and hashes.
@@ -140,14 +122,10 @@ TEST(InetAddressOrder, IsVersionThenBytesThenScope) {
 }
 
 TEST(InetAddressScope, IsTheNumberBehindTheAddress) {
-    struct Row {
-        char const* text;
-        unsigned long scope;
-    };
-    for (auto const& [text, scope] : {Row{"127.0.0.1", 0}, Row{"::1", 0}, Row{"::1%7", 7},
-                                      Row{"fe80::1%lo", 1}, Row{"::1%4294967295", 4294967295}}) {
-        EXPECT_EQ(getScopeId(InetAddress(text)), scope) << text;
-    }
+    EXPECT_EQ(getScopeId(InetAddress("127.0.0.1")), 0u);
+    EXPECT_EQ(getScopeId(InetAddress("::1")), 0u);
+    EXPECT_EQ(getScopeId(InetAddress("::1%4294967295")), 4294967295u);
+    EXPECT_EQ(getScopeId(InetAddress("fe80::1%lo")), 1u);
 }
 
 TEST(InetAddressBytes, MakeAnAddressByTheirNumber) {
@@ -207,17 +185,13 @@ TEST(InterfaceAddressValue, KeepsAddressAndPrefix) {
 }
 
 TEST(InterfaceAddressValue, IsOrderedByAddressThenPrefix) {
-    std::vector<InterfaceAddress> values;
-    struct Row {
-        char const* address;
-        unsigned short prefix;
+    auto const made = [](char const* address, unsigned short prefix) {
+        return InterfaceAddress(InetAddress(address), prefix);
     };
-    for (auto const& [address, prefix] :
-         {Row{"9.255.255.255", 32}, Row{"10.0.0.0", 0}, Row{"10.0.0.0", 8}, Row{"10.0.0.0", 9},
-          Row{"10.0.0.1", 8}, Row{"::", 0}, Row{"::1", 8}, Row{"::1", 128}, Row{"::1%1", 8}}) {
-        values.emplace_back(InetAddress(address), prefix);
-    }
-    ASSERT_EQ(values.size(), 9u);
+    std::vector const values{
+        made("9.255.255.255", 32), made("10.0.0.0", 0), made("10.0.0.0", 8), made("10.0.0.0", 9),
+        made("10.0.0.1", 8),       made("::", 0),       made("::1", 8),      made("::1", 128),
+        made("::1%1", 8)};
     ascends(values);
     EXPECT_EQ(values.front(), InterfaceAddress(values.front().getInetAddress(), 32));
 }
@@ -232,14 +206,13 @@ TEST(HardwareAddressText, TakesAnyLength) {
 }
 
 TEST(HardwareAddressText, IsReadBack) {
-    struct Row {
-        std::string text, expected;
+    // clang-format off
+    struct Row { std::string text, expected; };
+    Row const rows[] = {
+        {"", ""}, {"00", "00"}, {"fF-0a", "ff:0a"}, {"00:1A:2b:3C:4d:5e", "00:1a:2b:3c:4d:5e"},
+        {"09-90-af-FA-00-01-02-03", "09:90:af:fa:00:01:02:03"},
     };
-    Row const rows[] = {{"", ""},
-                        {"00", "00"},
-                        {"fF-0a", "ff:0a"},
-                        {"00:1A:2b:3C:4d:5e", "00:1a:2b:3c:4d:5e"},
-                        {"09-90-af-FA-00-01-02-03", "09:90:af:fa:00:01:02:03"}};
+    // clang-format on
     for (auto const& [text, expected] : rows) {
         EXPECT_EQ(parseHardwareAddress(text).toString(), expected);
         EXPECT_EQ(tryParseHardwareAddress(text), parseHardwareAddress(expected)) << text;
@@ -249,19 +222,20 @@ TEST(HardwareAddressText, IsReadBack) {
         EXPECT_EQ(parseHardwareAddress(HardwareAddress(bytes).toString()), HardwareAddress(bytes));
         bytes.push_back(byte);
     }
-    std::size_t refused = 0;
-    for (std::string_view const text :
-         {"0"sv,      "000"sv,          ":"sv,        "00:"sv,         ":00"sv,         "00:0"sv,
-          "0:00"sv,   "00:000"sv,       "00::00"sv,   "00 00"sv,       "00.00"sv,       "00/00"sv,
-          "0011"sv,   "001122334455"sv, "00:11-22"sv, "00-11:22"sv,    "00:11:22-33"sv, "g0"sv,
-          "0g"sv,     "0@"sv,           "0`"sv,       "/0"sv,          ":0"sv,          "G0"sv,
-          "00:11 "sv, " 00:11"sv,       "0x:11"sv,    "00:\xC1\xB1"sv, "00:1\0"sv,      "\x10\x11"sv}) {
+    // clang-format off
+    std::string_view const malformed[] = {
+        "0"sv, "000"sv, ":"sv, "00:"sv, ":00"sv, "00:0"sv, "0:00"sv, "00:000"sv, "00::00"sv, "00 00"sv,
+        "00.00"sv, "00/00"sv, "0011"sv, "001122334455"sv, "00:11-22"sv, "00-11:22"sv, "00:11:22-33"sv, "g0"sv,
+        "0g"sv, "0@"sv, "0`"sv, "/0"sv, ":0"sv, "G0"sv, "00:11 "sv, " 00:11"sv, "0x:11"sv, "00:\xC1\xB1"sv,
+        "00:1\0"sv, "\x10\x11"sv,
+    };
+    // clang-format on
+    for (auto const text : malformed) {
         EXPECT_EQ(tryParseHardwareAddress(text), std::nullopt) << text;
         EXPECT_EQ(support::thrown<std::invalid_argument>([&] { (void)parseHardwareAddress(text); }),
                   ("Invalid hardware address: " + std::string(text)).c_str());
-        ++refused;
     }
-    EXPECT_EQ(refused, 30u);
+    EXPECT_EQ(std::size(malformed), 30u);
 }
 
 TEST(HardwareAddressOrder, IsThatOfTheBytes) {

@@ -40,10 +40,16 @@ struct PlainNetwork {
         }
         return result;
     }
-    Bytes netmask() const {
-        Bytes result(bytes.size());
-        for (std::size_t at = 0; at != prefix; ++at) {
-            setBit(result, at, true);
+    // The addresses before the first and behind the last one; beyond all there are, those of the other end.
+    Bytes below() const {
+        Bytes result = filled(false);
+        for (std::size_t at = result.size(); at-- > 0 && result[at]-- == 0;) {
+        }
+        return result;
+    }
+    Bytes above() const {
+        Bytes result = filled(true);
+        for (std::size_t at = result.size(); at-- > 0 && ++result[at] == 0;) {
         }
         return result;
     }
@@ -73,6 +79,7 @@ struct PlainNetwork {
 inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
     using namespace foundation::network;
     InetAddress const address(a.bytes), other(b.bytes);
+    Bytes const ones(a.bytes.size(), 0xFF);
     auto const prefix = static_cast<unsigned short>(a.prefix);
     std::string const about = address.toString() + " " + a.toString() + " " + b.toString();
     InetNetwork const left = InetNetwork::masked(address, prefix);
@@ -82,20 +89,19 @@ inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
             "another network by its text", about);
     require(left.getFirst().bytes() == a.filled(false) && left.getLast().bytes() == a.filled(true),
             "the first or the last address", about);
-    require(left.getNetmask().bytes() == a.netmask() && left.getPrefixLength() == prefix, "the mask", about);
+    require(left.getNetmask().bytes() == PlainNetwork{ones, a.prefix}.filled(false) &&
+                left.getPrefixLength() == prefix,
+            "the mask", about);
     std::optional<InetAddress> const broadcast = left.getBroadcast();
     require(broadcast.has_value() == (a.bytes.size() == 4 && prefix < 31), "whether there is a broadcast",
             about);
     require(!broadcast || broadcast->bytes() == a.filled(true), "the broadcast", about);
     require(InetNetwork(left.getFirst(), prefix) == left, "another network by its first address", about);
     require(getNetwork(InterfaceAddress(address, prefix)) == left, "the network of an adapter", about);
-    bool refused = false;
-    try {
-        (void)InetNetwork(address, prefix);
-    } catch (std::invalid_argument const&) {
-        refused = true;
-    }
-    require(refused == a.hasHostBits(), "host bits", about);
+    std::string const refusal = "Invalid network: " + address.toString() + "/" + std::to_string(prefix);
+    require(thrown<std::invalid_argument>([&] { (void)InetNetwork(address, prefix); }) ==
+                (a.hasHostBits() ? refusal : "nothing thrown"),
+            "host bits", about);
     require(left.contains(address) && left.contains(left) && left.overlaps(left), "itself", about);
     require(left.contains(other) == a.contains(b.bytes), "an address in it", about);
     require(left.contains(right) == a.contains(b), "a network in it", about);
@@ -115,9 +121,7 @@ inline bool networkHolds(std::string const& text) {
     std::string made, expected = std::string("! Invalid network: ") + text.c_str(); // what() ends at a zero
     try {
         made = InetNetwork(text).toString();
-    } catch (std::invalid_argument const& e) {
-        made = std::string("! ") + e.what();
-    } catch (std::out_of_range const& e) {
+    } catch (std::logic_error const& e) { // std::invalid_argument and std::out_of_range are of its kind
         made = std::string("! ") + e.what();
     }
     std::size_t const slash = text.rfind('/');
@@ -141,9 +145,9 @@ inline bool networkHolds(std::string const& text) {
         made = made == "! prefix length too large" ? expected : made; // of an address with a scope
     }
     require(made == expected, "taken or refused unlike the plain reading", text, made, expected);
-    bool const taken = made[0] != '!';
-    require(tryParseNetwork(text).has_value() == taken, "tryParseNetwork is of another mind", text);
-    return taken;
+    require(tryParseNetwork(text).has_value() == (made[0] != '!'), "tryParseNetwork is of another mind",
+            text);
+    return made[0] != '!';
 }
 
 } // namespace support
