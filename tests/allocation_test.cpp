@@ -88,15 +88,18 @@ std::vector<Operation> const beginnings = {
     [](auto*) { return IRI(u"../c").resolveAgainst(IRI(u"x:/a/./b")).toAsciiString(false); },
     [](auto*) { return wide(idn_to_ascii(longName)) + ascii_to_idn("xn--bcher-kva.example"); },
     [](auto*) { return normalize(IRI(Text(u"//") + longName), ~Normalization{}).toString(false); },
-    [](auto*) { return wide(InetAddress("fe80::1%1").getHostAddress()); },
+    [](auto*) {
+        return wide(InetAddress("fe80::1%1").getHostAddress() +
+                    tryParseAddress("::ffff:192.0.2.1")->toString() +
+                    InterfaceAddress(InetAddress(std::vector<unsigned char>(16)), 64).toString() +
+                    parseHardwareAddress("00-01-02-03-04-05-06").toString());
+    },
     [](auto*) { return wide(InetAddress("256.1.1.1").toString()); },
-    [](auto*) { return wide(InetNetwork("2001:db8:1:2:3:4:5:6/128").toString()); },
+    [](auto*) {
+        return wide(InetNetwork("2001:db8:1:2:3:4:5:6/128").toString() +
+                    InetNetwork("10.0.0.0/8").getBroadcast()->toString());
+    },
     [](auto*) { return wide(InetNetwork("2001:db8:1:2:3:4:5:6/12").toString()); },
-    [](auto*) { return wide(InetNetwork("10.0.0.0/8").getBroadcast()->toString()); },
-    [](auto*) { return wide(unmapped(InetAddress("::ffff:192.0.2.1"))->toString()); },
-    [](auto*) { return wide(tryParseAddress("::ffff:192.0.2.1")->toString()); },
-    [](auto*) { return wide(parseHardwareAddress("00-01-02-03-04-05-06").toString()); },
-    [](auto*) { return wide(InterfaceAddress(InetAddress(std::vector<unsigned char>(16)), 64).toString()); },
     [](auto*) { return wide(InetAddress::getByName("localhost").getHostName()); },
     [](auto*) { return Text(InetAddress::getAllByName("127.0.0.1").size(), u'a'); },
     [](auto*) { return wide(InetAddress("127.0.0.1").getCanonicalHostName()); },
@@ -135,9 +138,8 @@ std::vector<Operation> operations() {
         [](auto* o) { return withoutFragment(o->b).toString(false); },
         [](auto* o) { return withPathSegments(o->b, getPathSegments(o->a)).toString(false); },
         [](auto* o) { return normalize(o->a, ~Normalization{}).toString(false); },
-        [](auto* o) { return areEquivalent(o->a, o->b)  ? u"a"
-                             : isSameOrigin(o->a, o->b) ? u"b"
-                                                        : Text(); },
+        [](auto* o) { return Text(areEquivalent(o->a, o->b), u'a'); },
+        [](auto* o) { return Text(isSameOrigin(o->a, o->b), u'a'); },
         [](auto*) { return iriFromFile("/a path of some length/%\xFF/\xC3\xA9").toString(false); },
         [](auto*) { return wide(fileFromIri(IRI(u"file:///a%20path%20of%20some%20length")).string()); },
         [](auto*) { return wide(getHostAddress(IRI(u"//[2001:db8::1.2.3.4]")).value().toString()); },
@@ -173,10 +175,9 @@ TEST(AllocationFailure, OnTheVeryFirstUseIsTriedAgain) {
     std::size_t failures = 0;
     auto const descriptors = openDescriptors();
     for (auto const& operation : beginnings) {
-        std::size_t number = 1;
-        Text first = said(operation, number, nullptr);
-        for (; failed; first = said(operation, ++number, nullptr)) { // a first use until one came through
-            ++failures;
+        Text first = said(operation, 1, nullptr);
+        for (std::size_t number = 2; failed; ++number, ++failures) { // a first use until one came through
+            first = said(operation, number, nullptr);
         }
         EXPECT_NE(first, noMemory);
         EXPECT_EQ(said(operation, 0, nullptr), first);
@@ -210,7 +211,7 @@ TEST(AllocationFailure, LeavesOperandsAsTheyWereAndTheNextTrySucceeds) {
             EXPECT_EQ(operands.state(), after);
         }
     }
-    EXPECT_EQ(all.size(), 101u);
+    EXPECT_EQ(all.size(), 97u);
     EXPECT_GT(failures, 1000u);
 }
 
@@ -234,26 +235,20 @@ TEST(AllocationFree, AreComparisonsHashesNetworksAndClasses) {
         sum += (a == b) + (a != b) + (a < b) + (b < a) + (a == a);
         sum += std::hash<Value>()(a) != std::hash<Value>()(b);
     };
-    EXPECT_EQ(allocations([&] {
-                  compare(four, six);
-                  compare(onFour, onSix);
-                  compare(hardware, other);
-                  sum += static_cast<int>(getScopeId(six));
-              }),
-              0u);
-    EXPECT_EQ(sum, 3 * 4 + 7);
-    sum = 0;
-    EXPECT_EQ(allocations([&] {
-                  InetNetwork const ten = InetNetwork::masked(four, 8), link = InetNetwork::masked(six, 10);
-                  compare(InetNetwork(ten), link);
-                  sum += ten.contains(four) + link.contains(six) + ten.contains(ten) + link.overlaps(link);
-                  sum += classify(four) == AddressClass::PrivateUse;
-                  sum += isPrivate(four) + isLinkLocal(six) + isGlobal(six) + unmapped(six).has_value();
-                  InetNetwork copy(link);
-                  copy = std::move(copy);
-              }),
-              0u);
-    EXPECT_EQ(sum, 4 + 7);
+    std::size_t const made = allocations([&] {
+        compare(four, six);
+        compare(onFour, onSix);
+        compare(hardware, other);
+        InetNetwork const ten = InetNetwork::masked(four, 8), link = InetNetwork::masked(six, 10);
+        compare(InetNetwork(ten), link);
+        sum += ten.contains(four) + link.contains(six) + ten.contains(ten) + link.overlaps(link);
+        sum += isPrivate(four) + isLinkLocal(six) + isGlobal(six) + unmapped(six).has_value();
+        sum += (classify(four) == AddressClass::PrivateUse) + static_cast<int>(getScopeId(six));
+        InetNetwork copy(link);
+        copy = std::move(copy);
+    });
+    EXPECT_EQ(made, 0u);
+    EXPECT_EQ(sum, 4 * 4 + 7 + 7);
 }
 
 } // namespace

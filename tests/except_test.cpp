@@ -21,10 +21,9 @@ template <class Std>
 void keepsTypeAndText(Std const& standard) {
     using Anonymous = AnonymousInternalException<Std>;
     using Named = except::Exception<except::IInternalException, Std, void>;
-    static_assert(std::is_convertible_v<Anonymous*, Named*> && std::is_convertible_v<Named*, Std*>);
-    static_assert(std::is_convertible_v<Anonymous*, except::IInternalException*>);
-    static_assert(std::is_convertible_v<except::IInternalException*, except::IException*>);
-    static_assert(std::is_convertible_v<Anonymous*, std::exception*>);
+    static_assert(std::is_convertible_v<Anonymous*, Named*> && std::is_convertible_v<Named*, Std*> &&
+                  std::is_convertible_v<Anonymous*, except::IInternalException*> &&
+                  std::is_convertible_v<except::IInternalException*, except::IException*>);
     auto const original = makeInternalException(standard);
     std::unique_ptr<boost::exception_detail::clone_base const> const clone(original.clone());
     EXPECT_THROW(clone->rethrow(), Anonymous);

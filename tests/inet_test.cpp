@@ -103,16 +103,12 @@ void ascends(std::vector<Value> const& values) {
 
 TEST(InetAddressOrder, IsVersionThenBytesThenScope) {
     std::vector<InetAddress> values;
-    // clang-format off
-    for (char const* text : {
-        "0.0.0.0", "0.0.0.1", "0.0.1.0", "1.0.0.0", "127.0.0.1", "128.0.0.0", "255.255.255.255", "::",
-        "::1", "::1%1", "::1%2", "::1%4294967295", "::1.2.3.4", "::ffff:1.2.3.4", "::1:0:0:0", "1::",
-        "1::1", "ff::", "7fff::", "8000::", "ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff",}) {
-        // clang-format on
-
+    for (char const* text : {"0.0.0.0", "0.0.0.1", "0.0.1.0", "1.0.0.0", "127.0.0.1", "128.0.0.0",
+                             "255.255.255.255", "::", "::1", "::1%1", "::1%2", "::1%4294967295", "::1.2.3.4",
+                             "::1:0:0:0", "1::", "7fff::", "8000::", "ffff::"}) {
         values.emplace_back(text);
     }
-    ASSERT_EQ(values.size(), 21u);
+    ASSERT_EQ(values.size(), 18u);
     ascends(values);
     // However a value was made, and whatever its name.
     InetAddress const named = InetAddress::getByName("127.0.0.1");
@@ -170,17 +166,15 @@ TEST(InterfaceAddressValue, KeepsAddressAndPrefix) {
     };
     // clang-format on
     for (auto const& [address, prefix, expected] : rows) {
-        std::string text;
         try {
             InterfaceAddress const made(InetAddress(address), prefix);
             EXPECT_EQ(made.prefixLength(), prefix);
             EXPECT_EQ(made.getInetAddress().toString(), address);
-            text = made.toString();
+            EXPECT_EQ(made.toString(), expected);
         } catch (std::out_of_range const& e) {
             EXPECT_EQ(dynamic_cast<foundation::core::except::IException const*>(&e), nullptr);
-            text = "! "s + e.what();
+            EXPECT_EQ("! "s + e.what(), expected);
         }
-        EXPECT_EQ(text, expected);
     }
 }
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <unordered_set>
 #include <vector>
@@ -54,19 +55,19 @@ struct Member {
 // Values made in every way, equal ones among them.
 std::vector<Member> pool(std::size_t size) {
     Generator generator(11);
+    // clang-format off
     std::vector<Member> values{
-        {IRI(), false},
-        {IRI(u""), true},
-        {IRI(IRIArgs()), false},
+        {IRI(), false}, {IRI(u""), true}, {IRI(IRIArgs()), false}, {IRI(u"http://a/b%20c"), true},
         {IRI(IRIArgs().setPath(u"/b c").setScheme(u"http").setHost(u"a")), false},
-        {IRI(u"http://a/b%20c"), true},
-        {IRI(u"http://a:080/"), true},
-        {IRI(u"http://a:80/"), true},
         {IRI(IRIArgs().setScheme(u"http").setHost(u"a").setPort(80).setPath(u"/")), false},
-        {IRI(IRIArgs().setQuery(u"a=%2B")), false}, // the same text, and another mark
+        {IRI(u"http://a:080/"), true}, {IRI(u"http://a:80/"), true},
+        // The same text, and another mark; the same source, and another form.
+        {IRI(IRIArgs().setQuery(u"a=%2B")), false},
         {IRI(IRIArgs().appendQueryKeyValuePair(u"a", u"+", false, false)), false},
-        {IRI(IRIArgs().setScheme(u"x").setQuery(u"a%20b")), false}, // the same source, and another form
-        {IRI(u"?a%20b").resolveAgainst(IRI(u"x:")), false}};
+        {IRI(IRIArgs().setScheme(u"x").setQuery(u"a%20b")), false},
+        {IRI(u"?a%20b").resolveAgainst(IRI(u"x:")), false},
+    };
+    // clang-format on
     while (values.size() < size) {
         Member const any = generator.pick(values);
         std::size_t const how = generator.below(4);
@@ -90,9 +91,9 @@ std::vector<Member> pool(std::size_t size) {
 TEST(Values, EqualityIsAnEquivalenceThatTheIriTextsDecide) {
     auto const values = pool(160);
     int equal = 0;
-    for (auto const& [a, aParsed] : values) {
-        for (auto const& [b, bParsed] : values) {
-            equal += equalityHolds(a, b) && &a != &b && !a.isEmpty();
+    for (auto const& a : values) {
+        for (auto const& b : values) {
+            equal += equalityHolds(a.iri, b.iri) && &a != &b && !a.iri.isEmpty();
         }
     }
     EXPECT_GT(equal, 100);
@@ -116,8 +117,7 @@ void isStrictWeakOrder(std::vector<IRI> values, Less less) {
 }
 
 TEST(Values, OrderIsStrictAndWeakWithinAKindAndByTextOverAll) {
-    std::vector<IRI> all;
-    std::vector<IRI> kinds[2];
+    std::vector<IRI> all, kinds[2];
     for (auto const& member : pool(160)) {
         all.push_back(member.iri);
         try {
@@ -126,9 +126,8 @@ TEST(Values, OrderIsStrictAndWeakWithinAKindAndByTextOverAll) {
         } catch (std::out_of_range const&) {
         }
     }
-    auto const less = [](IRI const& a, IRI const& b) { return a < b; };
-    isStrictWeakOrder(kinds[0], less);
-    isStrictWeakOrder(kinds[1], less);
+    isStrictWeakOrder(kinds[0], std::less<>());
+    isStrictWeakOrder(kinds[1], std::less<>());
     isStrictWeakOrder(all, IRITextLess());
     std::set<IRI, IRITextLess> const ordered(all.begin(), all.end());
     EXPECT_EQ(ordered.size(), std::unordered_set<IRI>(all.begin(), all.end()).size());
@@ -197,12 +196,12 @@ TEST(IriArgs, BuildsWhatIsDocumented) {
     // clang-format off
     struct Row { IRIArgs args; Text text; std::string traits; };
     Row const rows[] = {
-        {IRIArgs(), u"", "e"}, {IRIArgs().setScheme(u"\u00E9\u0661+.-"), u"\u00E9\u0661+.-:", "saO"},
-        {IRIArgs().setScheme(u"s").setHost(u"h"), u"s://h", "sAah"}, {IRIArgs().setQuery(u""), u"?", "q"},
-        {IRIArgs().setPath(u"a:b"), u"a%3Ab", ""}, {IRIArgs().setHost(u"h").setPort(0), u"//h:0", "Aoh"},
+        {IRIArgs(), u"", "e"}, {IRIArgs().setQuery(u""), u"?", "q"}, {IRIArgs().setPath(u"a:b"), u"a%3Ab", ""},
+        {IRIArgs().setScheme(u"\u00E9\u0661+.-"), u"\u00E9\u0661+.-:", "saO"},
+        {IRIArgs().setScheme(u"s").setHost(u"h"), u"s://h", "sAah"},
+        {IRIArgs().setHost(u"h").setPort(0), u"//h:0", "Aoh"},
         {IRIArgs().setScheme(u"s").setPath(u"a:b"), u"s:a:b", "saO"},
-        {IRIArgs().setHost(u"h").setPort(u"080").setPath(u"/\u00E9 %41?#"),
-         u"//h:80/\u00E9%20%2541%3F%23", "Aohp"},
+        {IRIArgs().setHost(u"h").setPort(u"080").setPath(u"/\u00E9 %41?#"), u"//h:80/\u00E9%20%2541%3F%23", "Aohp"},
         {IRIArgs().setHost(u"h").setUserInfo(u"u").setPort(1).clearHost().clearUserInfo(), u"", "e"},
         {IRIArgs().setScheme(u"s").setPath(u"p").setFragment(u"f").clearScheme().clearPath().clearFragment(),
          u"", "e"},

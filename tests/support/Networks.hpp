@@ -103,6 +103,7 @@ inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
                 (a.hasHostBits() ? refusal : "nothing thrown"),
             "host bits", about);
     require(left.contains(address) && left.contains(left) && left.overlaps(left), "itself", about);
+    require(left.contains(left.getFirst()) && left.contains(left.getLast()), "the ends", about);
     require(left.contains(other) == a.contains(b.bytes), "an address in it", about);
     require(left.contains(right) == a.contains(b), "a network in it", about);
     require(left.overlaps(right) == a.overlaps(b) && right.overlaps(left) == a.overlaps(b), "an overlap",
