@@ -2,23 +2,18 @@
 
 // A network told bit by bit, without a word or a mask, and the laws that networks are held to by it.
 
-#include "support/Laws.hpp"
+#include "support/Addresses.hpp"
 
 #include <foundation/network/InetNetwork.hpp>
 
 #include <algorithm>
-#include <arpa/inet.h>
-#include <array>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <vector>
 
 namespace support {
-
-using Bytes = std::vector<unsigned char>;
 
 inline bool bitOf(Bytes const& bytes, std::size_t at) {
     return ((bytes[at / 8] >> (7 - at % 8)) & 1) != 0;
@@ -67,12 +62,7 @@ struct PlainNetwork {
     }
     bool hasHostBits() const { return bytes != filled(false); }
     auto ordered() const { return std::tuple(bytes.size(), filled(false), prefix); }
-    std::string toString() const {
-        std::array<char, INET6_ADDRSTRLEN> text{};
-        Bytes const first = filled(false);
-        inet_ntop(bytes.size() == 4 ? AF_INET : AF_INET6, first.data(), text.data(), text.size());
-        return text.data() + ('/' + std::to_string(prefix));
-    }
+    std::string toString() const { return systemText(filled(false)) + '/' + std::to_string(prefix); }
 };
 
 // All that is told of two networks and of the addresses that they were made of.
@@ -92,10 +82,9 @@ inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
     require(left.getNetmask().bytes() == PlainNetwork{ones, a.prefix}.filled(false) &&
                 left.getPrefixLength() == prefix,
             "the mask", about);
-    std::optional<InetAddress> const broadcast = left.getBroadcast();
-    require(broadcast.has_value() == (a.bytes.size() == 4 && prefix < 31), "whether there is a broadcast",
-            about);
-    require(!broadcast || broadcast->bytes() == a.filled(true), "the broadcast", about);
+    bool const broadcasts = a.bytes.size() == 4 && prefix < 31;
+    require(left.getBroadcast() == (broadcasts ? std::optional(left.getLast()) : std::nullopt),
+            "the broadcast", about);
     require(InetNetwork(left.getFirst(), prefix) == left, "another network by its first address", about);
     require(getNetwork(InterfaceAddress(address, prefix)) == left, "the network of an adapter", about);
     std::string const refusal = "Invalid network: " + address.toString() + "/" + std::to_string(prefix);
@@ -111,8 +100,7 @@ inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
     bool const same = a.ordered() == b.ordered();
     require((left == right) == same && (left != right) == !same, "equality", about);
     require((left < right) == (a.ordered() < b.ordered()), "order", about);
-    std::hash<InetNetwork> const hash;
-    require((hash(left) == hash(right)) == same, "hash", about);
+    require((std::hash<InetNetwork>()(left) == std::hash<InetNetwork>()(right)) == same, "hash", about);
 }
 
 // A text is a network exactly where a plain reading takes it, with the system's functions for the address.
@@ -127,18 +115,15 @@ inline bool networkHolds(std::string const& text) {
     }
     std::size_t const slash = text.rfind('/');
     if (slash != text.npos && text.find_first_of(std::string_view("%\0", 2)) == text.npos) {
-        std::string const address = text.substr(0, slash), digits = text.substr(slash + 1);
-        Bytes bytes(16);
-        bool const four = inet_pton(AF_INET, address.c_str(), bytes.data()) == 1;
-        bool const taken = four || inet_pton(AF_INET6, address.c_str(), bytes.data()) == 1;
-        bytes.resize(four ? 4 : 16);
+        auto const bytes = systemBytes(text.substr(0, slash));
+        std::string const digits = text.substr(slash + 1);
         bool const number = !digits.empty() && digits.find_first_not_of("0123456789") == digits.npos &&
                             (digits == "0" || digits[0] != '0');
-        if (taken && number) {
+        if (bytes && number) {
             std::size_t const prefix = digits.size() > 3 ? 1000 : std::stoul(digits);
-            if (prefix > bytes.size() * 8) {
+            if (prefix > bytes->size() * 8) {
                 expected = "! prefix length too large";
-            } else if (PlainNetwork const plain{bytes, prefix}; !plain.hasHostBits()) {
+            } else if (PlainNetwork const plain{*bytes, prefix}; !plain.hasHostBits()) {
                 expected = plain.toString();
             }
         }
