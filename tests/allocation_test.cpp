@@ -97,7 +97,8 @@ std::vector<Operation> const beginnings = {
     [](auto*) { return wide(InetAddress("256.1.1.1").toString()); },
     [](auto*) {
         return wide(InetNetwork("2001:db8:1:2:3:4:5:6/128").toString() +
-                    InetNetwork("10.0.0.0/8").getBroadcast()->toString());
+                    InetNetwork("10.0.0.0/8").getBroadcast()->toString() +
+                    unmapped(InetAddress("::ffff:192.0.2.1"))->toString());
     },
     [](auto*) { return wide(InetNetwork("2001:db8:1:2:3:4:5:6/12").toString()); },
     [](auto*) { return wide(InetAddress::getByName("localhost").getHostName()); },
