@@ -246,10 +246,11 @@ TEST(AllocationFree, AreComparisonsHashesNetworksAndClasses) {
         sum += isPrivate(four) + isLinkLocal(six) + isGlobal(six) + unmapped(six).has_value();
         sum += (classify(four) == AddressClass::PrivateUse) + static_cast<int>(getScopeId(six));
         InetNetwork copy(link);
-        copy = std::move(copy);
+        copy = ten;
+        sum += copy == ten;
     });
     EXPECT_EQ(made, 0u);
-    EXPECT_EQ(sum, 4 * 4 + 7 + 7);
+    EXPECT_EQ(sum, 4 * 4 + 7 + 7 + 1);
 }
 
 } // namespace
