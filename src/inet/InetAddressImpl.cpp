@@ -3,6 +3,7 @@
 #include <foundation/core/except/InternalException.hpp>
 
 #include "inet/Bits.hpp"
+#include "text/Escapes.hpp"
 
 #include <boost/system/error_code.hpp>
 
@@ -44,17 +45,6 @@ std::optional<ip::address_v4> strictIpv4(std::string_view text) {
 
 namespace {
 
-// The values of hexadecimal digits, 16 for all other characters.
-constexpr std::array<unsigned char, 256> digitValues = [] {
-    std::array<unsigned char, 256> values{};
-    values.fill(16);
-    for (unsigned char value = 0; value != 16; ++value) {
-        values[static_cast<unsigned char>("0123456789abcdef"[value])] = value;
-        values[static_cast<unsigned char>("0123456789ABCDEF"[value])] = value;
-    }
-    return values;
-}();
-
 // Up to eight groups of up to four hexadecimal digits, one "::" at most (RFC 4291 section 2.2, forms 1 and
 // 2).
 std::optional<ip::address_v6> plainIpv6(std::string_view text) {
@@ -70,9 +60,9 @@ std::optional<ip::address_v6> plainIpv6(std::string_view text) {
     while (at != end) {
         char const* const begin = at;
         unsigned int group = 0; // of more than four digits it is not looked at
-        for (unsigned int value = 0; at != end && (value = digitValues[static_cast<unsigned char>(*at)]) < 16;
+        for (int value = 0; at != end && (value = text::hexValues[static_cast<unsigned char>(*at)]) >= 0;
              ++at) {
-            group = group << 4U | value;
+            group = group << 4U | static_cast<unsigned int>(value);
         }
         if (at == begin || at - begin > 4 || filled == bytes.size()) {
             return std::nullopt;

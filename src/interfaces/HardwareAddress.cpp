@@ -3,21 +3,11 @@
 #include <foundation/core/except/InternalException.hpp>
 
 #include "inet/Bits.hpp"
+#include "text/Escapes.hpp"
 
 #include <stdexcept>
 
 namespace foundation::network {
-
-namespace {
-
-// The value of a hexadecimal digit, 16 for another character.
-unsigned int digitValue(char character) {
-    unsigned int const decimal = static_cast<unsigned int>(character) - '0';
-    unsigned int const letter = (static_cast<unsigned int>(character) | 0x20U) - 'a';
-    return decimal <= 9 ? decimal : letter <= 5 ? letter + 10 : 16;
-}
-
-} // namespace
 
 template class detail::ImmutableIterableRange<unsigned char>;
 
@@ -49,23 +39,23 @@ HardwareAddress parseHardwareAddress(std::string_view text) {
         std::invalid_argument("Invalid hardware address: " + std::string(text)));
 }
 
-std::optional<HardwareAddress> tryParseHardwareAddress(std::string_view text) {
-    if (!text.empty() && text.size() % 3 != 2) {
+std::optional<HardwareAddress> tryParseHardwareAddress(std::string_view digits) {
+    if (!digits.empty() && digits.size() % 3 != 2) {
         return std::nullopt;
     }
-    char const separator = text.size() > 2 ? text[2] : ':';
+    char const separator = digits.size() > 2 ? digits[2] : ':';
     if (separator != ':' && separator != '-') {
         return std::nullopt;
     }
     std::vector<unsigned char> bytes;
-    bytes.reserve((text.size() + 1) / 3);
-    for (std::size_t at = 0; at < text.size(); at += 3) {
-        unsigned int const high = digitValue(text[at]);
-        unsigned int const low = digitValue(text[at + 1]);
-        if (high > 15 || low > 15 || (at + 2 < text.size() && text[at + 2] != separator)) {
+    bytes.reserve((digits.size() + 1) / 3);
+    for (std::size_t at = 0; at < digits.size(); at += 3) {
+        int const high = text::hexValues[static_cast<unsigned char>(digits[at])];
+        int const low = text::hexValues[static_cast<unsigned char>(digits[at + 1])];
+        if (high < 0 || low < 0 || (at + 2 < digits.size() && digits[at + 2] != separator)) {
             return std::nullopt;
         }
-        bytes.push_back(static_cast<unsigned char>(high << 4U | low));
+        bytes.push_back(static_cast<unsigned char>(high * 16 | low));
     }
     return HardwareAddress(std::move(bytes));
 }

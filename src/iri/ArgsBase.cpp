@@ -1,7 +1,6 @@
 #include <foundation/network/iri/detail/ArgsBase.hpp>
 
-#include <foundation/core/except/InternalException.hpp>
-
+#include "except/Refuse.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "text/Escapes.hpp"
 #include "text/Transcoding.hpp"
@@ -12,7 +11,6 @@
 
 namespace foundation::network::iri::detail {
 
-using core::except::detail::makeInternalException;
 using Args = ArgsBase<std::u32string>;
 
 namespace {
@@ -91,7 +89,7 @@ void Args::setPort(std::u16string const& text) {
 void Args::setPort(String const& text) {
     unsigned short number = 0;
     if (!portStringToNumeric(text, number)) {
-        throw makeInternalException(std::logic_error("Port must be numeric"));
+        core::except::refuse("Port must be numeric");
     }
     setPort(number);
 }
@@ -157,7 +155,7 @@ std::tuple<std::u16string, bool> Args::percentEncodeFormEncodedReservedChars(std
 void Args::appendQueryKeyValuePair(std::u16string const& key, std::u16string const& value, bool encodeQuery,
                                    bool useSemicolon) {
     if (key.empty()) {
-        throw makeInternalException(std::logic_error("Key must not be empty"));
+        core::except::refuse("Key must not be empty");
     }
     auto [pair, keyEscaped] = percentEncodeFormEncodedReservedChars(key, useSemicolon);
     auto const [encodedValue, valueEscaped] = percentEncodeFormEncodedReservedChars(value, useSemicolon);

@@ -22,6 +22,10 @@ namespace foundation::network::iri::detail {
     return false;
 }
 
+/// Throws the `std::logic_error` of the family where components do not go together: "User Info requires a
+/// host", "Port requires a host", "Path cannot be relative if authority present".
+void requireHost(bool hasUserInfo, bool hasHost, bool hasPort, std::u32string_view path);
+
 /// The one writer of new values. A value is told from its start to its end in views, which must stay until
 /// then; the end copies them all into one text, in the order and with the delimiters of an IRI. So components
 /// pass through unchanged, each in the form in which it was given, and the whole takes one allocation.

@@ -2,6 +2,7 @@
 
 #include <foundation/network/iri/detail/StoredText.hpp>
 
+#include "except/Refuse.hpp"
 #include "iri/grammar/IriGrammar.hpp"
 #include "text/Transcoding.hpp"
 
@@ -23,6 +24,10 @@ ReadOutcome readText(std::basic_string_view<Unit> text, detail::StoredText& stor
     std::size_t const notText = text::toUtf32(text, stored.text);
     stored.parsed = true;
     return {notText == text::NO_FAULT && grammar::matchIriReference(stored.text, stored.components), notText};
+}
+
+[[noreturn]] inline void throwNoIri() {
+    core::except::refuse("IRI parsing failed");
 }
 
 } // namespace foundation::network::iri

@@ -2,8 +2,6 @@
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
-#include <foundation/core/except/InternalException.hpp>
-
 #include "iri/ReadText.hpp"
 #include "iri/encoding/Conversions.hpp"
 
@@ -12,7 +10,6 @@
 
 namespace foundation::network::iri::detail {
 
-using core::except::detail::makeInternalException;
 using Value = TemplateIRI<std::u32string>;
 
 static_assert(std::is_trivially_copyable_v<Components>);
@@ -34,7 +31,7 @@ namespace {
     if (outcome.notText != text::NO_FAULT) {
         text::throwNotUtf16(text::misplacedUnit(source, outcome.notText));
     }
-    throw makeInternalException(std::logic_error("IRI parsing failed"));
+    throwNoIri();
 }
 
 } // namespace

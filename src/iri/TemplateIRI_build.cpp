@@ -1,9 +1,9 @@
 // From arguments to a value, and back.
 
-#include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/ArgsBase.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include "except/Refuse.hpp"
 #include "iri/Draft.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/grammar/IriGrammar.hpp"
@@ -15,13 +15,17 @@ namespace foundation::network::iri::detail {
 using Value = TemplateIRI<std::u32string>;
 using Args = ArgsBase<std::u32string>;
 
-namespace {
-
-[[noreturn]] void refuse(char const* message) {
-    throw core::except::detail::makeInternalException(std::logic_error(message));
+void requireHost(bool hasUserInfo, bool hasHost, bool hasPort, std::u32string_view path) {
+    if (hasUserInfo && !hasHost) {
+        core::except::refuse("User Info requires a host");
+    }
+    if (hasPort && !hasHost) {
+        core::except::refuse("Port requires a host");
+    }
+    if (hasHost && !path.empty() && path.front() != U'/') {
+        core::except::refuse("Path cannot be relative if authority present");
+    }
 }
-
-} // namespace
 
 Value::TemplateIRI(Args const& args) {
     auto const& content = args.content;
@@ -30,29 +34,21 @@ Value::TemplateIRI(Args const& args) {
     // The order is the one in which failures are found.
     if (content.hasScheme) {
         if (!content.schemeTrusted && !grammar::matchScheme(content.scheme)) {
-            refuse("Malformed scheme");
+            core::except::refuse("Malformed scheme");
         }
         draft.setScheme(content.scheme);
     }
+    std::u32string_view const path =
+        content.hasPath ? std::u32string_view(content.path) : std::u32string_view();
+    requireHost(content.hasUserInfo, content.hasHost, content.hasPort, path);
     if (content.hasUserInfo) {
-        if (!content.hasHost) {
-            refuse("User Info requires a host");
-        }
         draft.setUserInfo(content.userInfo, Form::raw);
     }
     if (content.hasHost) {
         draft.setHost(content.host, Form::raw);
     }
     if (content.hasPort) {
-        if (!content.hasHost) {
-            refuse("Port requires a host");
-        }
         draft.setPort(content.port);
-    }
-    std::u32string_view const path =
-        content.hasPath ? std::u32string_view(content.path) : std::u32string_view();
-    if (content.hasHost && !path.empty() && path.front() != U'/') {
-        refuse("Path cannot be relative if authority present");
     }
     draft.setPath(path, Form::raw);
     if (content.hasQuery) {

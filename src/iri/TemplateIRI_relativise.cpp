@@ -1,8 +1,8 @@
 // Making a reference: what, resolved against a base, gives this value again.
 
-#include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
+#include "except/Refuse.hpp"
 #include "iri/Draft.hpp"
 #include "iri/PathIn.hpp"
 #include "iri/encoding/Conversions.hpp"
@@ -12,11 +12,9 @@
 
 namespace foundation::network::iri::detail {
 
-namespace {
+using core::except::refuse;
 
-[[noreturn]] void refuse(char const* message) {
-    throw core::except::detail::makeInternalException(std::logic_error(message));
-}
+namespace {
 
 bool hasSameRaw(Part part, StoredText const& own, StoredText const& base) {
     if (!own.components.has(part) || !base.components.has(part)) {
@@ -42,13 +40,21 @@ bool hasSameAuthority(StoredText const& own, StoredText const& base) {
            hasSameRaw(Part::userInfo, own, base) && hasSameRaw(Part::host, own, base);
 }
 
-void takeWhole(StoredText const& own, Draft& draft, bool withScheme) {
-    if (withScheme) {
-        draft.takeScheme(own);
-    }
-    draft.takeAuthority(own);
+void takePathAndQuery(StoredText const& own, Draft& draft) {
     draft.takePath(own);
     draft.takeQuery(own);
+}
+
+// All but the fragment.
+void takeWhole(StoredText const& own, Draft& draft) {
+    draft.takeFront(own);
+    takePathAndQuery(own, draft);
+}
+
+// The same without its scheme: a network-path reference.
+void takeNetworkPath(StoredText const& own, Draft& draft) {
+    draft.takeAuthority(own);
+    takePathAndQuery(own, draft);
 }
 
 // A reference to the last segment of the path, which keeps the base's query out.
@@ -136,7 +142,7 @@ void setReference(StoredText const& own, StoredText const& base, Draft& draft, s
     bool const sameScheme = sameFront || own.scheme() == base.scheme();
     bool const sameAuthority = sameFront || (sameScheme && hasSameAuthority(own, base));
     if (t.hasScheme() && !sameScheme) {
-        return takeWhole(own, draft, true);
+        return takeWhole(own, draft);
     }
     if (!t.hasScheme()) {
         if (b.hasScheme()) {
@@ -147,10 +153,10 @@ void setReference(StoredText const& own, StoredText const& base, Draft& draft, s
         }
     }
     if (!t.hasHost() && b.hasHost()) {
-        return takeWhole(own, draft, true);
+        return takeWhole(own, draft);
     }
     if (t.hasHost() && !sameAuthority) {
-        return takeWhole(own, draft, false); // a network-path reference
+        return takeNetworkPath(own, draft);
     }
     // Scheme and authority are the same.
     if (!t.pathIsEmpty() && !b.pathIsEmpty()) {

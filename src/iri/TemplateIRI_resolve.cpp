@@ -87,8 +87,7 @@ void resolve(StoredText const& reference, StoredText const& base, StoredText& ta
         draft.takeQuery(reference);
     } else {
         // T.authority = Base.authority; T.scheme = Base.scheme
-        draft.takeScheme(base);
-        draft.takeAuthority(base);
+        draft.takeFront(base);
         if (reference.isEmpty()) {
             draft.takePath(base);
         } else if (r.pathIsEmpty()) {

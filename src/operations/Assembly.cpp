@@ -1,23 +1,11 @@
 #include "operations/Assembly.hpp"
 
-#include <foundation/core/except/InternalException.hpp>
-
-#include <stdexcept>
-
 namespace foundation::network::operations {
 
 using iri::detail::Draft;
 using iri::detail::Form;
 using iri::detail::Part;
 using iri::detail::ValueAccess;
-
-namespace {
-
-[[noreturn]] void refuse(char const* message) {
-    throw core::except::detail::makeInternalException(std::logic_error(message));
-}
-
-} // namespace
 
 Assembly::Assembly(iri::detail::StoredText const& from)
     : portNumber(from.components.port), path(from.given(Part::path)) {
@@ -43,28 +31,20 @@ Assembly::Assembly(iri::detail::StoredText const& from)
 }
 
 IRI Assembly::assembled() const {
+    iri::detail::requireHost(userInfo.has_value(), host.has_value(), port.has_value(), path);
     IRI result;
     Draft draft(ValueAccess::stored(result), Draft::Kind::exact);
     if (scheme) {
         draft.setScheme(*scheme);
     }
     if (userInfo) {
-        if (!host) {
-            refuse("User Info requires a host");
-        }
         draft.setUserInfo(*userInfo, Form::iri);
     }
     if (host) {
         draft.setHost(*host, Form::iri);
     }
     if (port) {
-        if (!host) {
-            refuse("Port requires a host");
-        }
         draft.setPort(*port, portNumber);
-    }
-    if (host && !path.empty() && path.front() != U'/') {
-        refuse("Path cannot be relative if authority present");
     }
     draft.setPath(path, Form::iri);
     if (query) {

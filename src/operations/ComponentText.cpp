@@ -1,7 +1,6 @@
 #include "operations/ComponentText.hpp"
 
-#include <foundation/core/except/InternalException.hpp>
-
+#include "iri/ReadText.hpp"
 #include "iri/encoding/Conversions.hpp"
 #include "iri/grammar/IriGrammar.hpp"
 #include "iri/grammar/Runs.hpp"
@@ -9,7 +8,6 @@
 #include "text/Transcoding.hpp"
 
 #include <optional>
-#include <stdexcept>
 
 namespace foundation::network::operations {
 
@@ -106,7 +104,7 @@ std::u32string componentText(Part part, std::u16string_view text, iri::Encoding 
         return escaped(part, std::move(result), context);
     }
     if (!isComponent(part, result)) {
-        throw core::except::detail::makeInternalException(std::logic_error("IRI parsing failed"));
+        iri::throwNoIri();
     }
     return result;
 }

@@ -1,15 +1,13 @@
 #include <foundation/network/FileIri.hpp>
 
-#include <foundation/core/except/InternalException.hpp>
-
+#include "except/Refuse.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/grammar/CharacterClasses.hpp"
 #include "operations/InIriForm.hpp"
+#include "text/AsciiCase.hpp"
 #include "text/CodePoints.hpp"
 #include "text/Escapes.hpp"
 
-#include <algorithm>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -23,30 +21,19 @@ using iri::detail::ValueAccess;
 
 namespace {
 
-[[noreturn]] void refuse(char const* message) {
-    throw core::except::detail::makeInternalException(std::logic_error(message));
-}
-
 bool standsAsItself(char32_t c) {
     return c != U'%' && iri::grammar::is<iri::grammar::PATH>(c) && !iri::encoding::isIriForbidden(c);
-}
-
-// Whether a text is an ASCII word, which is in lower case, in any case.
-bool isWord(std::u32string_view text, std::u32string_view word) {
-    return std::equal(text.begin(), text.end(), word.begin(), word.end(), [](char32_t c, char32_t letter) {
-        return c == letter || (c >= U'A' && c <= U'Z' && (c | 0x20) == letter);
-    });
 }
 
 bool isLocal(StoredText const& stored) {
     auto const& components = stored.components;
     if (components.hasHost()) {
         std::u32string_view const host = stored.given(Part::host);
-        if (!host.empty() && !isWord(host, U"localhost")) {
+        if (!host.empty() && !text::isWord(host, U"localhost")) {
             return false;
         }
     }
-    return isWord(stored.scheme(), U"file") && components.pathIsAbsolute && !components.hasUserInfo() &&
+    return text::isWord(stored.scheme(), U"file") && components.pathIsAbsolute && !components.hasUserInfo() &&
            !components.hasPort() && !components.hasQuery() && !components.hasFragment();
 }
 
@@ -55,7 +42,7 @@ bool isLocal(StoredText const& stored) {
 IRI iriFromFile(std::filesystem::path const& path) {
     std::string const& bytes = path.native();
     if (!path.is_absolute()) {
-        refuse("Path must be absolute");
+        core::except::refuse("Path must be absolute");
     }
     std::u32string text;
     text.reserve(bytes.size());
@@ -86,7 +73,7 @@ std::filesystem::path fileFromIri(IRI const& iri) {
     constexpr auto* words = "Not the IRI of a local file";
     operations::InIriForm const form(iri);
     if (!isLocal(form.get())) {
-        refuse(words);
+        core::except::refuse(words);
     }
     std::u32string_view const path = form.path();
     std::string bytes;
@@ -94,7 +81,7 @@ std::filesystem::path fileFromIri(IRI const& iri) {
     for (std::size_t at = 0; at != path.size();) {
         int const byte = text::escapedByte(path, at);
         if (byte == 0 || byte == '/') {
-            refuse(words);
+            core::except::refuse(words);
         }
         if (byte > 0) {
             bytes.push_back(static_cast<char>(byte));

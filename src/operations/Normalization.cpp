@@ -10,6 +10,7 @@
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/grammar/CharacterClasses.hpp"
 #include "operations/Assembly.hpp"
+#include "text/AsciiCase.hpp"
 #include "text/CodePoints.hpp"
 #include "text/Escapes.hpp"
 #include "text/Scans.hpp"
@@ -34,10 +35,6 @@ using View = std::u32string_view;
 
 constexpr bool has(Normalization steps, Normalization step) {
     return (steps & step) != Normalization{};
-}
-
-constexpr char32_t lower(char32_t c) {
-    return c >= U'A' && c <= U'Z' ? c | 0x20 : c;
 }
 
 /// A text, or what was made of it.
@@ -173,11 +170,11 @@ void lowerLetters(Text& component) {
             at += 3;
             continue;
         }
-        if (text[at] != lower(text[at])) {
+        if (text[at] != text::lower(text[at])) {
             if (result.empty()) {
                 result = text;
             }
-            result[at] = lower(text[at]);
+            result[at] = text::lower(text[at]);
         }
         ++at;
     }
@@ -236,8 +233,7 @@ constexpr std::array<std::pair<View, unsigned short>, 5> defaultPorts{
 
 std::optional<unsigned short> defaultPort(View scheme) {
     for (auto const& [name, port] : defaultPorts) {
-        if (std::equal(scheme.begin(), scheme.end(), name.begin(), name.end(),
-                       [](char32_t c, char32_t letter) { return lower(c) == letter; })) {
+        if (text::isWord(scheme, name)) {
             return port;
         }
     }

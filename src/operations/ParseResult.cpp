@@ -1,7 +1,5 @@
 #include <foundation/network/ParseResult.hpp>
 
-#include <foundation/core/except/InternalException.hpp>
-
 #include "iri/ReadText.hpp"
 #include "iri/ValueAccess.hpp"
 #include "operations/FindFault.hpp"
@@ -11,7 +9,6 @@
 #include <array>
 #include <cstdio>
 #include <ostream>
-#include <stdexcept>
 
 namespace foundation::network {
 
@@ -42,37 +39,37 @@ ParseFault noText(std::string_view utf8, std::size_t at) {
     return {at, IRIComponent::Text, ParseReason::NotUtf8, static_cast<unsigned char>(utf8[at])};
 }
 
-// The sentence up to the place; the character stands for the "%s".
-char const* sentenceOf(ParseFault const& fault) {
+// What the sentence says of the character.
+char const* predicateOf(ParseFault const& fault) {
     switch (fault.reason) {
     case ParseReason::NotUtf16:
-        return "%s is half of a surrogate pair alone";
+        return " is half of a surrogate pair alone";
     case ParseReason::NotUtf8:
-        return "%s begins no well-formed UTF-8 sequence";
+        return " begins no well-formed UTF-8 sequence";
     case ParseReason::EmptyScheme:
-        return "%s stands where a scheme should";
+        return " stands where a scheme should";
     case ParseReason::NotInScheme:
-        return fault.offset == 0 ? "%s cannot begin a scheme" : "%s cannot stand in a scheme";
+        return fault.offset == 0 ? " cannot begin a scheme" : " cannot stand in a scheme";
     case ParseReason::NotInUserInfo:
-        return "%s cannot stand in user information";
+        return " cannot stand in user information";
     case ParseReason::NotInHost:
-        return "%s cannot stand in a host";
+        return " cannot stand in a host";
     case ParseReason::NotAnAddress:
-        return "%s begins no address in brackets";
+        return " begins no address in brackets";
     case ParseReason::EmptyPort:
-        return "%s stands where a port should";
+        return " stands where a port should";
     case ParseReason::NotInPort:
-        return "%s begins a port that is no number";
+        return " begins a port that is no number";
     case ParseReason::PortTooLarge:
-        return "%s begins a port above 65535";
+        return " begins a port above 65535";
     case ParseReason::NotInPath:
-        return "%s cannot stand in a path";
+        return " cannot stand in a path";
     case ParseReason::NotInQuery:
-        return "%s cannot stand in a query";
+        return " cannot stand in a query";
     case ParseReason::NotInFragment:
-        return "%s cannot stand in a fragment";
+        return " cannot stand in a fragment";
     default:
-        return "%s begins no whole escape";
+        return " begins no whole escape";
     }
 }
 
@@ -85,10 +82,7 @@ std::string ParseFault::describe() const {
     } else if (character != 0 || reason != ParseReason::EmptyPort) {
         std::snprintf(name.data(), name.size(), "U+%04X", static_cast<unsigned>(character));
     }
-    std::array<char, 96> sentence{};
-    int const length = std::snprintf(sentence.data(), sentence.size(), sentenceOf(*this), name.data());
-    return std::string(sentence.data(), static_cast<std::size_t>(length)) + ", at offset " +
-           std::to_string(offset);
+    return std::string(name.data()) + predicateOf(*this) + ", at offset " + std::to_string(offset);
 }
 
 std::ostream& operator<<(std::ostream& stream, ParseFault const& fault) {
@@ -123,7 +117,7 @@ void ParseResult::refuse() const {
     case ParseReason::NotUtf8:
         text::throwNotUtf8();
     default:
-        throw core::except::detail::makeInternalException(std::logic_error("IRI parsing failed"));
+        iri::throwNoIri();
     }
 }
 

@@ -1,7 +1,6 @@
 #include <foundation/network/PathSegments.hpp>
 
-#include <foundation/core/except/InternalException.hpp>
-
+#include "except/Refuse.hpp"
 #include "operations/Assembly.hpp"
 #include "operations/ComponentText.hpp"
 #include "operations/Decoding.hpp"
@@ -9,7 +8,6 @@
 #include "text/Transcoding.hpp"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace foundation::network {
 
@@ -50,8 +48,7 @@ IRI withPathSegments(IRI const& iri, std::vector<std::u16string> const& segments
     std::u32string path;
     for (auto const& segment : segments) {
         if (segment == u"." || segment == u"..") {
-            throw core::except::detail::makeInternalException(
-                std::logic_error("Path segment must not be a dot segment"));
+            core::except::refuse("Path segment must not be a dot segment");
         }
         if (rooted || &segment != &segments.front()) {
             path.push_back(U'/');

@@ -206,8 +206,7 @@ bool hasSameQuery(StoredText const& left, StoredText const& right) {
 /// A path behind a scheme and, if there is one, an authority. Beside none, a path that begins with "//" needs
 /// a dot segment in front; "./" leads to it as "/." does, and has no "/" in front.
 void setWhole(StoredText const& target, View path, Draft& draft) {
-    draft.takeScheme(target);
-    draft.takeAuthority(target);
+    draft.takeFront(target);
     bool const guarded = !target.components.hasHost() && path.substr(0, 2) == U"//";
     draft.setPath(guarded ? View(U"./") : View(), path, Form::iri);
 }
@@ -286,8 +285,7 @@ IRI makeRelativeExactly(IRI const& iri, IRI const& base) {
     Draft draft(ValueAccess::stored(result), Draft::Kind::exact);
     bool queryIsTaken = false;
     if (!iri.hasScheme() || !base.hasScheme()) {
-        draft.takeScheme(target.get());
-        draft.takeAuthority(target.get());
+        draft.takeFront(target.get());
         draft.setPath(target.path(), Form::iri);
     } else {
         queryIsTaken = setReference(target.get(), withoutDots(target.path(), path), from.get(), draft,

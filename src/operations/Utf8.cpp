@@ -1,14 +1,11 @@
 #include <foundation/network/Utf8.hpp>
 
-#include <foundation/core/except/InternalException.hpp>
-
 #include "iri/ReadText.hpp"
 #include "iri/ValueAccess.hpp"
 #include "iri/ValueReader.hpp"
 #include "text/Transcoding.hpp"
 
 #include <ostream>
-#include <stdexcept>
 
 namespace foundation::network {
 
@@ -30,7 +27,7 @@ IRI iriFromUtf8(std::string_view text) {
         text::throwNotUtf8();
     }
     if (!outcome.taken) {
-        throw core::except::detail::makeInternalException(std::logic_error("IRI parsing failed"));
+        iri::throwNoIri();
     }
     return result;
 }

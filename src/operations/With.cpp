@@ -1,14 +1,12 @@
 #include <foundation/network/With.hpp>
 
-#include <foundation/core/except/InternalException.hpp>
-
+#include "except/Refuse.hpp"
 #include "iri/grammar/IriGrammar.hpp"
 #include "operations/Assembly.hpp"
 #include "operations/ComponentText.hpp"
 #include "text/Transcoding.hpp"
 
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 namespace foundation::network {
@@ -45,7 +43,7 @@ IRI without(IRI const& iri, std::optional<View> Assembly::*component) {
 IRI withScheme(IRI const& iri, std::u16string_view scheme) {
     std::u32string const own = text::toUtf32(scheme);
     if (!iri::grammar::matchScheme(own)) {
-        throw core::except::detail::makeInternalException(std::logic_error("Malformed scheme"));
+        core::except::refuse("Malformed scheme");
     }
     return changed(iri, [&](Assembly& assembly) { assembly.scheme = own; });
 }

@@ -7,9 +7,9 @@
 /// `pct-encoded` of RFC 3986, section 2.1: a "%" and two hexadecimal digits.
 namespace foundation::network::text {
 
-/// The values of ASCII hexadecimal digits, -1 for everything else in ASCII.
-inline constexpr std::array<signed char, 128> hexValues = [] {
-    std::array<signed char, 128> values{};
+/// The values of hexadecimal digits, -1 for every other byte.
+inline constexpr std::array<signed char, 256> hexValues = [] {
+    std::array<signed char, 256> values{};
     values.fill(-1);
     constexpr std::string_view digits = "0123456789abcdef";
     for (std::size_t value = 0; value != digits.size(); ++value) {
