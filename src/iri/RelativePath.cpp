@@ -97,8 +97,8 @@ PathShape shapeOf(std::u32string_view path) noexcept {
     // Hardly any path holds "%", "//" or "/.": one look for all three tells of nearly every one.
     static_assert((U'.' | 1) == U'/');
     bool const special = path.front() == U'%' || text::isAnySigned(path.size() - 1, [path](std::size_t i) {
-                             return text::signOfSame(path[i], U'/', path[i + 1] | 1, U'/') |
-                                    text::signOfSame(path[i + 1], U'%');
+                             return text::allOnesIfSame(path[i], U'/', path[i + 1] | 1, U'/') |
+                                    text::allOnesIfSame(path[i + 1], U'%');
                          });
     if (!special) {
         return {path.front() == U'.' && hasRelativePathSegments(path), false, true};

@@ -34,7 +34,7 @@ std::u16string decoded(std::u16string_view text, Plus plus) {
     std::u16string result(text);
     char16_t const alsoDecoded = plus == Plus::isSpace ? u'+' : u'%';
     if (!text::isAnySigned(text.size(), [text, alsoDecoded](std::size_t i) {
-            return text::signOfSame(text[i], U'%') | text::signOfSame(text[i], alsoDecoded);
+            return text::allOnesIfSame(text[i], U'%') | text::allOnesIfSame(text[i], alsoDecoded);
         })) {
         return result;
     }

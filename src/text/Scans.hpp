@@ -14,17 +14,16 @@
 /// short, and hold nothing that is looked for; a loop that could stop early would be several times slower.
 namespace foundation::network::text {
 
-/// A number with its sign bit set exactly where the two are the same.
-[[nodiscard]] constexpr std::uint32_t signOfSame(char32_t left, char32_t right) {
+/// All bits where the two are the same, none where not.
+[[nodiscard]] constexpr std::uint32_t allOnesIfSame(char32_t left, char32_t right) {
     return left == right ? ~std::uint32_t{0} : 0;
 }
-/// The same for two pairs that must both be the same.
-[[nodiscard]] constexpr std::uint32_t signOfSame(char32_t left, char32_t right, char32_t left2,
-                                                 char32_t right2) {
-    return signOfSame(left, right) & signOfSame(left2, right2);
+[[nodiscard]] constexpr std::uint32_t allOnesIfSame(char32_t left, char32_t right, char32_t left2,
+                                                    char32_t right2) {
+    return allOnesIfSame(left, right) & allOnesIfSame(left2, right2);
 }
 /// A number with its sign bit set exactly where `c` lies above `limit`, which is below U+80000000.
-[[nodiscard]] constexpr std::uint32_t signOfAbove(char32_t c, char32_t limit) {
+[[nodiscard]] constexpr std::uint32_t signIfAbove(char32_t c, char32_t limit) {
     return (limit - c) | c;
 }
 
@@ -50,20 +49,20 @@ template <class Test>
 }
 
 [[nodiscard]] constexpr bool contains(std::u32string_view text, char32_t wanted) {
-    return isAnySigned(text.size(), [text, wanted](std::size_t i) { return signOfSame(text[i], wanted); });
+    return isAnySigned(text.size(), [text, wanted](std::size_t i) { return allOnesIfSame(text[i], wanted); });
 }
 
 /// Whether `wanted` or something above `limit` is in `text`.
 [[nodiscard]] constexpr bool containsOrAbove(std::u32string_view text, char32_t wanted, char32_t limit) {
     return isAnySigned(text.size(), [text, wanted, limit](std::size_t i) {
-        return signOfSame(text[i], wanted) | signOfAbove(text[i], limit);
+        return allOnesIfSame(text[i], wanted) | signIfAbove(text[i], limit);
     });
 }
 
 /// Whether `first` stands right before `second` somewhere in `text`.
 [[nodiscard]] constexpr bool containsPair(std::u32string_view text, char32_t first, char32_t second) {
     return !text.empty() && isAnySigned(text.size() - 1, [text, first, second](std::size_t i) {
-        return signOfSame(text[i], first, text[i + 1], second);
+        return allOnesIfSame(text[i], first, text[i + 1], second);
     });
 }
 
@@ -80,7 +79,7 @@ template <class Test>
 template <class Unit>
 [[nodiscard]] constexpr bool hasSurrogate(std::basic_string_view<Unit> text) {
     return isAnySigned(text.size(),
-                       [text](std::size_t i) { return signOfSame(text[i] & 0xFFFFF800U, 0xD800); });
+                       [text](std::size_t i) { return allOnesIfSame(text[i] & 0xFFFFF800U, 0xD800); });
 }
 
 /// The bits of all elements of a text together: 0 for an empty one.
@@ -111,51 +110,6 @@ template <class Unit>
         ++length;
     }
     return length;
-}
-
-/// Long texts are taken in strides: told by their bits, and copied as they are where nothing is to be done.
-inline constexpr std::size_t STRIDE = 16;
-
-/// The bits of all elements of a stride together, each at its own place in a machine word.
-template <class Unit>
-[[nodiscard]] std::uint64_t bitsOfStride(Unit const* stride) {
-    std::array<std::uint64_t, STRIDE * sizeof(Unit) / sizeof(std::uint64_t)> words;
-    std::memcpy(words.data(), stride, sizeof words);
-    std::uint64_t bits = 0;
-    for (std::uint64_t const word : words) {
-        bits |= word;
-    }
-    return bits;
-}
-
-/// Whether each element of a stride has one unit in its own form and in that of `Out`. The bits of all
-/// together nearly always tell; where one of them might be a surrogate or lie above U+FFFF, each is looked
-/// at.
-template <class Out, class In>
-[[nodiscard]] bool isPlainStride(In const* stride) {
-    constexpr std::uint64_t one = sizeof(In) == 1   ? 0x0101010101010101
-                                  : sizeof(In) == 2 ? 0x0001000100010001
-                                                    : 0x0000000100000001;
-    std::uint64_t const bits = bitsOfStride(stride);
-    if constexpr (sizeof(In) == 1) {
-        return (bits & one * 0x80) == 0;
-    } else {
-        constexpr std::uint64_t all = sizeof(In) == 2 ? 0xFFFF : 0xFFFFFFFF;
-        if constexpr (sizeof(Out) == 1) {
-            return (bits & one * (all - 0x7F)) == 0;
-        } else {
-            return (bits & one * (all - 0x7FFF)) == 0 ||
-                   std::none_of(stride, stride + STRIDE,
-                                [](char32_t c) { return c > 0xFFFF || isSurrogate(c); });
-        }
-    }
-}
-
-template <class In, class Out>
-void copyStride(In const* from, Out* to) {
-    for (std::size_t i = 0; i != STRIDE; ++i) {
-        to[i] = static_cast<Out>(from[i]);
-    }
 }
 
 } // namespace foundation::network::text

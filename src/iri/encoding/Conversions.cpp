@@ -141,18 +141,23 @@ std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
 // The text with its escapes decoded, which takes at most `room`, where all of them are UTF-8.
 template <class String>
 std::optional<String> decodedAll(std::u32string_view text, std::size_t room) {
+    using Char = typename String::value_type;
+    constexpr std::size_t blockLength = 16;                             // copied where nothing is to be done
+    constexpr char32_t oneUnitBits = sizeof(Char) == 1 ? 0x7F : 0x7FFF; // of elements that take one unit
     String result(room, 0);
     auto* out = result.data();
     for (std::size_t at = 0; at != text.size();) {
-        std::u32string_view const stride = text.substr(at, text::STRIDE);
-        if (stride.size() == text::STRIDE && !text::contains(stride, U'%') &&
-            text::isPlainStride<typename String::value_type>(&text[at])) {
-            text::copyStride(&text[at], out);
-            at += text::STRIDE;
-            out += text::STRIDE;
+        std::u32string_view const block = text.substr(at, blockLength);
+        if (block.size() == blockLength && !text::contains(block, U'%') &&
+            text::bitsOfAll(block) <= oneUnitBits) {
+            for (std::size_t i = 0; i != blockLength; ++i) {
+                out[i] = static_cast<Char>(block[i]);
+            }
+            at += blockLength;
+            out += blockLength;
             continue;
         }
-        for (std::size_t const stop = at + stride.size(); at < stop;) {
+        for (std::size_t const stop = at + block.size(); at < stop;) {
             if (text[at] != U'%' && text[at] < 0xD800) {
                 out = text::put(text[at++], out);
                 continue;

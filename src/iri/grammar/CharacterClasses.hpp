@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/AsciiRuns.hpp"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -71,25 +73,17 @@ inline constexpr std::array<ClassMask, 128> asciiClasses = makeAsciiClasses();
 /// Whether `c`, which is not ASCII, is in one of the classes of `mask`. False for values above U+10FFFF.
 bool isBeyondAscii(char32_t c, ClassMask mask) noexcept;
 
-/// For each ASCII character, 1 where it is in one of the classes of `mask` and 0 where not.
+/// The ASCII characters in the classes of `mask`.
 template <ClassMask mask>
-inline constexpr std::array<std::uint8_t, 128> isAscii = [] {
-    std::array<std::uint8_t, 128> are{};
-    for (std::size_t c = 0; c != are.size(); ++c) {
-        are[c] = (asciiClasses[c] & mask) != 0 ? 1 : 0;
+inline constexpr text::AsciiTable asciiTable = [] {
+    text::AsciiTable table{};
+    for (std::size_t c = 0; c != table.size(); ++c) {
+        table[c] = (asciiClasses[c] & mask) != 0 ? 1 : 0;
     }
-    return are;
+    return table;
 }();
 
 } // namespace detail
-
-/// Whether four characters are all ASCII and in one of the classes of `mask`. Most of the time of a match
-/// goes into runs of such; one test for four takes half as long as one for each.
-template <ClassMask mask>
-[[nodiscard]] inline bool areFourAscii(char32_t a, char32_t b, char32_t c, char32_t d) noexcept {
-    constexpr auto const& are = detail::isAscii<mask>;
-    return (a | b | c | d) < are.size() && (are[a] & are[b] & are[c] & are[d]) != 0;
-}
 
 /// Whether `c` is in one of the classes of `mask`. Any value may be asked for; those above U+10FFFF, the
 /// surrogates and the noncharacters are in no class. Constant time for `ucschar` and ASCII.

@@ -25,14 +25,12 @@ template <ClassMask mask, Escapes escapes = Escapes::none>
         return false;
     };
     for (;;) {
-        while (last - at >= 4 && areFourAscii<mask>(at[0], at[1], at[2], at[3])) {
-            at += 4;
-        }
-        for (int i = 0; i != 4; ++i) { // what is not ASCII mostly comes in rows, too
+        at = text::skipAscii<detail::asciiTable<mask>>(at, last);
+        do { // what is not ASCII mostly comes in rows
             if (at == last || !step()) {
                 return at;
             }
-        }
+        } while (at != last && *at > 0x7F);
     }
 }
 
