@@ -4,8 +4,8 @@
 
 namespace foundation::network::platform {
 
-/// The system calls themselves, so that a test can play each failure. Each gives -1 and sets `errno` where
-/// the call fails.
+/// The system calls that `LinuxSystem` makes. A test overrides them to make each one fail. Each returns -1
+/// and sets `errno` if it fails.
 class LinuxCalls {
 public:
     LinuxCalls() = default;
@@ -13,10 +13,11 @@ public:
     LinuxCalls& operator=(LinuxCalls const&) = delete;
     virtual ~LinuxCalls() = default;
 
-    /// A socket that talks to the kernel's routing tables, and to nobody else.
+    /// Opens an rtnetlink socket that is connected to the kernel, so that nobody else's messages are
+    /// received.
     virtual int openRouteSocket() const;
     virtual std::ptrdiff_t send(int socket, void const* data, std::size_t size) const;
-    /// The size of the datagram that comes next, which stays.
+    /// The size of the next datagram, which is not removed from the socket.
     virtual std::ptrdiff_t nextSize(int socket) const;
     virtual std::ptrdiff_t receive(int socket, void* data, std::size_t size) const;
     virtual void close(int socket) const;

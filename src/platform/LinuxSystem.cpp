@@ -1,7 +1,7 @@
 #include "platform/LinuxSystem.hpp"
 
 #include "base/NeverDestroyed.hpp"
-#include "platform/RouteDump.hpp"
+#include "platform/RouteSocket.hpp"
 #include "platform/TextConverters.hpp"
 
 #include <linux/rtnetlink.h>
@@ -17,7 +17,8 @@ namespace foundation::network::platform {
 
 namespace {
 
-// The kernel keeps bytes; administrators write UTF-8 into them. What is none becomes U+FFFD.
+// Reads names as UTF-8, which is what administrators write; the kernel does not check it. Ill-formed bytes
+// become U+FFFD.
 std::wstring wideText(std::string_view bytes) {
     std::wstring wide;
     wide.reserve(bytes.size());
@@ -49,7 +50,7 @@ Adapter adapterOf(ifinfomsg const& head, Bytes attributes) {
         } else if (type == IFLA_IFALIAS) {
             adapter.description = wideText(value);
         } else if (type == IFLA_MTU) {
-            peel(value, adapter.mtu);
+            readRecord(value, adapter.mtu);
         } else if (type == IFLA_ADDRESS) {
             auto const* const bytes = reinterpret_cast<unsigned char const*>(value.data());
             adapter.physicalAddress.assign(bytes, bytes + value.size());
@@ -62,7 +63,7 @@ Adapter adapterOf(ifinfomsg const& head, Bytes attributes) {
 }
 
 UnicastAddress addressOf(ifaddrmsg const& head, Bytes attributes) {
-    // On a link between two points IFA_ADDRESS is the other end, and IFA_LOCAL is this one.
+    // On a point-to-point link IFA_ADDRESS is the address of the other end, and IFA_LOCAL that of this one.
     Bytes local;
     forEachAttribute(attributes, [&local](unsigned int type, Bytes value) {
         if (type == IFA_LOCAL || (type == IFA_ADDRESS && local.empty())) {
@@ -85,7 +86,7 @@ UnicastAddress addressOf(ifaddrmsg const& head, Bytes attributes) {
 } // namespace
 
 int LinuxSystem::readComputerName(std::size_t capacity, std::u16string& name) const {
-    std::string bytes(capacity, 'x'); // no zero in it: a name cut short has no end
+    std::string bytes(capacity, 'x'); // no zero: `gethostname` need not end a name that it cuts short
     if (calls.hostName(bytes.data(), bytes.size()) != 0) {
         return errno;
     }
@@ -99,12 +100,12 @@ int LinuxSystem::readComputerName(std::size_t capacity, std::u16string& name) co
 }
 
 AdapterReading LinuxSystem::readAdapters() const {
-    RouteDump dump(calls);
+    RouteSocket socket(calls);
     AdapterReading reading;
-    std::map<unsigned int, Adapter> adapters; // a link that is told twice is one, as it was told last
-    auto outcome = dump.ask(RTM_GETLINK, RTM_NEWLINK, [&adapters](Bytes link) {
+    std::map<unsigned int, Adapter> adapters; // by index; of two messages about a link the last one counts
+    auto outcome = socket.dump(RTM_GETLINK, RTM_NEWLINK, [&adapters](Bytes link) {
         ifinfomsg head{};
-        if (!peel(link, head)) {
+        if (!readRecord(link, head)) {
             return false;
         }
         adapters.insert_or_assign(static_cast<unsigned int>(head.ifi_index),
@@ -112,22 +113,22 @@ AdapterReading LinuxSystem::readAdapters() const {
         return true;
     });
     if (outcome.complete()) {
-        bool homeless = false;
-        outcome = dump.ask(RTM_GETADDR, RTM_NEWADDR, [&](Bytes entry) {
+        bool linkIsUnknown = false;
+        outcome = socket.dump(RTM_GETADDR, RTM_NEWADDR, [&](Bytes entry) {
             ifaddrmsg head{};
-            if (!peel(entry, head)) {
+            if (!readRecord(entry, head)) {
                 return false;
             }
             auto const owner = adapters.find(head.ifa_index);
             if (owner == adapters.end()) {
-                homeless = true;
+                linkIsUnknown = true;
             } else {
                 owner->second.addresses.push_back(addressOf(head, entry.subspan(sizeof(head))));
             }
             return true;
         });
-        // An address of an adapter that wasn't there a moment ago: the list has grown between the two reads.
-        outcome.changed = outcome.changed || homeless;
+        // An address of an unknown link means that the link was added between the two dumps.
+        outcome.changed = outcome.changed || linkIsUnknown;
     }
     for (auto& [index, adapter] : adapters) {
         reading.adapters.push_back(std::move(adapter));

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Linux behind the seam: the adapters by rtnetlink, the name by `gethostname`.
+/// `OperatingSystem` for Linux: reads the adapters by rtnetlink and the name by `gethostname`.
 
 #include "platform/LinuxCalls.hpp"
 #include "platform/OperatingSystem.hpp"
@@ -15,9 +15,8 @@ public:
 
     int readComputerName(std::size_t capacity, std::u16string& name) const override;
 
-    /// Friendly name: the interface's name. Description: the alias that the administrator gave it, else the
-    /// name. Up: `IFF_UP` and `IFF_RUNNING`. Point to point: `IFF_POINTOPOINT`. MTU: `IFLA_MTU`. In the order
-    /// of the index.
+    /// The friendly name is `IFLA_IFNAME`; the description is `IFLA_IFALIAS`, or the name if there is none.
+    /// An adapter is up if `IFF_UP` and `IFF_RUNNING` are set. Adapters are in the order of their index.
     AdapterReading readAdapters() const override;
 
 private:

@@ -5,16 +5,16 @@
 namespace foundation::network::platform {
 
 namespace {
-std::atomic<OperatingSystem const*> inPlace{nullptr};
+std::atomic<OperatingSystem const*> replacementSystem{nullptr};
 }
 
 OperatingSystem const& operatingSystem() {
-    OperatingSystem const* const replacement = inPlace.load(std::memory_order_acquire);
+    OperatingSystem const* const replacement = replacementSystem.load(std::memory_order_acquire);
     return replacement != nullptr ? *replacement : nativeOperatingSystem();
 }
 
 void replaceOperatingSystem(OperatingSystem const* replacement) noexcept {
-    inPlace.store(replacement, std::memory_order_release);
+    replacementSystem.store(replacement, std::memory_order_release);
 }
 
 } // namespace foundation::network::platform

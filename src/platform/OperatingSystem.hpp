@@ -1,9 +1,9 @@
 #pragma once
 
-/// The seam to the operating system: all that the library asks of it beside its resolver.
+/// The seam to the operating system: what the library asks of it, except for name lookups.
 ///
-/// Another system is one more source that derives from `OperatingSystem`; a test puts a played one in place
-/// with `replaceOperatingSystem`. Nothing outside this folder includes a system header.
+/// A port to another system derives from `OperatingSystem`. A test puts a system of its own in place with
+/// `replaceOperatingSystem`. No source outside this folder includes a system header itself.
 
 #include <array>
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace foundation::network::platform {
 
-/// One unicast address of an adapter, as the system has it.
+/// One unicast address of an adapter, as the system reports it.
 struct UnicastAddress {
     enum class Family { Ipv4, Ipv6, Other };
 
@@ -21,10 +21,10 @@ struct UnicastAddress {
     unsigned short prefixLength = 0;       ///< on the link, in bits
 };
 
-/// One adapter, as the system has it.
+/// One adapter, as the system reports it.
 struct Adapter {
-    unsigned int index = 0;     ///< 0: none, `ipv6Index` counts
-    unsigned int ipv6Index = 0; ///< only for systems that number the two families apart
+    unsigned int index = 0;     ///< 0 if there is none; then `ipv6Index` is used
+    unsigned int ipv6Index = 0; ///< set by systems that number the adapters of each family apart
     std::wstring friendlyName;
     std::wstring description;
     std::vector<unsigned char> physicalAddress;
@@ -32,15 +32,15 @@ struct Adapter {
     bool up = false;
     bool multicast = false;
     std::vector<UnicastAddress> addresses; ///< in the system's order
-    unsigned int mtu = 0;                  ///< in bytes; 0 where the system tells none
+    unsigned int mtu = 0;                  ///< in bytes; 0 if the system reports none
     bool pointToPoint = false;
 };
 
-/// What one reading of the adapters came to: the adapters in a stable order if neither of the first two is
-/// set.
+/// The result of one reading of the adapters. If there was no error and no change, it is the adapters, in a
+/// stable order.
 struct AdapterReading {
-    int error = 0;        ///< the system's number for what went wrong
-    bool changed = false; ///< the list changed while it was read, and has to be read again
+    int error = 0;        ///< the system's error number, 0 if there was no error
+    bool changed = false; ///< the adapters changed while they were read, and must be read again
     std::vector<Adapter> adapters;
 };
 
@@ -51,23 +51,23 @@ public:
     OperatingSystem& operator=(OperatingSystem const&) = delete;
     virtual ~OperatingSystem() = default;
 
-    /// Reads the computer's own name into `name` and gives 0, or gives the system's error number, as for a
-    /// name that doesn't fit into `capacity` units together with its end.
+    /// Reads the computer's own name into `name` and returns 0, or returns the system's error number. A name
+    /// that does not fit into `capacity` units together with its terminating zero is an error.
     virtual int readComputerName(std::size_t capacity, std::u16string& name) const = 0;
 
     /// Reads the adapters once.
     virtual AdapterReading readAdapters() const = 0;
 };
 
-/// The system that this machine runs. Each system's source defines it.
+/// The system of this machine. The source of each system defines it.
 OperatingSystem const& nativeOperatingSystem();
 
-/// The system in use: the native one, if it wasn't replaced. Any number of threads may ask and use it at
-/// once.
+/// The system in use: the native one, unless a test has replaced it. Any number of threads may call this and
+/// use the result at once.
 OperatingSystem const& operatingSystem();
 
-/// Puts another system in place, or the native one for a null pointer. The caller keeps it alive until it is
-/// replaced and no call uses it any more.
+/// Puts another system in place, or the native one again for a null pointer. The caller must keep it alive
+/// until it is replaced and no call uses it any more.
 void replaceOperatingSystem(OperatingSystem const* replacement) noexcept;
 
 } // namespace foundation::network::platform

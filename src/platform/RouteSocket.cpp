@@ -1,4 +1,4 @@
-#include "platform/RouteDump.hpp"
+#include "platform/RouteSocket.hpp"
 
 #include <linux/netlink.h>
 #include <linux/rtnetlink.h>
@@ -11,21 +11,22 @@ namespace foundation::network::platform {
 
 namespace {
 
-// The kernel fills datagrams up to this size for a reader that has room for them.
-constexpr std::size_t kernelDatagram = 32768;
+// The kernel makes datagrams of up to this size if the reader's buffer is as large.
+constexpr std::size_t datagramSize = 32768;
 
-// Messages and attributes begin at multiples of four bytes.
 static_assert(NLMSG_ALIGNTO == 4 && RTA_ALIGNTO == 4);
 
-Bytes behind(Bytes bytes, std::size_t length) {
+// What follows a message or an attribute of this length: the next one begins at a multiple of four bytes.
+Bytes skipAligned(Bytes bytes, std::size_t length) {
     return bytes.subspan(std::min((length + 3) / 4 * 4, bytes.size()));
 }
 
 struct Request {
     nlmsghdr header{};
-    ifinfomsg body{}; // as long as an ifaddrmsg or longer; zero asks for every family
+    ifinfomsg body{}; // no shorter than an ifaddrmsg; all zero requests every family
     rtattr attribute{};
-    std::uint32_t filter = RTEXT_FILTER_SKIP_STATS; // counters are half of an answer and nobody reads them
+    // Nobody reads the counters, which would make up half of an answer.
+    std::uint32_t filter = RTEXT_FILTER_SKIP_STATS;
 };
 static_assert(sizeof(Request) == NLMSG_LENGTH(sizeof(ifinfomsg)) + RTA_LENGTH(sizeof(std::uint32_t)));
 
@@ -33,38 +34,39 @@ static_assert(sizeof(Request) == NLMSG_LENGTH(sizeof(ifinfomsg)) + RTA_LENGTH(si
 
 void forEachAttribute(Bytes attributes, std::function<void(unsigned int, Bytes)> const& visit) {
     rtattr head{};
-    while (peel(attributes, head) && head.rta_len >= sizeof(head) && head.rta_len <= attributes.size()) {
+    while (readRecord(attributes, head) && head.rta_len >= sizeof(head) &&
+           head.rta_len <= attributes.size()) {
         visit(head.rta_type & static_cast<unsigned int>(NLA_TYPE_MASK),
               attributes.subspan(sizeof(head), head.rta_len - sizeof(head)));
-        attributes = behind(attributes, head.rta_len);
+        attributes = skipAligned(attributes, head.rta_len);
     }
 }
 
-RouteDump::RouteDump(LinuxCalls const& systemCalls)
+RouteSocket::RouteSocket(LinuxCalls const& systemCalls)
     : calls(systemCalls),
-      buffer(kernelDatagram),
+      buffer(datagramSize),
       socket(systemCalls.openRouteSocket()),
       openError(socket < 0 ? errno : 0) {}
 
-RouteDump::~RouteDump() {
+RouteSocket::~RouteSocket() {
     if (socket >= 0) {
         calls.close(socket);
     }
 }
 
-RouteDump::Outcome RouteDump::ask(std::uint16_t table, std::uint16_t answer,
-                                  std::function<bool(Bytes)> const& visit) {
+RouteSocket::Outcome RouteSocket::dump(std::uint16_t type, std::uint16_t answer,
+                                       std::function<bool(Bytes)> const& visit) {
     if (openError != 0) {
         return {openError, false};
     }
     Request request;
-    request.header.nlmsg_type = table;
+    request.header.nlmsg_type = type;
     request.header.nlmsg_flags = NLM_F_REQUEST | NLM_F_DUMP;
     request.header.nlmsg_seq = ++sequence;
     request.attribute.rta_type = IFLA_EXT_MASK;
     request.attribute.rta_len = RTA_LENGTH(sizeof(request.filter));
-    // Only the table of links knows the filter; the other's request ends before it.
-    std::size_t const size = table == RTM_GETLINK ? sizeof(request) : NLMSG_LENGTH(sizeof(ifaddrmsg));
+    // Only RTM_GETLINK takes the filter, so the other request ends before it.
+    std::size_t const size = type == RTM_GETLINK ? sizeof(request) : NLMSG_LENGTH(sizeof(ifaddrmsg));
     request.header.nlmsg_len = static_cast<std::uint32_t>(size);
 
     std::ptrdiff_t sent = 0;
@@ -80,8 +82,8 @@ RouteDump::Outcome RouteDump::ask(std::uint16_t table, std::uint16_t answer,
     return outcome;
 }
 
-// The next datagram as a whole. Its size is asked for first: a message cut short can't be read again.
-std::ptrdiff_t RouteDump::receive() {
+// Receives the next datagram. Its size is asked for first, since what does not fit into the buffer is lost.
+std::ptrdiff_t RouteSocket::receive() {
     std::ptrdiff_t size = 0;
     do {
         size = calls.nextSize(socket);
@@ -93,8 +95,8 @@ std::ptrdiff_t RouteDump::receive() {
     return size;
 }
 
-RouteDump::Step RouteDump::readDatagram(std::uint16_t answer, std::function<bool(Bytes)> const& visit,
-                                        Outcome& outcome) {
+RouteSocket::Step RouteSocket::readDatagram(std::uint16_t answer, std::function<bool(Bytes)> const& visit,
+                                            Outcome& outcome) {
     std::ptrdiff_t const size = receive();
     if (size <= 0) {
         outcome.error = size < 0 ? errno : ECONNRESET;
@@ -102,13 +104,13 @@ RouteDump::Step RouteDump::readDatagram(std::uint16_t answer, std::function<bool
     }
     Bytes messages = Bytes(buffer).first(static_cast<std::size_t>(size));
     nlmsghdr header{};
-    while (peel(messages, header)) {
+    while (readRecord(messages, header)) {
         if (header.nlmsg_len < sizeof(header) || header.nlmsg_len > messages.size()) {
             outcome.error = EBADMSG;
             return Step::Done;
         }
         Bytes const payload = messages.subspan(sizeof(header), header.nlmsg_len - sizeof(header));
-        messages = behind(messages, header.nlmsg_len);
+        messages = skipAligned(messages, header.nlmsg_len);
         if (header.nlmsg_seq != sequence) {
             continue;
         }
@@ -117,9 +119,9 @@ RouteDump::Step RouteDump::readDatagram(std::uint16_t answer, std::function<bool
             return Step::Done;
         }
         if (header.nlmsg_type == NLMSG_DONE || header.nlmsg_type == NLMSG_ERROR) {
-            // Both carry a negative error number or zero; the end may carry none.
+            // Both carry a negative error number or zero; NLMSG_DONE may carry none.
             int status = 0;
-            bool const carriesOne = peel(payload, status) || header.nlmsg_type == NLMSG_DONE;
+            bool const carriesOne = readRecord(payload, status) || header.nlmsg_type == NLMSG_DONE;
             bool const makesSense = carriesOne && status <= 0 && status > std::numeric_limits<int>::min();
             outcome.error = makesSense ? -status : EBADMSG;
             return Step::Done;
