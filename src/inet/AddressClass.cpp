@@ -14,8 +14,8 @@ namespace {
 namespace ip = boost::asio::ip;
 using inet::Bits;
 
-/// A block of addresses. Tables have the longest prefixes first, so the first that holds an address is the
-/// smallest; the last holds all.
+/// A block of addresses. In a table the longest prefixes come first, so the first block that holds an address
+/// is the smallest one. The last block holds every address.
 struct Block {
     Bits first;
     unsigned int length;
@@ -40,7 +40,8 @@ using enum AddressClass;
 constexpr bool yes = true, no = false;
 constexpr bool unsaid = false; // "N/A"
 
-// IANA's special-purpose address registries as they were on 2026-11-23: a row a block, with its RFC and name.
+// IANA's special-purpose address registries of 2026-11-23, with the RFC and the name of each block. The last
+// row of each table stands for all other addresses.
 // clang-format off
 constexpr auto ipv4Blocks = std::to_array<Block>({
     {ipv4(0, 0, 0, 0), 32, Unspecified, no},                // RFC 1122: This host on this network
@@ -112,15 +113,15 @@ static_assert(ipv4Blocks.size() + ipv6Blocks.size() == 53 + 2);
 static_assert(isInOrder(ipv4Blocks) && isInOrder(ipv6Blocks));
 
 template <std::size_t Size>
-Block const& holding(std::array<Block, Size> const& blocks, Bits const& address) {
+Block const& blockHolding(std::array<Block, Size> const& blocks, Bits const& address) {
     return *std::find_if(blocks.begin(), blocks.end(),
                          [&address](Block const& block) { return block.holds(address); });
 }
 
 Block const& blockOf(InetAddress const& address) {
     ip::address const& value = InetAddressImpl::of(address);
-    return value.is_v4() ? holding(ipv4Blocks, inet::bitsOf(value))
-                         : holding(ipv6Blocks, inet::bitsOf(value));
+    return value.is_v4() ? blockHolding(ipv4Blocks, inet::bitsOf(value))
+                         : blockHolding(ipv6Blocks, inet::bitsOf(value));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Addresses of both versions as bits from the left, so that prefixes are the same work for both.
+/// Addresses of both versions as bits from the left, so that the same code works on prefixes of both.
 
 #include <boost/asio/ip/address.hpp>
 
@@ -10,7 +10,7 @@
 
 namespace foundation::network::inet {
 
-/// 128 bits in network order, the first of them the highest of `high`. An IPv4 address is the first 32, and
+/// 128 bits in network order; the first is the highest bit of `high`. An IPv4 address takes the first 32, and
 /// zeros follow.
 struct Bits {
     std::uint64_t high = 0;
@@ -49,7 +49,7 @@ inline Bits bitsOf(boost::asio::ip::address const& address) {
                            : bitsOf(address.to_v6().to_bytes());
 }
 
-/// The first `length` bits set, up to 128.
+/// A mask of the first `length` bits, 128 at most.
 constexpr Bits maskOf(unsigned int length) {
     auto const ones = [](unsigned int count) { return count == 0 ? 0 : ~std::uint64_t{0} << (64 - count); };
     return {ones(length < 64 ? length : 64), ones(length < 64 ? 0 : length - 64)};
@@ -61,16 +61,16 @@ constexpr unsigned int widthOf(bool ipv4) {
     return ipv4 ? 32 : 128;
 }
 
-/// Mixes a word into a hash, all bits of both into all bits of the result.
+/// Mixes a word into a hash. Every bit of both affects every bit of the result.
 constexpr std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) {
-    std::uint64_t z = (hash ^ word) + 0x9E3779B97F4A7C15; // the steps of splitmix64
+    std::uint64_t z = (hash ^ word) + 0x9E3779B97F4A7C15; // the steps of SplitMix64
     z = (z ^ (z >> 30U)) * 0xBF58476D1CE4E5B9;
     z = (z ^ (z >> 27U)) * 0x94D049BB133111EB;
     return z ^ (z >> 31U);
 }
 
 constexpr std::uint64_t hashOf(Bits const& bits) {
-    return mixed(mixed(0, bits.high), bits.low); // a word goes in when the one before is mixed
+    return mixed(mixed(0, bits.high), bits.low); // one after the other, so that their order counts
 }
 
 } // namespace foundation::network::inet

@@ -41,7 +41,8 @@ ip::address addressFrom(std::vector<unsigned char> const& bytes) {
     }
 }
 
-// A byte in decimal and a dot behind it, in room of one size, so that it is written without a branch.
+// A byte in decimal with a dot behind it. All have the same size in memory, so each is copied without a
+// branch.
 struct Octet {
     std::array<char, 4> text;
     std::size_t length;
@@ -60,7 +61,7 @@ constexpr std::array<Octet, 256> octets = [] {
     return all;
 }();
 
-// Writes the four numbers and a dot behind each; room for 16 is needed.
+// Writes four numbers and a dot behind each, into 16 characters of room, and returns where they end.
 char* writeOctets(char* at, unsigned char const* bytes) {
     for (std::size_t i = 0; i != 4; ++i) {
         Octet const& octet = octets[bytes[i]];
@@ -70,7 +71,7 @@ char* writeOctets(char* at, unsigned char const* bytes) {
     return at;
 }
 
-// A byte as two hexadecimal digits, as they lie in memory.
+// The two hexadecimal digits of each byte, in the order in which they are stored.
 constexpr std::array<std::uint16_t, 256> hexadecimal = [] {
     constexpr std::string_view digits = "0123456789abcdef";
     std::array<std::uint16_t, 256> all{};
@@ -80,8 +81,8 @@ constexpr std::array<std::uint16_t, 256> hexadecimal = [] {
     return all;
 }();
 
-// Writes a group without its leading zeros, without a branch; room for four is needed. The four digits are
-// made in one word, from which the leading ones are shifted out.
+// Writes a group without its leading zeros, into four characters of room, and returns where it ends. There is
+// no branch: the four digits are put together in one word, and leading zeros are shifted out of it.
 char* writeGroup(char* at, unsigned int high, unsigned int low) {
     constexpr bool little = std::endian::native == std::endian::little;
     std::uint32_t word = little ? hexadecimal[high] | std::uint32_t{hexadecimal[low]} << 16U
@@ -93,16 +94,17 @@ char* writeGroup(char* at, unsigned int high, unsigned int low) {
     return at + 4 - leading;
 }
 
-// Where "::" stands: the longest run of two or more zero groups, the first of equally long ones. By the set
-// of groups that are zero, the first of them the lowest bit.
-struct Gap {
+// The groups that "::" stands for: the longest run of two or more zero groups, and the first of equally long
+// ones (RFC 5952, section 4.2); [8, 8) if there is none. The index is the set of zero groups, with the lowest
+// bit for the first group.
+struct ZeroRun {
     unsigned char begin;
     unsigned char end;
 };
-constexpr std::array<Gap, 256> gaps = [] {
-    std::array<Gap, 256> all{};
+constexpr std::array<ZeroRun, 256> longestZeroRuns = [] {
+    std::array<ZeroRun, 256> all{};
     for (unsigned int zeros = 0; zeros != all.size(); ++zeros) {
-        Gap& longest = all[zeros] = {8, 8};
+        ZeroRun& longest = all[zeros] = {8, 8};
         for (unsigned int begin = 0; begin != 8; ++begin) {
             unsigned int end = begin;
             while (end != 8 && (zeros >> end & 1U) != 0) {
@@ -116,16 +118,16 @@ constexpr std::array<Gap, 256> gaps = [] {
     return all;
 }();
 
-// RFC 5952, sections 4 and 5, in the system's form: an IPv4-mapped address and one with 96 zero bits in front
-// (RFC 4291, section 2.5.5) end in IPv4's form, but for :: and those with a zero in the group before the
-// last.
+// The text of RFC 5952, sections 4 and 5. As `inet_ntop` does it, the last 32 bits are written as an IPv4
+// address if "::" stands for the 96 bits in front of them, or for 80 and ::ffff makes the address IPv4-mapped
+// (RFC 4291, section 2.5.5).
 std::string textOf(ip::address_v6::bytes_type const& bytes) {
     unsigned int zeros = 0;
     for (std::size_t i = 0; i != 8; ++i) {
         zeros |= static_cast<unsigned int>((bytes[2 * i] | bytes[2 * i + 1]) == 0) << i;
     }
-    Gap const gap = gaps[zeros];
-    std::array<char, 48> text; // "ffff:" eight times, and as much as is written beyond it
+    ZeroRun const zeroRun = longestZeroRuns[zeros];
+    std::array<char, 48> text; // "ffff:" eight times, and what is written behind it and overwritten
     char* at = text.data();
     std::size_t group = 0;
     auto const writeUpTo = [&](std::size_t end) {
@@ -134,24 +136,24 @@ std::string textOf(ip::address_v6::bytes_type const& bytes) {
             *at++ = ':';
         }
     };
-    writeUpTo(gap.begin);
-    if (gap.begin == 8) {
+    writeUpTo(zeroRun.begin);
+    if (zeroRun.begin == 8) {
         return {text.data(), at - 1};
     }
-    *at = ':'; // in front of it stands the one behind a group, or none
-    at += gap.begin == 0 ? 1 : 0;
+    *at = ':'; // if a group stands in front, its ":" is the first of the two
+    at += zeroRun.begin == 0 ? 1 : 0;
     *at++ = ':';
-    group = gap.end;
-    bool const mapped = gap.begin == 0 && gap.end == 5 && bytes[10] == 0xFF && bytes[11] == 0xFF;
-    if (mapped || (gap.begin == 0 && gap.end == 6)) {
+    group = zeroRun.end;
+    bool const mapped = zeroRun.begin == 0 && zeroRun.end == 5 && bytes[10] == 0xFF && bytes[11] == 0xFF;
+    if (mapped || (zeroRun.begin == 0 && zeroRun.end == 6)) {
         writeUpTo(6);
         return {text.data(), writeOctets(at, bytes.data() + 12) - 1};
     }
     writeUpTo(8);
-    return {text.data(), gap.end == 8 ? at : at - 1};
+    return {text.data(), zeroRun.end == 8 ? at : at - 1};
 }
 
-// As Asio's `to_string`, which writes by `inet_ntop`, several times as slowly.
+// The same text as Asio's `to_string`, which calls `inet_ntop` and takes several times as long.
 std::string textOf(ip::address const& address) {
     if (address.is_v4()) {
         std::array<char, 16> text;
@@ -188,7 +190,7 @@ InetAddress::InetAddress(std::shared_ptr<InetAddressImpl> address, std::string n
 
 InetAddress::InetAddress(InetAddress const&) = default;
 InetAddress& InetAddress::operator=(InetAddress const& other) {
-    InetAddress copy(other); // the name may need memory; then nothing has changed
+    InetAddress copy(other); // copying the name may throw; then nothing has changed
     return *this = std::move(copy);
 }
 InetAddress::InetAddress(InetAddress&& other) noexcept
@@ -226,7 +228,7 @@ std::vector<unsigned char> InetAddress::bytes() const {
                                  : vectorOf(impl->address.to_v6().to_bytes());
 }
 
-// Asio compares as it is meant here: version, bytes, scope.
+// Asio compares version, bytes and scope.
 bool operator==(InetAddress const& left, InetAddress const& right) noexcept {
     return InetAddressImpl::of(left) == InetAddressImpl::of(right);
 }
@@ -245,7 +247,7 @@ std::optional<InetAddress> tryParseAddress(std::string_view text) {
     if (!address) {
         return std::nullopt;
     }
-    // Made in place where that goes by bytes alone.
+    // Without a scope the bytes are all, and the value is made in place.
     if (address->is_v4()) {
         return std::optional<InetAddress>(std::in_place, address->to_v4().to_bytes());
     }

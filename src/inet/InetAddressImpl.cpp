@@ -45,12 +45,12 @@ std::optional<ip::address_v4> strictIpv4(std::string_view text) {
 
 namespace {
 
-// Up to eight groups of up to four hexadecimal digits, one "::" at most (RFC 4291 section 2.2, forms 1 and
-// 2).
+// Reads eight groups of up to four hexadecimal digits, or fewer and one "::" (RFC 4291, section 2.2, forms 1
+// and 2).
 std::optional<ip::address_v6> plainIpv6(std::string_view text) {
     ip::address_v6::bytes_type bytes{};
     std::size_t filled = 0;
-    std::optional<std::size_t> gap; // where the zeros of "::" go
+    std::optional<std::size_t> gap; // the byte where the zeros of "::" begin
     char const* at = text.data();
     char const* const end = at + text.size();
     if (text.starts_with("::")) {
@@ -59,7 +59,7 @@ std::optional<ip::address_v6> plainIpv6(std::string_view text) {
     }
     while (at != end) {
         char const* const begin = at;
-        unsigned int group = 0; // of more than four digits it is not looked at
+        unsigned int group = 0; // not used if there are more than four digits
         for (int value = 0; at != end && (value = text::hexValues[static_cast<unsigned char>(*at)]) >= 0;
              ++at) {
             group = group << 4U | static_cast<unsigned int>(value);
@@ -94,14 +94,15 @@ std::optional<ip::address_v6> plainIpv6(std::string_view text) {
     return ip::address_v6(bytes);
 }
 
-// What is neither of these two.
-std::optional<ip::address> otherForm(std::string_view text, boost::system::error_code& reason) {
+// Reads all other forms, which Boost leaves to the system: IPv6 with a scope id or an IPv4 address at its
+// end.
+std::optional<ip::address> readBySystem(std::string_view text, boost::system::error_code& reason) {
     ip::address address = ip::make_address(std::string(text), reason);
     if (reason || address.is_v4()) {
-        return std::nullopt; // IPv4 that some systems take beside the strict form, or an end in the text
+        return std::nullopt; // some systems read more forms of IPv4, or stop at a zero character
     }
     if (address.to_v6().scope_id() > UINT32_MAX) {
-        // A scope id has 32 bits; "%-1" is widened on the way through Boost.
+        // A scope id has 32 bits; Boost widens that of "%-1" to more.
         ip::address_v6 const v6 = address.to_v6();
         address = ip::address_v6(v6.to_bytes(), v6.scope_id() & UINT32_MAX);
     }
@@ -109,7 +110,7 @@ std::optional<ip::address> otherForm(std::string_view text, boost::system::error
 }
 
 ip::address parse(std::string const& text) {
-    // First, for speed: the common forms, which every system takes alike.
+    // The common forms first, which is quicker.
     if (auto const strict = strictIpv4(text)) {
         return *strict;
     }
@@ -117,7 +118,7 @@ ip::address parse(std::string const& text) {
         return *plain;
     }
     boost::system::error_code reason;
-    if (auto const other = otherForm(text, reason)) {
+    if (auto const other = readBySystem(text, reason)) {
         return *other;
     }
     throw makeInternalException(
@@ -136,12 +137,12 @@ std::optional<ip::address> InetAddressImpl::read(std::string_view text) {
         return *plain;
     }
     boost::system::error_code reason;
-    return otherForm(text, reason);
+    return readBySystem(text, reason);
 }
 
 std::uint64_t InetAddressImpl::hashOf(ip::address const& address) noexcept {
     inet::Bits const bits = inet::bitsOf(address);
-    // A version and a scope id of 32 bits make one word.
+    // The version and the scope id fit into one word.
     std::uint64_t const rest = address.is_v4() ? 0 : 1 + (std::uint64_t{address.to_v6().scope_id()} << 1U);
     return inet::mixed(inet::hashOf(bits), rest);
 }

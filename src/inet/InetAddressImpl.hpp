@@ -12,11 +12,11 @@
 
 namespace foundation::network {
 
-/// Four decimal numbers up to 255 without leading zeros, three dots, nothing else: `IPv4address` of RFC 3986,
-/// section 3.2.2. Nothing for any other text.
+/// Reads an `IPv4address` of RFC 3986, section 3.2.2: four decimal numbers up to 255 without leading zeros,
+/// and three dots. Returns nothing for any other text.
 std::optional<boost::asio::ip::address_v4> strictIpv4(std::string_view text);
 
-/// What copies of an `InetAddress` share. It doesn't change.
+/// What copies of an `InetAddress` share. It never changes.
 class InetAddressImpl {
 public:
     explicit InetAddressImpl(boost::asio::ip::address const& value) : address(value) {}
@@ -24,10 +24,10 @@ public:
     /// From numeric text; see `InetAddress(std::string const&)`.
     explicit InetAddressImpl(std::string const& text);
 
-    /// The address of numeric text, none of a text that is none.
+    /// The address that numeric text stands for; nothing if it is none.
     static std::optional<boost::asio::ip::address> read(std::string_view text);
 
-    /// A value under no name.
+    /// An address without a host name.
     static InetAddress valueOf(boost::asio::ip::address const& address) {
         return {std::make_shared<InetAddressImpl>(address), std::string()};
     }
@@ -35,7 +35,7 @@ public:
         return value.impl->address;
     }
 
-    /// Over version, bytes and scope.
+    /// A hash of version, bytes and scope.
     static std::uint64_t hashOf(boost::asio::ip::address const& address) noexcept;
 
     boost::asio::ip::address const address;

@@ -28,8 +28,9 @@ InetAddress addressOf(unsigned int version, Bits const& bits) {
                      : ip::address(ip::address_v6(inet::bytesOf(bits))));
 }
 
-// A number in decimal; all that no prefix has are the same one. None where it isn't written plainly.
-std::optional<unsigned int> plainNumber(std::string_view digits) {
+// Reads a prefix length in decimal without leading zeros. Numbers too large for any prefix all become
+// `tooLarge`, so that nothing overflows.
+std::optional<unsigned int> readPrefixLength(std::string_view digits) {
     constexpr unsigned int tooLarge = 999;
     if (digits.empty() || (digits.size() > 1 && digits.front() == '0')) {
         return std::nullopt;
@@ -46,8 +47,8 @@ std::optional<unsigned int> plainNumber(std::string_view digits) {
 
 } // namespace
 
-// What an address and a length come to. A length that is too large is told first: without one there are no
-// host bits to speak of.
+// The network that an address and a prefix length make, or why they make none. A length that is too large
+// comes before host bits that are set, since host bits are those behind the prefix.
 struct InetNetwork::Reading {
     enum class Outcome { Taken, Refused, TooLong };
 
@@ -71,24 +72,24 @@ struct InetNetwork::Reading {
         if (slash == std::string_view::npos) {
             return {};
         }
-        auto const length = plainNumber(text.substr(slash + 1));
+        auto const length = readPrefixLength(text.substr(slash + 1));
         auto const address = InetAddressImpl::read(text.substr(0, slash));
         if (!length || !address) {
             return {};
         }
         Reading reading = exact(*address, *length);
-        // A scope that counts as none, and an end before the slash.
+        // A scope id of 0, or a zero character, which reading the address did not refuse.
         if (reading.outcome == Outcome::Taken && text.find_first_of(std::string_view("%\0", 2)) < slash) {
             reading.outcome = Outcome::Refused;
         }
         return reading;
     }
 
-    // Itself, if it was taken; `text` says what was refused.
+    // Returns itself, or throws. `text` makes the text for the message.
     template <class Text>
     Reading const& checked(Text const& text) const {
         if (outcome == Outcome::TooLong) {
-            boost::throw_exception(std::out_of_range("prefix length too large")); // as Asio throws it
+            boost::throw_exception(std::out_of_range("prefix length too large")); // as Asio does
         }
         if (outcome == Outcome::Refused) {
             throw core::except::detail::makeInternalException(

@@ -8,10 +8,10 @@
 
 namespace foundation::network {
 
-/// What copies of an `InterfaceAddress` share. It doesn't change.
+/// What copies of an `InterfaceAddress` share. It never changes.
 class InterfaceAddressImpl {
 public:
-    /// Throws `std::out_of_range`, "prefix length too large".
+    /// Throws: `std::out_of_range` of Asio, "prefix length too large".
     InterfaceAddressImpl(boost::asio::ip::address const& value, unsigned short prefix);
 
     static InterfaceAddressImpl const& of(InterfaceAddress const& value) noexcept { return *value.impl; }

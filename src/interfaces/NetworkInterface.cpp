@@ -21,7 +21,7 @@ namespace {
 namespace ip = boost::asio::ip;
 using platform::UnicastAddress;
 
-// How often a list that changed while it was read is read again.
+// How often the adapters are read again if they change while they are read.
 constexpr int maximalRereads = 16;
 
 [[noreturn]] void fail(int error) {

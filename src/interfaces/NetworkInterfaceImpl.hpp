@@ -8,7 +8,7 @@
 
 namespace foundation::network {
 
-/// What copies of a `NetworkInterface` share. It doesn't change once it was built.
+/// What copies of a `NetworkInterface` share. It is filled once and never changes afterwards.
 class NetworkInterfaceImpl {
 public:
     std::string identifier;

@@ -17,7 +17,7 @@ namespace foundation::network {
 
 namespace {
 
-// The room for the computer's name in UTF-16 units, its end among them. There is no second try with more.
+// The room for the computer's name and its terminating zero, in UTF-16 units. A longer name is refused.
 constexpr std::size_t computerNameCapacity = 32;
 
 std::string getComputerHostName() {

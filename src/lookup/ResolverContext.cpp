@@ -16,8 +16,8 @@ namespace {
 namespace ip = boost::asio::ip;
 using Resolver = ip::tcp::resolver;
 
-/// A category of the resolver's as a standard one. Boost's own conversion makes objects that are destroyed at
-/// the end of the process, while an exception may still be kept.
+/// A standard error category for one of the resolver's. Boost's own conversion makes objects that are
+/// destroyed when the process ends, when an exception that refers to them may still be alive.
 class ResolverCategory : public std::error_category {
 public:
     explicit ResolverCategory(boost::system::error_category const& category) : original(category) {}
@@ -36,7 +36,7 @@ std::error_category const& standardCategory(boost::system::error_category const&
                                                                      : std::system_category();
 }
 
-// No message: the text is then the category's alone.
+// Without a message of our own, `what` is the category's text alone.
 [[noreturn]] void fail(boost::system::error_code const& error) {
     throw core::except::detail::makeInternalException(
         std::system_error(error.value(), standardCategory(error.category())));

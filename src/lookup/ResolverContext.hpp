@@ -11,9 +11,11 @@
 
 namespace foundation::network {
 
-/// The private resolver of one lookup; it lives as long as the call. Each operation throws the internal
-/// `std::system_error` with the value of the resolver's failure, and a category that has its name and
-/// messages and is never destroyed; the system's own failures have `std::system_category()`.
+/// The resolver of one lookup; it lives as long as the call.
+///
+/// Throws: each operation, the internal `std::system_error`, with the value of the resolver's error. Its
+/// category has the name and the messages of the resolver's and is never destroyed. Errors of the system have
+/// `std::system_category()`.
 class ResolverContext {
 public:
     using Results = boost::asio::ip::tcp::resolver::results_type;
@@ -24,13 +26,13 @@ public:
     /// The first of them.
     std::shared_ptr<InetAddressImpl> forwardLookupFirst(std::string const& name);
 
-    /// The name that `getnameinfo` has for an address: its numeric text where there is none.
+    /// The name that `getnameinfo` has for an address; the numeric text if it has none.
     std::string reverseLookup(boost::asio::ip::address const& address);
 
-    /// The canonical name of a host; `name` itself where the system has none.
+    /// The canonical name of a host; `name` itself if the system has none.
     std::string canonicalLookup(std::string const& name);
 
-    /// The same results. A success without an entry is a failure too: `host_not_found`.
+    /// Returns `results`, or throws `host_not_found` if they are empty.
     static Results usable(Results results);
 
 private:
