@@ -6,8 +6,8 @@
 
 namespace foundation::network::base {
 
-/// An object that lives until the process ends: a function-local static of this type is made once, as any
-/// other, and has no destructor to run. So objects with static lifetime may use the library in theirs.
+/// An object that is never destroyed, to be used as a function-local static. So the destructors of other
+/// static objects may use the library.
 template <class T>
 class NeverDestroyed {
 public:

@@ -1,6 +1,6 @@
-// Nothing here runs. The library is usually built without debug information, and a program sees the insides
-// of its values only by name; so this one source is always compiled with it, and tells debuggers how values
-// lie in memory. What reads that: debug/zvflnetwork-gdb.py and debug/zvflnetwork.natvis.
+// Tells debuggers how values are laid out in memory. The library is usually built without debug information,
+// and its public headers only declare the classes that values are made of, so this source is always compiled
+// with it. Nothing in it runs. debug/zvflnetwork-gdb.py and debug/zvflnetwork.natvis read what it tells.
 
 #include "inet/InetAddressImpl.hpp"
 #include "interfaces/InterfaceAddressImpl.hpp"

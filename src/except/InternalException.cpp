@@ -8,7 +8,7 @@ namespace foundation::core::except {
 
 namespace {
 
-// What ICU makes of a text that it had no memory for.
+// ICU marks a text as bogus if it had no memory for it.
 void failIfBogus(icu::UnicodeString const& text) {
     if (text.isBogus()) {
         throw std::bad_alloc();
@@ -19,7 +19,8 @@ void failIfBogus(icu::UnicodeString const& text) {
 
 IException::IException() = default;
 IException::IException(IException const& other) : clone_base(other), boost::exception() {
-    // Not boost::exception's own copy: it shares what is attached and counts references without an atomic.
+    // Copies what is attached. boost::exception's own copy shares it, with a reference count that is not
+    // atomic.
     boost::exception_detail::copy_boost_exception(this, &other);
 }
 IException& IException::operator=(IException const& other) {
@@ -31,8 +32,8 @@ IException& IException::operator=(IException const& other) {
 IException::~IException() noexcept = default;
 
 char const* IException::what() const noexcept {
-    // The text lives in the standard base, beside this one in the complete object. The call is qualified:
-    // a virtual one would come back here.
+    // The standard base of the complete object holds the text. The call is qualified, since a virtual one
+    // would come back here.
     if (auto const* logic = dynamic_cast<std::logic_error const*>(this)) {
         return logic->std::logic_error::what();
     }

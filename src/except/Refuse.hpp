@@ -2,7 +2,7 @@
 
 namespace foundation::core::except {
 
-/// Throws the `std::logic_error` of the family with these words.
+/// Throws the internal `std::logic_error` with these words.
 [[noreturn]] void refuse(char const* words);
 
 } // namespace foundation::core::except

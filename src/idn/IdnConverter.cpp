@@ -18,7 +18,7 @@ IdnConverterException::IdnConverterException(IdnConverterException const&) = def
 IdnConverterException::IdnConverterException(IdnConverterException&&) noexcept = default;
 IdnConverterException& IdnConverterException::operator=(IdnConverterException const&) = default;
 IdnConverterException& IdnConverterException::operator=(IdnConverterException&& other) noexcept {
-    message.swap(other.message); // a move of a text to itself would empty it
+    message.swap(other.message); // a self-move must not empty the text
     return *this;
 }
 IdnConverterException::~IdnConverterException() noexcept = default;
@@ -31,8 +31,8 @@ class IdnConverterImpl {
 public:
     IdnConverterImpl() : narrow(false), widen(false) {
         icu::ErrorCode status;
-        // No option: transitional, and none of the checks that are optional. Not `UIDNA_DEFAULT`, which is
-        // another set from ICU 76 on.
+        // No options: transitional processing, and none of the optional checks. `UIDNA_DEFAULT` is not used,
+        // since ICU 76 changed what it stands for.
         constexpr std::uint32_t options = 0;
         idna.reset(icu::IDNA::createUTS46Instance(options, status));
         failOn(status);
@@ -65,12 +65,12 @@ private:
     icu::UnicodeString process(Operation operation, std::u16string_view name) const {
         icu::ErrorCode status;
         if (name.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
-            status.set(U_ILLEGAL_ARGUMENT_ERROR); // ICU counts in 32 bits
+            status.set(U_ILLEGAL_ARGUMENT_ERROR); // ICU's lengths have 32 bits
         }
         failOn(status);
         icu::UnicodeString const input(false, name.data(), static_cast<std::int32_t>(name.size())); // no copy
         icu::UnicodeString result;
-        icu::IDNAInfo info; // what UTS #46 says against the name is not our business
+        icu::IDNAInfo info; // faults of the name that UTS #46 finds; they are ignored
         (idna.get()->*operation)(input, result, info, status);
         failOn(status);
         return result;
