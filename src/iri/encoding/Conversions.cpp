@@ -21,23 +21,24 @@ using grammar::percentDecodeGrammar;
 using text::escapedByte;
 using text::percentByte;
 
-percentDecodeGrammar const& decoderOfAll() {
+percentDecodeGrammar const& fullDecoder() {
     static base::NeverDestroyed<percentDecodeGrammar> const decoder(std::u32string{});
     return *decoder;
 }
 
-// The decoders that keep what is special to a part; one for each, made together.
-struct KeepingDecoders {
-    struct Keeping : percentDecodeGrammar {
-        explicit Keeping(Part of)
+// A decoder for each component, which does not decode what is special to it.
+struct SelectiveDecoders {
+    struct SelectiveDecoder : percentDecodeGrammar {
+        explicit SelectiveDecoder(Part of)
             : percentDecodeGrammar(std::u32string(rulesOf(of).kept.begin(), rulesOf(of).kept.end())) {}
     };
-    std::array<Keeping, 5> all{Keeping(Part::userInfo), Keeping(Part::host), Keeping(Part::path),
-                               Keeping(Part::query), Keeping(Part::fragment)};
+    std::array<SelectiveDecoder, 5> all{SelectiveDecoder(Part::userInfo), SelectiveDecoder(Part::host),
+                                        SelectiveDecoder(Part::path), SelectiveDecoder(Part::query),
+                                        SelectiveDecoder(Part::fragment)};
 };
 
-percentDecodeGrammar const& decoderOf(Part part) {
-    static base::NeverDestroyed<KeepingDecoders> const decoders;
+percentDecodeGrammar const& selectiveDecoderOf(Part part) {
+    static base::NeverDestroyed<SelectiveDecoders> const decoders;
     return (*decoders).all[static_cast<std::size_t>(part)];
 }
 
@@ -53,16 +54,16 @@ bool isFormEncodedQuery(Part part, PartContext const& context) {
     return part == Part::query && context.formEncoded;
 }
 
-// The length of the text in which a ":" would make the reference read as one with a scheme, 0 where none
-// would.
-std::size_t colonStepLength(Part part, std::u32string_view text, PartContext const& context) {
+// The length of the path's first segment if a ":" in it would make the text before it read as a scheme; else
+// 0.
+std::size_t schemeLikeLength(Part part, std::u32string_view text, PartContext const& context) {
     bool const applies = rulesOf(part).escapesFirstColons && !context.schemePresent && !context.hasUserInfo &&
                          !context.hasHost;
     return applies ? std::min(text.find(U'/'), text.size()) : 0;
 }
 
 std::u32string escapeFirstColons(Part part, std::u32string text, PartContext const& context) {
-    std::size_t const length = colonStepLength(part, text, context);
+    std::size_t const length = schemeLikeLength(part, text, context);
     if (std::u32string_view(text).substr(0, length).find(U':') == std::u32string_view::npos) {
         return text;
     }
@@ -90,7 +91,7 @@ std::u32string escapeForbidden(std::u32string text) {
     return result;
 }
 
-// Each character of `escaped` by its `%XX`; a space by "+" where the query is form-encoded.
+// Writes each character of `escaped` as its `%XX`, or a space as "+" with `spaceIsPlus`.
 std::u32string applyEncodeTable(std::u32string text, AsciiSet const& escaped, bool spaceIsPlus) {
     auto const isEscaped = [&escaped](char32_t c) { return escaped.contains(c); };
     auto const first = std::find_if(text.begin(), text.end(), isEscaped);
@@ -111,19 +112,19 @@ std::u32string applyEncodeTable(std::u32string text, AsciiSet const& escaped, bo
     return result;
 }
 
-// Whether no step of `iriFromRaw` changes the text.
-bool isIriAlready(Part part, std::u32string_view text, AsciiSet const& escaped, PartContext const& context) {
+// Whether `iriFromRaw` would change nothing. It may say no for a text that would stay the same.
+bool isInIriForm(Part part, std::u32string_view text, AsciiSet const& escaped, PartContext const& context) {
     bool const privateUse = rulesOf(part).escapesPrivateUse;
     return std::none_of(text.begin(), text.end(),
                         [&](char32_t c) {
                             return c == U'%' || escaped.contains(c) || isIriForbidden(c) ||
                                    (privateUse && isIriExcluded(c));
                         }) &&
-           text.substr(0, colonStepLength(part, text, context)).find(U':') == std::u32string_view::npos;
+           text.substr(0, schemeLikeLength(part, text, context)).find(U':') == std::u32string_view::npos;
 }
 
-// The code point that stands at `at`, decoded from its escapes if there are some, and moves `at` behind it.
-// Nothing for escapes that are no UTF-8, and for what is no Unicode.
+// Reads the code point at `at`, escaped or not, and moves `at` behind it. Returns nothing for escapes that
+// are no UTF-8 and for values that are no Unicode scalar values.
 std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
     int const lead = escapedByte(text, at);
     if (lead < 0) {
@@ -138,9 +139,10 @@ std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
     return sequence.wellFormed ? std::optional(sequence.codePoint) : std::nullopt;
 }
 
-// The text with its escapes decoded, which takes at most `room`, where all of them are UTF-8.
+// The text with its escapes decoded; nothing if not all of them are UTF-8. The result takes at most `room`
+// units.
 template <class String>
-std::optional<String> decodedAll(std::u32string_view text, std::size_t room) {
+std::optional<String> decodedText(std::u32string_view text, std::size_t room) {
     using Char = typename String::value_type;
     constexpr std::size_t blockLength = 16;                             // copied where nothing is to be done
     constexpr char32_t oneUnitBits = sizeof(Char) == 1 ? 0x7F : 0x7FFF; // of elements that take one unit
@@ -178,7 +180,7 @@ std::optional<String> decodedAll(std::u32string_view text, std::size_t room) {
     return result;
 }
 
-// What follows once bytes have been decoded: UTF-8 with its faulty bytes written as escapes.
+// UTF-8 as code points. Bytes that are no UTF-8 become escapes; `repaired` tells whether there were any.
 struct DecodedText {
     bool repaired;
     std::u32string text;
@@ -199,16 +201,16 @@ Converted rawFromIri(Part part, std::u32string_view text, PartContext const& con
     if (scalars && !text::contains(text, U'%')) {
         return std::nullopt;
     }
-    if (auto result = decodedAll<std::u32string>(text, text.size())) {
+    if (auto result = decodedText<std::u32string>(text, text.size())) {
         return result;
     }
-    // The bytes of the Uri form with its escapes resolved: nothing is gained by writing that form out.
+    // Makes the bytes that the Uri form stands for, without writing that form.
     std::string bytes;
-    decoderOfAll().decode(text, bytes);
+    fullDecoder().decode(text, bytes);
     auto decoded = decodeUtf8(std::move(bytes));
     if (decoded.repaired) {
-        // A faulty byte ends up as the code point of its value.
-        decoderOfAll().decode(std::u32string(decoded.text), decoded.text);
+        // The escapes of faulty bytes become the code points of their values.
+        fullDecoder().decode(std::u32string(decoded.text), decoded.text);
     }
     return std::move(decoded.text);
 }
@@ -216,7 +218,7 @@ Converted rawFromIri(Part part, std::u32string_view text, PartContext const& con
 Converted iriFromRaw(Part part, std::u32string_view text, PartContext const& context) {
     bool const form = isFormEncodedQuery(part, context);
     AsciiSet const& escaped = form ? formEncodedSet : escapedSets[static_cast<std::size_t>(part)];
-    if (isIriAlready(part, text, escaped, context)) {
+    if (isInIriForm(part, text, escaped, context)) {
         return std::nullopt;
     }
     std::u32string result(text);
@@ -232,11 +234,10 @@ Converted iriFromRaw(Part part, std::u32string_view text, PartContext const& con
 
 Converted iriFromUri(Part part, std::u32string_view text, PartContext const& context) {
     if (isFormEncodedQuery(part, context)) {
-        // Taken as it is; the decoder, which any text but an empty one passes, has no say in the result.
-        return std::nullopt;
+        return std::nullopt; // nothing in it is decoded
     }
     std::u32string decoded;
-    decoderOf(part).decode(text, decoded);
+    selectiveDecoderOf(part).decode(text, decoded);
     std::string bytes(decoded.size(), '\0');
     std::transform(decoded.begin(), decoded.end(), bytes.begin(),
                    [](char32_t c) { return static_cast<char>(c); });
@@ -257,15 +258,15 @@ std::optional<String> rawTextFromIri(std::u32string_view text) {
     using Char = typename String::value_type;
     constexpr char32_t lastOfOneUnit = sizeof(Char) == 1 ? 0x7F : 0xFFFF;
     if (!text::containsOrAbove(text, U'%', lastOfOneUnit)) {
-        return String(text.begin(), text.end()); // most components; a parsed one has no surrogates
+        return String(text.begin(), text.end()); // most components; parsed text has no surrogates
     }
     if (!text::contains(text, U'%')) {
         return text::to<String>(text);
     }
-    // An escape is longer than what it stands for; what stands as itself can take more units than one.
+    // An escape never takes fewer units than what it stands for, but a code point may take several.
     constexpr std::size_t most = sizeof(Char) == 1 ? 4 : 2;
     bool const oneUnitEach = text::bitsOfAll(text) <= lastOfOneUnit;
-    return decodedAll<String>(text, oneUnitEach ? text.size() : most * text.size());
+    return decodedText<String>(text, oneUnitEach ? text.size() : most * text.size());
 }
 template std::optional<std::u16string> rawTextFromIri(std::u32string_view text);
 template std::optional<std::string> rawTextFromIri(std::u32string_view text);

@@ -28,27 +28,30 @@ private:
     std::array<std::uint64_t, 2> bits{};
 };
 
-/// What the conversions do with square brackets when a strict form is asked for.
+/// What the strict forms do with square brackets.
 enum class StrictBrackets { asTheyStand, escaped };
 
-/// Which characters of a part change between its forms: a row of the table below.
+/// Which characters of a component change between its forms: a row of the table below.
 struct PartRules {
-    /// The part's name in messages.
+    /// The component's name in messages.
     std::string_view name;
-    /// From Raw to Iri these become `%XX`, besides what no IRI holds as itself.
+    /// From Raw to Iri these become `%XX`, besides what no IRI may hold (`isIriForbidden`).
     std::string_view escaped;
-    /// From Uri to Iri the `%XX` of these stay; every other escape is decoded.
+    /// From Uri to Iri the `%XX` of these stay. Every other escape is decoded.
     std::string_view kept;
     /// Whether private-use characters become `%XX` in the Iri form.
     bool escapesPrivateUse;
     /// Whether a ":" in the first segment of a relative reference is written "%3A" (RFC 3986, section 4.2).
     bool escapesFirstColons;
-    /// Whether the strict forms go through `escapeStrayPercent` in the part's getter, and how.
+    /// Whether the component's getter applies `escapeStrayPercent` for a strict encoding.
     bool strictGetter;
+    /// Whether `escapeStrayPercent` escapes brackets as well.
     StrictBrackets strictBrackets;
 };
 
-/// The table of all characters that are special to a part, a row a part. Nothing about them stands elsewhere.
+/// Which characters the conversions escape and keep, a row a component. Not in the table: what no IRI may
+/// hold (`isIriForbidden`), and what `operations::escaped` escapes besides, so that a component can be read
+/// again.
 // clang-format off
 inline constexpr std::array<PartRules, 5> partRules{{
     //                                                              private colons strict
@@ -61,7 +64,8 @@ inline constexpr std::array<PartRules, 5> partRules{{
 }};
 // clang-format on
 
-/// What a form-encoded query escapes instead; its spaces become "+".
+/// What becomes `%XX` in a form-encoded query instead of its row's `escaped`, but for the space, which
+/// becomes "+".
 inline constexpr std::string_view formEncodedEscaped = " #[]";
 
 [[nodiscard]] constexpr PartRules const& rulesOf(Part part) {

@@ -23,8 +23,8 @@ constexpr bool within(char32_t c, char32_t first, char32_t last) {
     return c >= first && c <= last;
 }
 
-constexpr char32_t FIRST_URI_CHARACTER = 33;
-constexpr char32_t LAST_URI_CHARACTER = 126;
+constexpr char32_t firstUriCharacter = 33;
+constexpr char32_t lastUriCharacter = 126;
 
 void percentUtf8(std::u32string& out, char32_t codePoint) {
     text::encodeUtf8(codePoint, [&out](unsigned char byte) { percentByte(out, byte); });
@@ -43,7 +43,7 @@ constexpr std::size_t leadingOnes(char byte) {
     return ones;
 }
 
-// Whether each sequence has the continuation bytes that its lead byte declares, read from the end.
+// Whether each lead byte is followed by as many continuation bytes as it declares, three at most.
 bool isWellFormed(std::string_view bytes) {
     std::size_t continuations = 0;
     for (std::size_t at = bytes.size(); at != 0; --at) {
@@ -62,13 +62,14 @@ bool isWellFormed(std::string_view bytes) {
 } // namespace
 
 bool isUriForm(std::u32string_view text) {
-    return text::isAllWithin(text, FIRST_URI_CHARACTER, LAST_URI_CHARACTER);
+    return text::isAllWithin(text, firstUriCharacter, lastUriCharacter);
 }
 
 namespace {
 
-// The length of the Uri form. Sums of sign bits become vector code (see Scans.hpp); a block at a time, so
-// that the sums are as wide as a code point.
+// The length of the Uri form. It is a sum of sign bits, of which the compiler makes vector code (see
+// Scans.hpp). In a block the sums cannot overflow 32 bits, the width of a code point, which vector code
+// needs.
 std::size_t uriLength(std::u32string_view text) {
     constexpr std::size_t block = 4096;
     constexpr auto isAbove = [](char32_t c, char32_t most) { return std::uint32_t{most - c} >> 31; };
@@ -77,7 +78,7 @@ std::size_t uriLength(std::u32string_view text) {
         std::uint32_t escaped = 0;
         std::uint32_t longer = 0; // bytes of UTF-8 behind the first
         for (char32_t const c : text.substr(0, block)) {
-            escaped += ((c - FIRST_URI_CHARACTER) | (LAST_URI_CHARACTER - c)) >> 31;
+            escaped += ((c - firstUriCharacter) | (lastUriCharacter - c)) >> 31;
             longer += isAbove(c, 0x7F) + isAbove(c, 0x7FF) + isAbove(c, 0xFFFF);
         }
         length += 2 * std::size_t{escaped} + 3 * std::size_t{longer};
@@ -85,7 +86,7 @@ std::size_t uriLength(std::u32string_view text) {
     return length;
 }
 
-// "%XX" of each byte, and one unit more, so that an escape is written at once.
+// The `%XX` of each byte. A fourth unit makes its size a power of two, so that it is copied at once.
 template <class Char>
 constexpr std::array<std::array<Char, 4>, 256> escapes = [] {
     std::array<std::array<Char, 4>, 256> all{};
@@ -96,14 +97,14 @@ constexpr std::array<std::array<Char, 4>, 256> escapes = [] {
     return all;
 }();
 
-// The length first: most of the time goes into growing and appending otherwise.
+// The length is counted first, since growing the result would take most of the time.
 template <class String>
 String uriForm(std::u32string_view text) {
     using Char = typename String::value_type;
     String result(uriLength(text) + 1, Char());
     Char* out = result.data();
     for (char32_t const c : text) {
-        if (within(c, FIRST_URI_CHARACTER, LAST_URI_CHARACTER)) {
+        if (within(c, firstUriCharacter, lastUriCharacter)) {
             *out++ = static_cast<Char>(c);
         } else {
             text::encodeUtf8(c, [&out](unsigned char byte) {
@@ -194,7 +195,7 @@ RepairedUtf8 repairUtf8(std::string bytes) {
     result.bytes.reserve(bytes.size() + 16);
     for (std::size_t at = 0; at != bytes.size();) {
         std::size_t const ones = leadingOnes(bytes[at]);
-        // 0xxxxxxx stands alone, 10xxxxxx and 1111111x begin nothing.
+        // By their bits, 0xxxxxxx stands alone, and 10xxxxxx and 1111111x begin no sequence.
         std::size_t const length = ones == 0 ? 1 : ones == 1 || ones > 6 ? 0 : ones;
         bool const whole =
             length != 0 && length <= bytes.size() - at &&

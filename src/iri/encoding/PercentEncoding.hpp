@@ -3,50 +3,53 @@
 #include <string>
 #include <string_view>
 
-/// The steps on characters and bytes that the conversions of a part are made of. Pure functions, linear.
+/// The steps on characters and bytes that `Conversions.cpp` puts together. Pure functions, linear.
 namespace foundation::network::iri::encoding {
 
-/// Whether `toUriForm` leaves `text` as it is: all of it from 33 to 126.
+/// Whether all of `text` lies between U+0021 and U+007E, so that `toUriForm` leaves it as it is.
 [[nodiscard]] bool isUriForm(std::u32string_view text);
 
-/// The text in ASCII: each byte of its UTF-8 form outside 33 to 126 as `%XX`. A "%" stays as it is. Throws
-/// "Invalid UTF-32 code point U+..." for a value above U+10FFFF.
+/// Writes each byte of the text's UTF-8 form as `%XX` that does not lie between 0x21 and 0x7E. A "%" stays as
+/// it is.
+///
+/// Throws: the internal `std::out_of_range`, "Invalid UTF-32 code point U+...", for a value above U+10FFFF.
 [[nodiscard]] std::u32string toUriForm(std::u32string_view text);
 
 /// `toUriForm` in UTF-16 or UTF-8.
 template <class String>
 [[nodiscard]] String toUriText(std::u32string_view text);
 
-/// Each "%" that two hexadecimal digits follow as "%25", so that a text that only looks like an escape
-/// survives the way back.
+/// Writes each "%" that two hexadecimal digits follow as "%25", so that decoding gives the same text again.
 [[nodiscard]] std::u32string protectPercentEscapes(std::u32string text);
 
-/// Each private-use character as the `%XX` of its UTF-8 form (they are `iprivate`, which a query alone may
-/// hold).
+/// Writes each private-use character as the `%XX` of its UTF-8 form. (`iprivate` of RFC 3987 may stand in a
+/// query only.)
 [[nodiscard]] std::u32string escapeIriExcluded(std::u32string text);
 
 /// Whether `escapeIriExcluded` replaces `codePoint`.
 [[nodiscard]] bool isIriExcluded(char32_t codePoint);
 
-/// Appends `codePoint`, or the `%XX` of its UTF-8 form where no part of an IRI may hold it: controls,
-/// `"<>\^{|}` and the backtick, formatting of direction, surrogates, noncharacters and specials.
+/// Appends `codePoint`, or the `%XX` of its UTF-8 form if no IRI may hold it: controls, `"<>\^{|}` and the
+/// backtick, bidirectional formatting characters (RFC 3987, section 4.1), surrogates, noncharacters and
+/// U+FFF0 to U+FFFF.
 void escapeIriForbidden(char32_t codePoint, std::u32string& out);
 
 /// Whether `escapeIriForbidden` replaces `codePoint`.
 [[nodiscard]] bool isIriForbidden(char32_t codePoint);
 
-/// Bytes that look like UTF-8, and whether some were rewritten to get there.
+/// Bytes of UTF-8, and whether some had to be escaped for that.
 struct RepairedUtf8 {
     bool repaired;
     std::string bytes;
 };
 
-/// Writes each byte that is no part of a sequence of UTF-8, by the count of its continuation bytes alone, as
-/// `%XX`. What passes may still be refused by `fromUtf8` (an overlong form, a surrogate).
+/// Writes each byte as `%XX` that belongs to no UTF-8 sequence. A sequence is a lead byte and as many
+/// continuation bytes as it declares, so `text::toUtf32` may still refuse the result (an overlong form, a
+/// surrogate).
 [[nodiscard]] RepairedUtf8 repairUtf8(std::string bytes);
 
-/// The last step of the strict forms: a "%" that no two hexadecimal digits follow as "%25" and, with
-/// `escapeBrackets`, "[" as "%5B" and "]" as "%5D". Applied twice it gives what it gave once.
+/// Makes a strict form: writes a "%" that no two hexadecimal digits follow as "%25" and, with
+/// `escapeBrackets`, "[" as "%5B" and "]" as "%5D". Applying it twice changes no more than applying it once.
 [[nodiscard]] std::u32string escapeStrayPercent(std::u32string_view text, bool escapeBrackets);
 
 } // namespace foundation::network::iri::encoding

@@ -1,5 +1,5 @@
-// The host of an IRI. Ordered choice throughout: the first alternative that matches wins, and a rule that has
-// matched is not entered again.
+// The grammar of a host. It is a parsing expression grammar: the first alternative that matches wins, and a
+// rule that has matched is not tried again for another match.
 //
 //   ihost        = IP-literal / IPv4address !( iunreserved / pct-encoded / sub-delims / "@" ) / ireg-name
 //   IP-literal   = "[" ( IPv6address / IPvFuture ) "]"
@@ -20,11 +20,11 @@
 //   ireg-name    = *( iunreserved / pct-encoded / sub-delims )
 //
 // What differs from RFC 3986 and RFC 3987, and why:
-//   - IPvFuture takes the lower-case "v" only, and behind its dot what a registered name takes: letters are
-//     compared without regard to case nowhere in this library.
+//   - IPvFuture takes the lower-case "v" only, and iunreserved behind its dot, as a registered name does.
 //   - xdigit is Unicode's Hex_Digit, with the full-width forms; digit in dec-octet's guard is Unicode's Nd.
-//   - IPv4address must not run on into a registered name: a union of alternatives needs no such guard, an
-//     ordered choice does.
+//   - What follows an IPv4address must not go on a registered name. The first alternative would win
+//   otherwise,
+//     and "1.2.3.4.example" would be refused.
 //   - No zone identifiers (RFC 6874).
 
 #include "iri/grammar/HostGrammar.hpp"
@@ -57,7 +57,7 @@ HostGrammar::HostGrammar() : HostGrammar::base_type(ihost) {
                   | qi::repeat(6)[optionalGroup] >> -h16 >> colons;
     ipLiteral = cp<U'['> >> (ipv6Address | ipvFuture) >> cp<U']'>;
 
-    // The looks ahead spare the calls of the address rules for nearly all hosts.
+    // Looking at the first character first spares nearly all hosts the address rules.
     auto const endOfAddress = qi::copy(!(one<IREG_NAME_OR_AT> | pctEncoded));
     ihost = (&cp<U'['> >> ipLiteral) | (&one<DIGIT> >> ipv4Address >> endOfAddress) | iregName;
 }

@@ -4,8 +4,8 @@
 
 namespace foundation::network::iri::grammar {
 
-/// `ihost` of RFC 3987: an IP literal in brackets, an IPv4 address or a registered name, It
-/// never fails: where no host stands, it consumes nothing.
+/// `ihost` of RFC 3987: an IP literal in brackets, an IPv4 address or a registered name. It never fails: a
+/// registered name may be empty.
 struct HostGrammar : qi::grammar<Iterator> {
     HostGrammar();
 
@@ -16,8 +16,8 @@ private:
     qi::rule<Iterator> ipv4Address;
     qi::rule<Iterator> h16;
     qi::rule<Iterator> ls32;
-    qi::rule<Iterator> group;         // G of the table in the source
-    qi::rule<Iterator> optionalGroup; // P of the table in the source
+    qi::rule<Iterator> group;         // G of the ABNF in the source
+    qi::rule<Iterator> optionalGroup; // P of the ABNF in the source
 };
 
 } // namespace foundation::network::iri::grammar

@@ -1,3 +1,5 @@
+// The grammar by which a path is split, a parsing expression grammar:
+//
 //   plain-run        = 1*( any code point but "/" )
 //   slash-run        = "/" plain-run
 //   double-slash-run = "/" "/" plain-run
@@ -71,7 +73,7 @@ struct PathGrammar : qi::grammar<At, PathSegments()> {
     }
 
 private:
-    // Ranges, not texts: a text that a failed alternative has begun would not be taken back.
+    // Ranges, not texts: what a failed alternative has appended to a text would stay there.
     qi::rule<At, Element()> element;
     qi::rule<At, Element()> slashRun;
     qi::rule<At, Element()> finalSlash;

@@ -1,9 +1,11 @@
+// The grammar of a text whose escapes are decoded, a parsing expression grammar:
+//
 //   decoded-escape = "%" hex-pair       ; where the value of hex-pair is not excluded
 //   hex-pair       = 2( ASCII hexadecimal digit )
 //   start          = 1*( decoded-escape / any code point )
 //
-// Both components take as much as they can at once: a run of anything but "%", and a "%" with its digits or
-// alone.
+// There is one parser for a run of anything but "%", and one for an escape or a "%" alone, so that text is
+// appended many code points at a time.
 
 #include "iri/grammar/PercentDecoder.hpp"
 
@@ -89,7 +91,7 @@ struct EscapeOrPercent : qi::primitive_parser<EscapeOrPercent> {
 
 namespace boost::spirit::traits {
 
-// Both append to the text as a whole, not an element at a time.
+// Tells Qi that both append to the text by themselves, and do not give it one element at a time.
 template <class Attribute, class Context, class It>
 struct handles_container<foundation::network::iri::grammar::PlainRun, Attribute, Context, It> : mpl::true_ {};
 template <class Attribute, class Context, class It>

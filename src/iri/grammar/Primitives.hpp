@@ -1,8 +1,8 @@
 #pragma once
 
-// The parser components that the grammars are made of. Spirit's own character sets search ranges and tables
-// for each character; these look at one table of masks, which makes a match four to five times quicker.
-// Spirit is heavy to compile: only the sources of grammars include this.
+// The parsers that the grammars are made of. Spirit's own character sets search ranges and tables for each
+// character; these look at one table of masks, which is several times quicker. Spirit takes long to compile,
+// so only the sources of grammars include this.
 #define BOOST_SPIRIT_UNICODE
 #include <boost/spirit/include/qi.hpp>
 
@@ -49,8 +49,8 @@ struct CodePointParser : qi::char_parser<CodePointParser<wanted>, char32_t, boos
     }
 };
 
-/// The longest run of characters of the classes of `mask` and, with `Escapes::percent`, of `pct-encoded`; it
-/// may be empty, or, with `atLeast`, not.
+/// The longest run of characters of the classes of `mask` and, with `Escapes::percent`, of `pct-encoded`. It
+/// must not be empty if `atLeast` is 1.
 template <ClassMask mask, Escapes escapes = Escapes::none, int atLeast = 0>
 struct RunParser : qi::primitive_parser<RunParser<mask, escapes, atLeast>> {
     template <class Context, class It>
