@@ -164,7 +164,7 @@ void Args::appendQueryKeyValuePair(std::u16string const& key, std::u16string con
     if (!content.query.empty()) {
         addition.insert(addition.begin(), useSemicolon ? U';' : U'&');
     }
-    content.query.append(addition); // the last step that can fail
+    content.query.append(addition); // the last step that can throw
     content.hasQuery = true;
     content.queryFormEncoded = encodeQuery;
     content.queryFormEscaped = content.queryFormEscaped || keyEscaped || valueEscaped;

@@ -12,8 +12,9 @@
 
 namespace foundation::network::iri::detail {
 
-/// Whether a path has a ":" in its first segment.
-[[nodiscard]] inline bool beginsLikeScheme(std::u32string_view path) {
+/// Whether the first segment of a path holds a ":". Without a scheme and a host in front, the text before it
+/// would be read as a scheme (RFC 3986, section 4.2).
+[[nodiscard]] inline bool hasColonInFirstSegment(std::u32string_view path) {
     for (char32_t const c : path) {
         if (c == U'/' || c == U':') {
             return c == U':';
@@ -22,53 +23,59 @@ namespace foundation::network::iri::detail {
     return false;
 }
 
-/// Throws the `std::logic_error` of the family where components do not go together: "User Info requires a
-/// host", "Port requires a host", "Path cannot be relative if authority present".
+/// Refuses components that cannot stand in one IRI.
+///
+/// Throws: the internal `std::logic_error`, "User Info requires a host", "Port requires a host" or "Path
+/// cannot be relative if authority present".
 void requireHost(bool hasUserInfo, bool hasHost, bool hasPort, std::u32string_view path);
 
-/// The one writer of new values. A value is told from its start to its end in views, which must stay until
-/// then; the end copies them all into one text, in the order and with the delimiters of an IRI. So components
-/// pass through unchanged, each in the form in which it was given, and the whole takes one allocation.
+/// Writes the text and the record of a new value that is not parsed. Components are added as views; `finish`
+/// copies them, with their delimiters, into one text, which takes one allocation. The views must stay valid
+/// until then.
 ///
-/// What `set...` takes is in the form that it names; what `take...` takes of another value comes as that one
-/// holds it. Call them in the order of an IRI; a path must be set.
+/// `set...` adds a component whose form the caller names; `take...` adds components of another value in the
+/// forms that they have there. Call them in the order of an IRI; a path must be set.
 class Draft {
 public:
     using String = std::u32string;
     using View = std::u32string_view;
 
-    /// `reference`: a path that begins with "//" beside no host would be read as a host, and gets "/." in
-    /// front. `exact`: besides, a first segment with ":" beside no scheme and no host would be read as a
-    /// scheme, and gets "./" in front; all components come in the Iri form, and the value is as its text
-    /// parsed. Otherwise all stays as it is.
-    enum class Kind : unsigned char { built, reference, exact };
+    /// What the finished text guarantees.
+    ///
+    /// - `none`: every component is written as it was set.
+    /// - `noFalseHost`: without a host, a path that begins with "//" gets "/." in front, so that it is not
+    ///   read as a host.
+    /// - `asParsed`: the value is as its text parsed, if each component is one by the grammar. Besides
+    ///   `noFalseHost`, without scheme and host a path with a ":" in its first segment gets "./" in front, so
+    ///   that no scheme is read. All components must be set in the Iri form.
+    enum class Guarantee : unsigned char { none, noFalseHost, asParsed };
 
-    /// Makes `target`, which must be new.
-    Draft(StoredText& target, Kind draftKind)
-        : result(target), components(target.components), kind(draftKind) {}
+    /// Writes into `target`, which must be new.
+    Draft(StoredText& target, Guarantee wanted)
+        : result(target), components(target.components), guarantee(wanted) {}
     Draft(Draft const&) = delete;
     Draft& operator=(Draft const&) = delete;
     ~Draft() = default;
 
     void setScheme(View text) {
-        put(text);
+        append(text);
         components.schemeEnd = length;
-        put(U":");
+        append(U":");
     }
     void setUserInfo(View userInfo, Form form) {
-        put(U"//");
+        append(U"//");
         components.setForm(Part::userInfo, form);
-        put(userInfo);
-        put(U"@");
+        append(userInfo);
+        append(U"@");
         components.hostBegin = length;
     }
     void setHost(View host, Form form) {
         if (components.hostBegin == 0) { // no user information
-            put(U"//");
+            append(U"//");
             components.hostBegin = length;
         }
         components.setForm(Part::host, form);
-        put(host);
+        append(host);
         components.hostEnd = length;
     }
     void setPort(unsigned short number) {
@@ -79,13 +86,13 @@ public:
     }
     void setPort(View digits, unsigned short number) {
         components.port = number;
-        put(U":");
-        put(digits);
+        append(U":");
+        append(digits);
     }
 
-    /// Every value gets a path, behind its authority; this one counts as absolute as told.
-    void setPath(View path, Form form, bool absolute) { putPath(View(), path, form, absolute); }
-    /// A path that is absolute exactly when it begins with "/", in one piece or in two.
+    /// Sets a path for which the caller says whether it counts as absolute.
+    void setPath(View path, Form form, bool absolute) { appendPath(View(), path, form, absolute); }
+    /// Sets a path that is absolute exactly when it begins with "/". It may come in two pieces.
     void setPath(View path, Form form) { setPath(View(), path, form); }
     void setPath(String&& path, Form form) {
         ownPath = std::move(path);
@@ -93,28 +100,28 @@ public:
     }
     void setPath(View front, View rest, Form form) {
         View const first = front.empty() ? rest : front;
-        putPath(front, rest, form, !first.empty() && first.front() == U'/');
+        appendPath(front, rest, form, !first.empty() && first.front() == U'/');
     }
-    /// The next resolution does not remove the path's dot segments.
+    /// Lets the next resolution leave the path's dot segments in place.
     void keepDotSegments() { components.dotSegmentsStay = true; }
     void setQuery(View query, Form form, bool formEncoded) {
         components.queryIsFormEncoded = formEncoded;
         components.setForm(Part::query, form);
-        put(U"?");
-        put(query);
+        append(U"?");
+        append(query);
         components.queryEnd = length;
     }
     void setFragment(View fragment, Form form) {
         components.setForm(Part::fragment, form);
-        put(U"#");
-        put(fragment);
+        append(U"#");
+        append(fragment);
     }
 
     void takeScheme(StoredText const& from) {
         components.schemeEnd = from.components.schemeEnd;
-        put(from.stretch(0, from.components.authorityBegin()));
+        append(from.stretch(0, from.components.authorityBegin()));
     }
-    /// User information, host and port, which stand between the scheme and the path.
+    /// Takes user information, host and port.
     void takeAuthority(StoredText const& from) {
         Components const& other = from.components;
         if (other.hasHost()) {
@@ -124,11 +131,10 @@ public:
             components.port = other.port;
             components.setForm(Part::userInfo, other.form(Part::userInfo));
             components.setForm(Part::host, other.form(Part::host));
-            put(from.stretch(begin, other.pathBegin));
+            append(from.stretch(begin, other.pathBegin));
         }
     }
-    /// Scheme and authority.
-    void takeFront(StoredText const& from) {
+    void takeSchemeAndAuthority(StoredText const& from) {
         Components const& other = from.components;
         components.schemeEnd = other.schemeEnd;
         if (other.hasHost()) {
@@ -138,38 +144,36 @@ public:
             components.setForm(Part::userInfo, other.form(Part::userInfo));
             components.setForm(Part::host, other.form(Part::host));
         }
-        put(from.stretch(0, other.pathBegin));
+        append(from.stretch(0, other.pathBegin));
     }
-    /// The path, with what is known of it.
+    /// Takes the path, and whether it is absolute and keeps its dot segments.
     void takePath(StoredText const& from) {
-        putPath(View(), from.given(Part::path), from.components.form(Part::path),
-                from.components.pathIsAbsolute);
+        appendPath(View(), from.given(Part::path), from.components.form(Part::path),
+                   from.components.pathIsAbsolute);
         components.dotSegmentsStay = from.components.dotSegmentsStay;
     }
     void takeQuery(StoredText const& from) {
         components.queryIsFormEncoded = from.components.queryIsFormEncoded;
         components.setForm(Part::query, from.components.form(Part::query));
-        put(from.stretch(from.components.pathEnd, from.components.queryEnd));
+        append(from.stretch(from.components.pathEnd, from.components.queryEnd));
         components.queryEnd = length;
     }
     void takeFragment(StoredText const& from) {
         components.setForm(Part::fragment, from.components.form(Part::fragment));
-        put(from.stretch(from.components.queryEnd, from.components.end));
+        append(from.stretch(from.components.queryEnd, from.components.end));
     }
-
-    /// Query and fragment.
-    void takeBehindPath(StoredText const& from) {
+    void takeQueryAndFragment(StoredText const& from) {
         Components const& other = from.components;
         components.queryIsFormEncoded = other.queryIsFormEncoded;
         components.setForm(Part::query, other.form(Part::query));
         components.setForm(Part::fragment, other.form(Part::fragment));
         components.queryEnd = length + other.queryEnd - other.pathEnd;
-        put(from.stretch(other.pathEnd, other.end));
+        append(from.stretch(other.pathEnd, other.end));
     }
 
     void finish() {
         components.end = length;
-        if (kind == Kind::exact) {
+        if (guarantee == Guarantee::asParsed) {
             std::fill(std::begin(components.forms), std::end(components.forms), Form::iri);
             result.parsed = true;
         }
@@ -181,26 +185,27 @@ public:
     }
 
 private:
-    struct Piece { // without a constructor, which would fill them all
+    struct Piece { // without initializers: filling all pieces would cost time
         View::const_pointer begin;
         std::size_t size;
     };
-    static constexpr std::size_t MOST_PIECES = 15; // all components, all delimiters, a path in three
+    static constexpr std::size_t maxPieces =
+        15; // all components and all delimiters; a path takes up to three
 
-    // Neighbours in one text, as the components of another value mostly are, become one piece. Every text
-    // ends in a null, so views of two are never neighbours.
-    void put(View view) {
+    // A view that begins where the last piece ends, as neighbours in another value's text do, lengthens that
+    // piece. Two texts are never taken for neighbours: a null ends each of them.
+    void append(View view) {
         length += view.size();
-        if (count != 0 && behind == view.data()) {
+        if (count != 0 && lastEnd == view.data()) {
             pieces[count - 1].size += view.size();
         } else if (!view.empty()) {
             pieces[count++] = {view.data(), view.size()};
         } else {
             return;
         }
-        behind = view.data() + view.size();
+        lastEnd = view.data() + view.size();
     }
-    void putPath(View front, View rest, Form form, bool absolute) {
+    void appendPath(View front, View rest, Form form, bool absolute) {
         bool const hasHost = components.hostBegin != 0;
         if (!hasHost) {
             components.hostBegin = components.hostEnd = length;
@@ -208,16 +213,17 @@ private:
         components.pathBegin = length;
         std::size_t const size = front.size() + rest.size();
         auto const at = [&](std::size_t i) { return i < front.size() ? front[i] : rest[i - front.size()]; };
-        if (kind != Kind::built && !hasHost && size > 1 && at(0) == U'/' && at(1) == U'/') {
-            put(U"/.");
+        if (guarantee != Guarantee::none && !hasHost && size > 1 && at(0) == U'/' && at(1) == U'/') {
+            append(U"/.");
         }
-        if (kind == Kind::exact && !hasHost && components.schemeEnd == 0) {
-            if (beginsLikeScheme(front) || (front.find(U'/') == View::npos && beginsLikeScheme(rest))) {
-                put(U"./");
+        if (guarantee == Guarantee::asParsed && !hasHost && components.schemeEnd == 0) {
+            if (hasColonInFirstSegment(front) ||
+                (front.find(U'/') == View::npos && hasColonInFirstSegment(rest))) {
+                append(U"./");
             }
         }
-        put(front);
-        put(rest);
+        append(front);
+        append(rest);
         components.hasPath = true;
         components.pathIsAbsolute = absolute;
         components.setForm(Part::path, form);
@@ -226,13 +232,13 @@ private:
 
     StoredText& result;
     Components& components;
-    Kind const kind;
-    std::array<Piece, MOST_PIECES> pieces; // `count` of them
+    Guarantee const guarantee;
+    std::array<Piece, maxPieces> pieces; // the first `count` are used
     std::size_t count = 0;
-    View::const_pointer behind = nullptr; // the last piece
-    std::size_t length = 0;               // of all pieces
+    View::const_pointer lastEnd = nullptr; // of the last piece
+    std::size_t length = 0;                // of all pieces
     String ownPath;
-    std::array<char32_t, 6> ownPort; // longer than any, so that nothing is its neighbour
+    std::array<char32_t, 6> ownPort; // one longer than any port, so that nothing begins where one ends
 };
 
 } // namespace foundation::network::iri::detail

@@ -4,7 +4,7 @@ namespace foundation::network::iri::detail {
 
 namespace {
 
-// Each step sees the result of the one before.
+// Each step uses what the one before has set.
 template <class Record>
 void closeAuthority(Record& parts) {
     using Range = typename Record::Range;

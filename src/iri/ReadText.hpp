@@ -11,22 +11,23 @@
 
 namespace foundation::network::iri {
 
-/// What became of a text.
+/// Whether a text was parsed and, if it is not well-formed, where.
 struct ReadOutcome {
-    bool taken;
-    std::size_t notText; // the place where it is no UTF-16 or UTF-8; `text::NO_FAULT` where it is
+    bool isIri;
+    std::size_t malformedAt; // where the first ill-formed sequence begins; `text::NO_FAULT` if there is none
 };
 
-/// Reads a text, UTF-16 or UTF-8, into `stored`, which must be new. Of a text that is no IRI it holds the
-/// code points, and the places up to which the grammar went.
+/// Parses UTF-16 or UTF-8 into `stored`, which must be new. If the grammar refuses the text, `stored` holds
+/// its code points and the places up to which the grammar matched.
 template <class Unit>
 ReadOutcome readText(std::basic_string_view<Unit> text, detail::StoredText& stored) {
-    std::size_t const notText = text::toUtf32(text, stored.text);
+    std::size_t const malformedAt = text::toUtf32(text, stored.text);
     stored.parsed = true;
-    return {notText == text::NO_FAULT && grammar::matchIriReference(stored.text, stored.components), notText};
+    return {malformedAt == text::NO_FAULT && grammar::matchIriReference(stored.text, stored.components),
+            malformedAt};
 }
 
-[[noreturn]] inline void throwNoIri() {
+[[noreturn]] inline void throwParsingFailed() {
     core::except::refuse("IRI parsing failed");
 }
 

@@ -73,7 +73,7 @@ bool Store::has(Part part) const noexcept {
     return at(part).forms[indexOf(at(part).form)].get() != nullptr;
 }
 
-// The path's conversions depend on what stands before it.
+// Conversions of the path depend on the components in front of it, so they are made anew.
 void Store::setSchemePresent(bool schemePresent) {
     if (has(Part::path)) {
         context.schemePresent = schemePresent;
@@ -87,7 +87,7 @@ void Store::set(Part part, String text, Encoding const& encoding) {
     bool const stillEmpty = empty && part == Part::path && text.empty();
     Form const form = formOf(encoding);
     PublishedOnce<FormText> fresh;
-    fresh.publish({std::move(text), form}); // the last step that can fail
+    fresh.publish({std::move(text), form}); // the last step that can throw
     for (auto& old : at(part).forms) {
         old.reset();
     }
@@ -120,7 +120,7 @@ void Store::setQuery(String text, Encoding const& encoding, bool formEncoded) {
     context.formEncoded = formEncoded;
 }
 
-// Forgets all forms of a present component but the one that was set.
+// Drops all forms of a present component but the one that was set.
 void Store::dropDerived(Part part) noexcept {
     for (Form const form : allForms) {
         if (form != at(part).form) {
@@ -129,8 +129,8 @@ void Store::dropDerived(Part part) noexcept {
     }
 }
 
-// Raw and Uri are made from each other by way of Iri, so that what a form reads never depends on which others
-// were asked for before.
+// The Raw and the Uri form are made from each other by way of the Iri form. So the text of a form never
+// depends on which others were asked for before.
 std::u32string const& Store::text(Part part, Form form) const {
     Component const& component = at(part);
     auto const& place = component.forms[indexOf(form)];

@@ -1,4 +1,4 @@
-// The life cycle of a value, from the parse of its text on.
+// Construction from text, copying, moving and swapping of values.
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
@@ -28,22 +28,22 @@ std::u32string_view StoredText::converted(Part part, Form form, std::u32string& 
 namespace {
 
 [[noreturn]] void refuse(ReadOutcome const& outcome, std::u16string_view source) {
-    if (outcome.notText != text::NO_FAULT) {
-        text::throwNotUtf16(text::misplacedUnit(source, outcome.notText));
+    if (outcome.malformedAt != text::NO_FAULT) {
+        text::throwNotUtf16(text::misplacedUnit(source, outcome.malformedAt));
     }
-    throwNoIri();
+    throwParsingFailed();
 }
 
 } // namespace
 
 Value::TemplateIRI(std::u16string const& source) {
     ReadOutcome const outcome = readText(std::u16string_view(source), stored);
-    if (!outcome.taken) {
+    if (!outcome.isIri) {
         refuse(outcome, source);
     }
 }
 
-// What a move has left behind, but for the text, becomes as in a new value.
+// Makes everything but the text as in a new value, after a move.
 inline void Value::forget() noexcept {
     stored.components = Components();
     stored.parsed = false;
@@ -77,7 +77,7 @@ Value& Value::operator=(TemplateIRI const& other) {
 Value& Value::operator=(TemplateIRI&& other) noexcept {
     if (this != &other) {
         stored = std::move(other.stored);
-        std::u32string().swap(other.stored.text); // which the move may have left with the text of this
+        std::u32string().swap(other.stored.text); // the move may have left this value's text there
         storedIsIn.store(other.storedIsIn.load(std::memory_order_relaxed), std::memory_order_relaxed);
         hash = other.hash;
         iriText = std::move(other.iriText);

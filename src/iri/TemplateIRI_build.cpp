@@ -1,4 +1,4 @@
-// From arguments to a value, and back.
+// Makes a value of arguments, and arguments of a value.
 
 #include <foundation/network/iri/detail/ArgsBase.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
@@ -30,8 +30,8 @@ void requireHost(bool hasUserInfo, bool hasHost, bool hasPort, std::u32string_vi
 Value::TemplateIRI(Args const& args) {
     auto const& content = args.content;
     std::u32string encodedQuery; // the draft reads it until it is finished
-    Draft draft(stored, Draft::Kind::built);
-    // The order is the one in which failures are found.
+    Draft draft(stored, Draft::Guarantee::none);
+    // Where several of these checks fail, the first one decides what is thrown.
     if (content.hasScheme) {
         if (!content.schemeTrusted && !grammar::matchScheme(content.scheme)) {
             core::except::refuse("Malformed scheme");
@@ -64,7 +64,8 @@ Value::TemplateIRI(Args const& args) {
     draft.finish();
 }
 
-// What the value does not have of an authority stays in the arguments as it was; query and fragment do not.
+// A scheme, user information, host or port that the value lacks stays in the arguments as it was; a query or
+// fragment that it lacks is cleared.
 void Value::toArgs(Args& args) const {
     if (!stored.components.hasPath) {
         throw std::runtime_error("Item not set: Path");
@@ -73,7 +74,7 @@ void Value::toArgs(Args& args) const {
         std::u32string own;
         return std::u32string(stored.inForm(part, Form::raw, own));
     };
-    Args result(args); // a component that cannot be decoded must leave the arguments as they were
+    Args result(args); // a copy: if decoding throws, the arguments stay as they were
     auto& content = result.content;
     if (hasScheme()) {
         result.setScheme(std::u32string(stored.scheme()));

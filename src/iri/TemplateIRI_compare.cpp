@@ -1,4 +1,4 @@
-// Equality, order and hash: exact code points of the texts, and nothing else.
+// Equality, order and hash. Texts are compared code point by code point; nothing is normalised.
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
@@ -10,24 +10,24 @@ using Value = TemplateIRI<std::u32string>;
 
 namespace {
 
-constexpr std::uint64_t FNV_OFFSET = 0xcbf29ce484222325;
-constexpr std::uint64_t FNV_PRIME = 0x100000001b3;
-constexpr std::uint64_t FNV_PRIME_2 = FNV_PRIME * FNV_PRIME;
-constexpr std::uint64_t FNV_PRIME_3 = FNV_PRIME_2 * FNV_PRIME;
-constexpr std::uint64_t FNV_PRIME_4 = FNV_PRIME_3 * FNV_PRIME;
+constexpr std::uint64_t fnvOffset = 0xcbf29ce484222325;
+constexpr std::uint64_t fnvPrime = 0x100000001b3;
+constexpr std::uint64_t fnvPrime2 = fnvPrime * fnvPrime;
+constexpr std::uint64_t fnvPrime3 = fnvPrime2 * fnvPrime;
+constexpr std::uint64_t fnvPrime4 = fnvPrime3 * fnvPrime;
 
-// 64-bit FNV-1a over four bytes a code point, the least significant first. Bytes of zero only multiply, so
-// most code points take one multiplication.
+// 64-bit FNV-1a over the four bytes of each code point, the least significant first. A zero byte only
+// multiplies, so the multiplications for several of them are done as one.
 std::uint64_t fnv1a(std::u32string_view text) {
-    std::uint64_t hash = FNV_OFFSET;
+    std::uint64_t hash = fnvOffset;
     for (char32_t const c : text) {
         if (c < 0x100) {
-            hash = (hash ^ c) * FNV_PRIME_4;
+            hash = (hash ^ c) * fnvPrime4;
         } else if (c < 0x10000) {
-            hash = ((hash ^ (c & 0xFF)) * FNV_PRIME ^ c >> 8) * FNV_PRIME_3;
+            hash = ((hash ^ (c & 0xFF)) * fnvPrime ^ c >> 8) * fnvPrime3;
         } else {
-            hash = ((hash ^ (c & 0xFF)) * FNV_PRIME ^ (c >> 8 & 0xFF)) * FNV_PRIME;
-            hash = ((hash ^ (c >> 16 & 0xFF)) * FNV_PRIME ^ c >> 24) * FNV_PRIME;
+            hash = ((hash ^ (c & 0xFF)) * fnvPrime ^ (c >> 8 & 0xFF)) * fnvPrime;
+            hash = ((hash ^ (c >> 16 & 0xFF)) * fnvPrime ^ c >> 24) * fnvPrime;
         }
     }
     return hash;
@@ -45,7 +45,7 @@ bool Value::operator==(TemplateIRI const& other) const {
     }
     Components const& components = stored.components;
     if (sameText && !stored.parsed && !other.stored.parsed && components.isLike(other.stored.components)) {
-        return true; // the same components in the same forms: no need to make the Iri form
+        return true; // the Iri forms need not be made to be compared
     }
     if (stored.scheme() != other.stored.scheme() || hasPort() != other.hasPort() ||
         components.port != other.stored.components.port) {
@@ -57,7 +57,8 @@ bool Value::operator==(TemplateIRI const& other) const {
     return text::isSame(kept(Form::iri), other.kept(Form::iri));
 }
 
-// A strict weak order over parsed values and over others, but not over both mixed: see `IRITextLess`.
+// A strict weak order over parsed values, and over values that were not parsed, but not over both mixed;
+// `IRITextLess` is one over all.
 bool Value::operator<(TemplateIRI const& other) const {
     Form const form = stored.parsed || other.stored.parsed ? Form::iri : Form::raw;
     return kept(form) < other.kept(form);

@@ -1,10 +1,10 @@
-// Making a reference: what, resolved against a base, gives this value again.
+// Makes a reference that leads from a base to this value, the target.
 
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
 
 #include "except/Refuse.hpp"
 #include "iri/Draft.hpp"
-#include "iri/PathIn.hpp"
+#include "iri/PathInForm.hpp"
 #include "iri/encoding/Conversions.hpp"
 #include "text/Scans.hpp"
 
@@ -16,52 +16,52 @@ using core::except::refuse;
 
 namespace {
 
-bool hasSameRaw(Part part, StoredText const& own, StoredText const& base) {
-    if (!own.components.has(part) || !base.components.has(part)) {
-        return own.components.has(part) == base.components.has(part);
+bool hasSameRaw(Part part, StoredText const& target, StoredText const& base) {
+    if (!target.components.has(part) || !base.components.has(part)) {
+        return target.components.has(part) == base.components.has(part);
     }
-    bool const sameForm = own.components.form(part) == base.components.form(part);
-    if (sameForm && text::isSame(own.given(part), base.given(part)) &&
-        (part != Part::query || own.components.queryIsFormEncoded == base.components.queryIsFormEncoded)) {
-        return true; // whether it can be decoded or not
+    bool const sameForm = target.components.form(part) == base.components.form(part);
+    if (sameForm && text::isSame(target.given(part), base.given(part)) &&
+        (part != Part::query || target.components.queryIsFormEncoded == base.components.queryIsFormEncoded)) {
+        return true; // even if they cannot be decoded
     }
     try {
         std::u32string decoded;
         std::u32string decodedOfBase;
-        return text::isSame(own.inForm(part, Form::raw, decoded),
+        return text::isSame(target.inForm(part, Form::raw, decoded),
                             base.inForm(part, Form::raw, decodedOfBase));
     } catch (std::out_of_range const&) {
-        return false; // what cannot be decoded reads like nothing else; it fails where its Raw form is wanted
+        return false; // equal to nothing else; whoever needs its Raw form will throw
     }
 }
 
-bool hasSameAuthority(StoredText const& own, StoredText const& base) {
-    return own.components.hasPort() == base.components.hasPort() && own.port() == base.port() &&
-           hasSameRaw(Part::userInfo, own, base) && hasSameRaw(Part::host, own, base);
+bool hasSameAuthority(StoredText const& target, StoredText const& base) {
+    return target.components.hasPort() == base.components.hasPort() && target.port() == base.port() &&
+           hasSameRaw(Part::userInfo, target, base) && hasSameRaw(Part::host, target, base);
 }
 
-void takePathAndQuery(StoredText const& own, Draft& draft) {
-    draft.takePath(own);
-    draft.takeQuery(own);
+void takePathAndQuery(StoredText const& target, Draft& draft) {
+    draft.takePath(target);
+    draft.takeQuery(target);
 }
 
-// All but the fragment.
-void takeWhole(StoredText const& own, Draft& draft) {
-    draft.takeFront(own);
-    takePathAndQuery(own, draft);
+void takeAllButFragment(StoredText const& target, Draft& draft) {
+    draft.takeSchemeAndAuthority(target);
+    takePathAndQuery(target, draft);
 }
 
-// The same without its scheme: a network-path reference.
-void takeNetworkPath(StoredText const& own, Draft& draft) {
-    draft.takeAuthority(own);
-    takePathAndQuery(own, draft);
+// A network-path reference (RFC 3986, section 4.2), without its fragment.
+void takeNetworkPathReference(StoredText const& target, Draft& draft) {
+    draft.takeAuthority(target);
+    takePathAndQuery(target, draft);
 }
 
-// A reference to the last segment of the path, which keeps the base's query out.
-std::u32string getMinimalRelativePath(StoredText const& own) {
+// The relative path that leads from the target's directory to its last segment. A reference with an empty
+// path would take the base's query.
+std::u32string getMinimalRelativePath(StoredText const& target) {
     std::u32string decoded;
-    std::u32string_view const raw = own.inForm(Part::path, Form::raw, decoded);
-    std::u32string const path = removeRelativePathSegments(raw, own.components.pathIsAbsolute);
+    std::u32string_view const raw = target.inForm(Part::path, Form::raw, decoded);
+    std::u32string const path = removeRelativePathSegments(raw, target.components.pathIsAbsolute);
     if (path.empty() || path.back() == U'/') {
         return U".";
     }
@@ -69,17 +69,17 @@ std::u32string getMinimalRelativePath(StoredText const& own) {
     return slash == std::u32string::npos ? U"./" + path : U"." + path.substr(slash);
 }
 
-// The way from the base's path to the own one; nothing, and false, where they differ in dot segments only.
-// `buffer` holds what the draft reads.
-bool setRelativePath(StoredText const& own, StoredText const& base, Draft& draft, std::u32string& buffer) {
-    // A parsed value is compared as it was written, and only the result is decoded.
-    Form const form = own.parsed ? Form::iri : Form::raw;
+// Sets the relative path that leads from the base's path to the target's. Sets nothing and returns false if
+// they differ in dot segments only. The draft reads `buffer` until it is finished.
+bool setRelativePath(StoredText const& target, StoredText const& base, Draft& draft, std::u32string& buffer) {
+    // The paths are compared in the Iri form if the target was parsed; only the result is decoded.
+    Form const form = target.parsed ? Form::iri : Form::raw;
     std::u32string baseBuffer;
-    PathIn to(own, form, buffer);
-    PathIn from(base, form, baseBuffer);
-    // Whether a path can be split is told before its dots are removed, as a resolution tells it.
+    PathInForm to(target, form, buffer);
+    PathInForm from(base, form, baseBuffer);
+    // A resolution, too, looks at this before dot segments are removed.
     bool const canBeSplit = !to.shape.hasEmptySegments && !from.shape.hasEmptySegments;
-    bool const absolute = own.components.pathIsAbsolute;
+    bool const absolute = target.components.pathIsAbsolute;
     bool const decodes = form == Form::iri && !to.shape.isRaw;
     if (to.shape.hasDotSegments) {
         buffer = removeRelativePathSegments(to.text, absolute);
@@ -93,22 +93,24 @@ bool setRelativePath(StoredText const& own, StoredText const& base, Draft& draft
         return false;
     }
     if (form == Form::iri && !from.shape.isRaw) {
-        std::u32string unread; // a base that cannot be decoded is refused: the result could never be resolved
-        (void)base.inForm(Part::path, Form::raw, unread);
+        // Throws if the base's path cannot be decoded: the result could not be resolved against it.
+        std::u32string unused;
+        (void)base.inForm(Part::path, Form::raw, unused);
     }
-    Way way{0, to.text};
+    RelativePath relative{0, to.text};
     if (canBeSplit) {
-        way = wayBetween(from.text, to.text, absolute);
+        relative = relativePathBetween(from.text, to.text, absolute);
     } else if (to.text.substr(0, 1) != U"/") {
-        // Nothing is known of what the two share: the own path, from the start of the base's.
-        way.up = static_cast<std::size_t>(std::count(from.text.begin(), from.text.end(), U'/'));
+        // Paths that cannot be split are not compared, so a rootless target is reached from where the base's
+        // path starts.
+        relative.dotDots = static_cast<std::size_t>(std::count(from.text.begin(), from.text.end(), U'/'));
     }
-    constexpr std::u32string_view parents = U"../../../../../../../../";
-    if (!decodes && 3 * way.up <= parents.size()) {
-        draft.setPath(parents.substr(0, 3 * way.up), way.rest, Form::raw); // needs no text of its own
+    constexpr std::u32string_view someDotDots = U"../../../../../../../../";
+    if (!decodes && 3 * relative.dotDots <= someDotDots.size()) { // most paths; nothing is allocated
+        draft.setPath(someDotDots.substr(0, 3 * relative.dotDots), relative.rest, Form::raw);
         return true;
     }
-    std::u32string path = textOf(way);
+    std::u32string path = toText(relative);
     if (decodes) {
         if (auto decoded = encoding::rawFromIri(Part::path, path, PartContext())) {
             path = std::move(*decoded);
@@ -118,31 +120,32 @@ bool setRelativePath(StoredText const& own, StoredText const& base, Draft& draft
     return true;
 }
 
-// Path and query where both have a path.
-void setRelativePathAndQuery(StoredText const& own, StoredText const& base, Draft& draft,
+// Sets path and query if neither path is empty.
+void setRelativePathAndQuery(StoredText const& target, StoredText const& base, Draft& draft,
                              std::u32string& buffer) {
-    bool const same = hasSameRaw(Part::path, own, base);
-    if (same && hasSameRaw(Part::query, own, base)) {
+    bool const same = hasSameRaw(Part::path, target, base);
+    if (same && hasSameRaw(Part::query, target, base)) {
         return draft.setPath(std::u32string_view(), Form::raw);
     }
-    if (same || !setRelativePath(own, base, draft, buffer)) {
-        bool const keepsQueryOut = base.components.hasQuery() && !own.components.hasQuery();
-        draft.setPath(keepsQueryOut ? getMinimalRelativePath(own) : std::u32string(), Form::raw);
+    if (same || !setRelativePath(target, base, draft, buffer)) {
+        bool const dropsBaseQuery = base.components.hasQuery() && !target.components.hasQuery();
+        draft.setPath(dropsBaseQuery ? getMinimalRelativePath(target) : std::u32string(), Form::raw);
     }
-    draft.takeQuery(own);
+    draft.takeQuery(target);
 }
 
-// All but the fragment.
-void setReference(StoredText const& own, StoredText const& base, Draft& draft, std::u32string& buffer) {
-    Components const& t = own.components;
+void setAllButFragment(StoredText const& target, StoredText const& base, Draft& draft,
+                       std::u32string& buffer) {
+    Components const& t = target.components;
     Components const& b = base.components;
-    // Written alike, in the same forms, they are the same, whether they can be decoded or not.
-    bool const sameFront =
-        t.hasFrontLike(b) && text::isSame(own.stretch(0, t.pathBegin), base.stretch(0, b.pathBegin));
-    bool const sameScheme = sameFront || own.scheme() == base.scheme();
-    bool const sameAuthority = sameFront || (sameScheme && hasSameAuthority(own, base));
+    // Equal texts in equal forms are the same, even if they cannot be decoded.
+    bool const sameSchemeAndAuthority =
+        t.hasSchemeAndAuthorityLike(b) &&
+        text::isSame(target.stretch(0, t.pathBegin), base.stretch(0, b.pathBegin));
+    bool const sameScheme = sameSchemeAndAuthority || target.scheme() == base.scheme();
+    bool const sameAuthority = sameSchemeAndAuthority || (sameScheme && hasSameAuthority(target, base));
     if (t.hasScheme() && !sameScheme) {
-        return takeWhole(own, draft);
+        return takeAllButFragment(target, draft);
     }
     if (!t.hasScheme()) {
         if (b.hasScheme()) {
@@ -153,18 +156,18 @@ void setReference(StoredText const& own, StoredText const& base, Draft& draft, s
         }
     }
     if (!t.hasHost() && b.hasHost()) {
-        return takeWhole(own, draft);
+        return takeAllButFragment(target, draft);
     }
     if (t.hasHost() && !sameAuthority) {
-        return takeNetworkPath(own, draft);
+        return takeNetworkPathReference(target, draft);
     }
-    // Scheme and authority are the same.
+    // From here on both have the same scheme and authority.
     if (!t.pathIsEmpty() && !b.pathIsEmpty()) {
-        return setRelativePathAndQuery(own, base, draft, buffer);
+        return setRelativePathAndQuery(target, base, draft, buffer);
     }
     if (!t.pathIsEmpty()) {
-        draft.setPath(own.inForm(Part::path, Form::raw, buffer), Form::raw, t.pathIsAbsolute);
-        return draft.takeQuery(own);
+        draft.setPath(target.inForm(Part::path, Form::raw, buffer), Form::raw, t.pathIsAbsolute);
+        return draft.takeQuery(target);
     }
     bool const nothingBefore = !t.hasScheme() && !t.hasHost();
     if (nothingBefore && !b.pathIsEmpty()) {
@@ -174,16 +177,17 @@ void setReference(StoredText const& own, StoredText const& base, Draft& draft, s
         refuse("Cannot make relative to base as base has query but this does not");
     }
     if (!b.pathIsEmpty() || (!t.hasQuery() && b.hasQuery())) {
-        // A mere empty path would take the base's, or its query: the reference names its start.
+        // An empty path alone would take the base's path or query, so the authority or the scheme is
+        // repeated.
         if (t.hasHost()) {
-            draft.takeAuthority(own);
+            draft.takeAuthority(target);
         } else {
-            draft.takeScheme(own);
+            draft.takeScheme(target);
         }
     }
     draft.setPath(std::u32string_view(), Form::raw);
-    if (!b.pathIsEmpty() || !hasSameRaw(Part::query, own, base)) {
-        draft.takeQuery(own);
+    if (!b.pathIsEmpty() || !hasSameRaw(Part::query, target, base)) {
+        draft.takeQuery(target);
     }
 }
 
@@ -200,8 +204,8 @@ TemplateIRI<std::u32string> TemplateIRI<std::u32string>::doRelativise(TemplateIR
     }
     std::u32string buffer; // the draft reads it until it is finished
     TemplateIRI result;
-    Draft draft(result.stored, Draft::Kind::reference);
-    setReference(stored, base.stored, draft, buffer);
+    Draft draft(result.stored, Draft::Guarantee::noFalseHost);
+    setAllButFragment(stored, base.stored, draft, buffer);
     draft.takeFragment(stored);
     draft.finish();
     return result;

@@ -1,8 +1,8 @@
-// From a value to text: the components in every form, the whole in every form.
+// Makes texts of a value: single components and the whole, in every encoding.
 //
-// There is one road: `inForm` gives a component in one of the three forms, and what is asked for in a strict
-// encoding passes `escapeStrayPercent` besides. `kept` gives the whole in the two forms that comparisons
-// need.
+// `StoredText::inForm` gives a component in one of the three forms; for a strict encoding
+// `escapeStrayPercent` is applied to it. The commonest conversions are made in one pass instead
+// (`ValueReader::component`). `kept` gives the whole in the Iri and the Raw form, which comparisons need.
 
 #include <foundation/core/except/InternalException.hpp>
 #include <foundation/network/iri/detail/TemplateIRI.hpp>
@@ -34,7 +34,7 @@ constexpr bool isStrict(Encoding encoding) {
 }
 
 // The strict form of a component's text; where that is another text, `own` holds it.
-std::u32string_view strictly(Part part, std::u32string_view text, std::u32string& own) {
+std::u32string_view strictText(Part part, std::u32string_view text, std::u32string& own) {
     bool const brackets = encoding::rulesOf(part).strictBrackets == encoding::StrictBrackets::escaped;
     bool const mayChange = text::contains(text, U'%') ||
                            (brackets && (text::contains(text, U'[') || text::contains(text, U']')));
@@ -45,28 +45,28 @@ std::u32string_view strictly(Part part, std::u32string_view text, std::u32string
     return own;
 }
 
-/// The components of a value in one encoding, put together.
-class InEncoding {
+/// The components of a value in one encoding, and the texts that they make up together.
+class EncodedComponents {
 public:
-    /// Reads the components up to `last`, in the order of an IRI; the others cannot be asked for.
-    InEncoding(StoredText const& from, Encoding encoding, Part last) : stored(from) {
+    /// Converts the components up to `last`, in the order of an IRI. The others must not be asked for.
+    EncodedComponents(StoredText const& from, Encoding encoding, Part last) : stored(from) {
         for (std::size_t i = 0; i <= static_cast<std::size_t>(last); ++i) {
             auto const part = static_cast<Part>(i);
             if (stored.components.has(part)) {
                 texts[i] = stored.inForm(part, formOf(encoding), own[i]);
                 if (isStrict(encoding)) {
-                    texts[i] = strictly(part, texts[i], own[i]);
+                    texts[i] = strictText(part, texts[i], own[i]);
                 }
             }
         }
     }
-    InEncoding(InEncoding const&) = delete;
-    InEncoding& operator=(InEncoding const&) = delete;
-    ~InEncoding() = default;
+    EncodedComponents(EncodedComponents const&) = delete;
+    EncodedComponents& operator=(EncodedComponents const&) = delete;
+    ~EncodedComponents() = default;
 
-    /// Whether each of them reads as it was given.
+    /// Whether each text is the one that was given.
     [[nodiscard]] bool areAsGiven() const {
-        for (std::size_t i = 0; i != texts.size(); ++i) {
+        for (std::size_t i = 0; i != texts.size(); ++i) { // a text that is no view of `own` was not converted
             if (texts[i].data() == own[i].data() &&
                 !text::isSame(texts[i], stored.given(static_cast<Part>(i)))) {
                 return false;
@@ -114,7 +114,7 @@ private:
 
     StoredText const& stored;
     std::array<std::u32string, 5> own;
-    std::array<std::u32string_view, 5> texts; // of `own` or of the stored text
+    std::array<std::u32string_view, 5> texts; // views of `own` or of the stored text
 };
 
 } // namespace
@@ -144,7 +144,8 @@ String ValueReader<String>::component(Part part, Encoding encoding) const {
     if (!components.has(part)) {
         throwNotSet(part);
     }
-    // Nearly every call asks for a component that was parsed, in an encoding that is made in one pass.
+    // Nearly every call asks for a component that was given in the Iri form, in one of these encodings, which
+    // are made in one pass.
     if (components.form(part) == Form::iri) {
         std::u32string_view const iri = stored.given(part);
         bool const decodes = part != Part::query || !components.queryIsFormEncoded;
@@ -162,7 +163,7 @@ String ValueReader<String>::component(Part part, Encoding encoding) const {
     std::u32string strict;
     std::u32string_view text = stored.inForm(part, formOf(encoding), own);
     if (isStrict(encoding) && encoding::rulesOf(part).strictGetter) {
-        text = strictly(part, text, strict);
+        text = strictText(part, text, strict);
     }
     return text::to<String>(text);
 }
@@ -173,7 +174,7 @@ String ValueReader<String>::authority(Encoding encoding) const {
         throw makeInternalException(std::runtime_error("Item not set: Host: Host (in getAuthority)"));
     }
     std::u32string authority;
-    InEncoding(stored, encoding, Part::host).appendAuthority(authority);
+    EncodedComponents(stored, encoding, Part::host).appendAuthority(authority);
     return text::to<String>(authority);
 }
 
@@ -183,23 +184,23 @@ String ValueReader<String>::schemeSpecificPart(Encoding encoding) const {
         throwNotSet(Part::path);
     }
     std::u32string schemeSpecificPart;
-    InEncoding(stored, encoding, Part::query).appendSchemeSpecificPart(schemeSpecificPart);
+    EncodedComponents(stored, encoding, Part::query).appendSchemeSpecificPart(schemeSpecificPart);
     return text::to<String>(schemeSpecificPart);
 }
 
 template <class String>
 String ValueReader<String>::whole(bool strict) const {
-    return strict ? InEncoding(stored, Encoding::IriStrict, Part::fragment).template wholeAs<String>()
+    return strict ? EncodedComponents(stored, Encoding::IriStrict, Part::fragment).template wholeAs<String>()
                   : text::to<String>(ValueAccess::kept(value, Form::iri));
 }
 
 template <class String>
 String ValueReader<String>::wholeInAscii(bool strict) const {
     if (strict) {
-        return InEncoding(stored, Encoding::UriStrict, Part::fragment).template wholeAs<String>();
+        return EncodedComponents(stored, Encoding::UriStrict, Part::fragment).template wholeAs<String>();
     }
-    // The delimiters are in ASCII, so the whole is made like a component; only a scheme that is not stays as
-    // it is.
+    // The delimiters are ASCII, so the whole is converted like one component. But a scheme stays as it is,
+    // even if it is not ASCII.
     std::u32string_view const iri = ValueAccess::kept(value, Form::iri);
     std::u32string_view const scheme = stored.scheme();
     if (encoding::isUriForm(scheme)) {
@@ -253,7 +254,7 @@ std::u16string Value::toAsciiString(bool strict) const {
     return Reader(*this).wholeInAscii(strict);
 }
 
-// The whole in the Iri or the Raw form, which comparisons come back to.
+// The whole in the Iri or the Raw form. It is kept, since comparisons ask for it again and again.
 std::u32string const& Value::kept(Form form) const {
     auto const bit = static_cast<unsigned char>(1U << static_cast<unsigned>(form));
     if ((stored.parsed && form == Form::iri) || (storedIsIn.load(std::memory_order_relaxed) & bit) != 0) {
@@ -263,7 +264,7 @@ std::u32string const& Value::kept(Form form) const {
     if (auto const* const there = place.get()) {
         return *there;
     }
-    InEncoding const components(stored, encodingOf(form), Part::fragment);
+    EncodedComponents const components(stored, encodingOf(form), Part::fragment);
     if (components.areAsGiven()) {
         storedIsIn.fetch_or(bit, std::memory_order_relaxed);
         return stored.text;

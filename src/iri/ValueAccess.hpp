@@ -4,8 +4,8 @@
 
 namespace foundation::network::iri::detail {
 
-/// What operations that stand beside `IRI` see of it: the value behind it, and its text with the record of
-/// its components. Whoever writes there has exclusive use of the value, which must be new.
+/// Gives operations that are not members of `IRI` access to the value behind it and to its stored text. Only
+/// a new value that nobody else uses yet may be written to.
 struct ValueAccess {
     using Value = TemplateIRI<std::u32string>;
 
@@ -15,7 +15,7 @@ struct ValueAccess {
     static StoredText const& stored(IRI const& iri) noexcept { return iri.value.stored; }
     static StoredText& stored(IRI& iri) noexcept { return iri.value.stored; }
 
-    /// The whole in the Iri or the Raw form, which stays with the value.
+    /// The whole in the Iri or the Raw form, which the value keeps.
     static std::u32string const& kept(Value const& value, Form form) { return value.kept(form); }
 };
 

@@ -4,9 +4,8 @@
 
 namespace foundation::network::iri::detail {
 
-/// The getters of a value, which `IRI` gives in UTF-16 and `Utf8View` in UTF-8: `String` is `std::u16string`
-/// or `std::string`. Each is made straight from the value's own text. What they give and throw is told at
-/// `IRI`.
+/// The getters behind `IRI`, with `std::u16string`, and behind `Utf8View`, with `std::string`. Each makes its
+/// results from the value's own texts, not by way of the other. `IRI` documents what they return and throw.
 template <class String>
 class ValueReader {
 public:

@@ -33,7 +33,7 @@ Assembly::Assembly(iri::detail::StoredText const& from)
 IRI Assembly::assembled() const {
     iri::detail::requireHost(userInfo.has_value(), host.has_value(), port.has_value(), path);
     IRI result;
-    Draft draft(ValueAccess::stored(result), Draft::Kind::exact);
+    Draft draft(ValueAccess::stored(result), Draft::Guarantee::asParsed);
     if (scheme) {
         draft.setScheme(*scheme);
     }

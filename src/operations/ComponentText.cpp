@@ -104,7 +104,7 @@ std::u32string componentText(Part part, std::u16string_view text, iri::Encoding 
         return escaped(part, std::move(result), context);
     }
     if (!isComponent(part, result)) {
-        iri::throwNoIri();
+        iri::throwParsingFailed();
     }
     return result;
 }

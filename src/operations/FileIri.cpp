@@ -61,7 +61,7 @@ IRI iriFromFile(std::filesystem::path const& path) {
         }
     }
     IRI result;
-    Draft draft(ValueAccess::stored(result), Draft::Kind::exact);
+    Draft draft(ValueAccess::stored(result), Draft::Guarantee::asParsed);
     draft.setScheme(U"file");
     draft.setHost({}, Form::iri);
     draft.setPath(text, Form::iri);

@@ -15,7 +15,7 @@ void InIriForm::convert(iri::detail::StoredText& made) const {
         return stored.inForm(part, Form::iri, texts[static_cast<std::size_t>(part)]);
     };
     Components const& components = stored.components;
-    Draft draft(made, Draft::Kind::built);
+    Draft draft(made, Draft::Guarantee::none);
     if (components.hasScheme()) {
         draft.setScheme(stored.scheme());
     }

@@ -6,7 +6,7 @@
 #include <foundation/network/IdnConverter.hpp>
 
 #include "base/NeverDestroyed.hpp"
-#include "iri/RelativePath.hpp"
+#include "iri/Paths.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/grammar/CharacterClasses.hpp"
 #include "operations/Assembly.hpp"

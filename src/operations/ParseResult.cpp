@@ -93,13 +93,13 @@ template <class Unit>
 ParseResult::ParseResult(std::basic_string_view<Unit> text) : iri(std::in_place) {
     iri::detail::StoredText& stored = ValueAccess::stored(*iri);
     iri::ReadOutcome const outcome = iri::readText(text, stored);
-    if (outcome.taken) {
+    if (outcome.isIri) {
         return;
     }
-    if (outcome.notText != text::NO_FAULT) {
-        fault = noText(text, outcome.notText);
+    if (outcome.malformedAt != text::NO_FAULT) {
+        fault = noText(text, outcome.malformedAt);
         if constexpr (sizeof(Unit) == sizeof(char16_t)) {
-            misplacedUnit = text::misplacedUnit(text, outcome.notText);
+            misplacedUnit = text::misplacedUnit(text, outcome.malformedAt);
         }
     } else {
         fault = operations::findFault(stored);
@@ -117,7 +117,7 @@ void ParseResult::refuse() const {
     case ParseReason::NotUtf8:
         text::throwNotUtf8();
     default:
-        iri::throwNoIri();
+        iri::throwParsingFailed();
     }
 }
 

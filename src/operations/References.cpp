@@ -4,7 +4,7 @@
 #include <foundation/network/References.hpp>
 
 #include "iri/Draft.hpp"
-#include "iri/RelativePath.hpp"
+#include "iri/Paths.hpp"
 #include "iri/ValueAccess.hpp"
 #include "operations/InIriForm.hpp"
 #include "text/Scans.hpp"
@@ -61,7 +61,7 @@ void setMergedPath(View reference, StoredText const& base, Draft& draft, std::u3
         return draft.setPath(own, Form::iri);
     }
     if (directory.substr(0, 1) == U"/") { // most references only go up first
-        iri::goUp(directory, reference);
+        iri::resolveLeadingDotDots(directory, reference);
     }
     if (iri::hasRelativePathSegments(reference)) {
         own.append(directory).append(reference);
@@ -75,7 +75,7 @@ void setMergedPath(View reference, StoredText const& base, Draft& draft, std::u3
 void resolve(StoredText const& reference, StoredText const& base, Draft& draft, std::u32string& own) {
     View const path = reference.given(Part::path);
     if (reference.components.hasScheme()) {
-        draft.takeFront(reference);
+        draft.takeSchemeAndAuthority(reference);
         draft.setPath(withoutDots(path, own), Form::iri);
     } else {
         if (reference.components.hasHost()) {
@@ -83,7 +83,7 @@ void resolve(StoredText const& reference, StoredText const& base, Draft& draft, 
             draft.takeAuthority(reference);
             draft.setPath(withoutDots(path, own), Form::iri);
         } else {
-            draft.takeFront(base);
+            draft.takeSchemeAndAuthority(base);
             if (path.empty()) {
                 draft.setPath(base.given(Part::path), Form::iri);
                 draft.takeQuery(reference.components.hasQuery() ? reference : base);
@@ -96,7 +96,7 @@ void resolve(StoredText const& reference, StoredText const& base, Draft& draft, 
             }
         }
     }
-    draft.takeBehindPath(reference);
+    draft.takeQueryAndFragment(reference);
 }
 
 /// The length of a text in UTF-16.
@@ -129,7 +129,7 @@ View upwards(std::size_t count, std::size_t less, std::u32string& own) {
 /// Whether a relative path needs "./" in front: it begins with "/", or its first segment holds ":". The draft
 /// sees the latter as well; here it counts only where "./" could make the path longer than what it spares.
 bool readsAsOtherwise(View path, std::size_t spared) {
-    return path.front() == U'/' || (spared < 2 && iri::detail::beginsLikeScheme(path));
+    return path.front() == U'/' || (spared < 2 && iri::detail::hasColonInFirstSegment(path));
 }
 
 /// The relative path by so many times "../" and then what is behind the shared start.
@@ -206,7 +206,7 @@ bool hasSameQuery(StoredText const& left, StoredText const& right) {
 /// A path behind a scheme and, if there is one, an authority. Beside none, a path that begins with "//" needs
 /// a dot segment in front; "./" leads to it as "/." does, and has no "/" in front.
 void setWhole(StoredText const& target, View path, Draft& draft) {
-    draft.takeFront(target);
+    draft.takeSchemeAndAuthority(target);
     bool const guarded = !target.components.hasHost() && path.substr(0, 2) == U"//";
     draft.setPath(guarded ? View(U"./") : View(), path, Form::iri);
 }
@@ -269,7 +269,7 @@ IRI resolveExactly(IRI const& reference, IRI const& base) {
     InIriForm const to(base);
     std::u32string own; // the draft reads it until it is finished
     IRI result;
-    Draft draft(ValueAccess::stored(result), Draft::Kind::exact);
+    Draft draft(ValueAccess::stored(result), Draft::Guarantee::asParsed);
     resolve(from.get(), to.get(), draft, own);
     draft.finish();
     return result;
@@ -282,10 +282,10 @@ IRI makeRelativeExactly(IRI const& iri, IRI const& base) {
     std::u32string directory;
     RelativePath relative;
     IRI result;
-    Draft draft(ValueAccess::stored(result), Draft::Kind::exact);
+    Draft draft(ValueAccess::stored(result), Draft::Guarantee::asParsed);
     bool queryIsTaken = false;
     if (!iri.hasScheme() || !base.hasScheme()) {
-        draft.takeFront(target.get());
+        draft.takeSchemeAndAuthority(target.get());
         draft.setPath(target.path(), Form::iri);
     } else {
         queryIsTaken = setReference(target.get(), withoutDots(target.path(), path), from.get(), draft,

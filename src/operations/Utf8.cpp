@@ -23,11 +23,11 @@ auto reader(IRI const& iri) {
 IRI iriFromUtf8(std::string_view text) {
     IRI result;
     iri::ReadOutcome const outcome = iri::readText(text, ValueAccess::stored(result));
-    if (outcome.notText != text::NO_FAULT) {
+    if (outcome.malformedAt != text::NO_FAULT) {
         text::throwNotUtf8();
     }
-    if (!outcome.taken) {
-        iri::throwNoIri();
+    if (!outcome.isIri) {
+        iri::throwParsingFailed();
     }
     return result;
 }

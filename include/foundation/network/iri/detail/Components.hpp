@@ -117,7 +117,7 @@ struct Components {
     }
 
     /// Whether scheme and authority stand at the same places in the same forms.
-    [[nodiscard]] constexpr bool hasFrontLike(Components const& other) const noexcept {
+    [[nodiscard]] constexpr bool hasSchemeAndAuthorityLike(Components const& other) const noexcept {
         return schemeEnd == other.schemeEnd && hostBegin == other.hostBegin && hostEnd == other.hostEnd &&
                pathBegin == other.pathBegin && form(Part::userInfo) == other.form(Part::userInfo) &&
                form(Part::host) == other.form(Part::host);
@@ -125,7 +125,7 @@ struct Components {
     /// Whether all components stand at the same places in the same forms: with the same text, every form of
     /// both is the same.
     [[nodiscard]] constexpr bool isLike(Components const& other) const noexcept {
-        return hasFrontLike(other) && pathEnd == other.pathEnd && queryEnd == other.queryEnd &&
+        return hasSchemeAndAuthorityLike(other) && pathEnd == other.pathEnd && queryEnd == other.queryEnd &&
                end == other.end && form(Part::path) == other.form(Part::path) &&
                form(Part::query) == other.form(Part::query) &&
                form(Part::fragment) == other.form(Part::fragment) &&

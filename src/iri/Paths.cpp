@@ -1,4 +1,4 @@
-#include "iri/RelativePath.hpp"
+#include "iri/Paths.hpp"
 
 #include "iri/grammar/PathSplitter.hpp"
 #include "text/Scans.hpp"
@@ -10,11 +10,11 @@ namespace foundation::network::iri {
 
 namespace {
 
-bool isDot(std::u32string_view name) {
-    return name == U".";
+bool isDot(std::u32string_view segment) {
+    return segment == U".";
 }
-bool isDotDot(std::u32string_view name) {
-    return name == U"..";
+bool isDotDot(std::u32string_view segment) {
+    return segment == U"..";
 }
 
 bool beginsWithSlash(std::u32string_view path) {
@@ -23,9 +23,10 @@ bool beginsWithSlash(std::u32string_view path) {
 
 } // namespace
 
-// RFC 3986, section 5.2.4, on a text, which only gets shorter.
+// RFC 3986, section 5.2.4, with its steps 2A to 2E. The text only gets shorter, so both buffers of the RFC
+// are stretches of it.
 void removeDotSegments(std::u32string& path) {
-    std::size_t written = 0; // the output buffer is path[0, written), the input buffer path[at, size)
+    std::size_t written = 0; // the output buffer is [0, written), the input buffer [at, size)
     std::size_t const size = path.size();
     auto const dropLastSegment = [&path, &written] {
         while (written != 0 && path[--written] != U'/') {
@@ -36,7 +37,7 @@ void removeDotSegments(std::u32string& path) {
         bool const slash = input[0] == U'/';
         std::u32string_view const segment = input.substr(slash, input.find(U'/', 1) - slash);
         bool const last = slash + segment.size() == input.size();
-        if (!isDot(segment) && !isDotDot(segment)) { // E
+        if (!isDot(segment) && !isDotDot(segment)) { // 2E
             std::size_t const length = slash + segment.size();
             std::copy_n(path.begin() + static_cast<std::ptrdiff_t>(at), length,
                         path.begin() + static_cast<std::ptrdiff_t>(written));
@@ -44,14 +45,14 @@ void removeDotSegments(std::u32string& path) {
             at += length;
             continue;
         }
-        if (!slash) { // A, D
+        if (!slash) { // 2A, 2D
             at += segment.size() + (last ? 0 : 1);
             continue;
         }
-        if (isDotDot(segment)) { // C
+        if (isDotDot(segment)) { // 2C
             dropLastSegment();
         }
-        at += 1 + segment.size(); // B, C: what follows begins with "/", or a last "/" takes its place
+        at += 1 + segment.size(); // 2B, 2C: the next segment brings its own "/"; the last one leaves a "/"
         if (last) {
             path[written++] = U'/';
         }
@@ -61,23 +62,23 @@ void removeDotSegments(std::u32string& path) {
 
 namespace {
 
-// RFC 3986, section 5.2.4, on components; the rest is appended to `output`.
-void removeDotSegmentsOf(PathComponents input, PathComponents& output) {
+// RFC 3986, section 5.2.4, with its steps 2A to 2E, on segments.
+void removeDotSegmentsOf(PathSegments input, PathSegments& output) {
     for (std::size_t front = 0; front != input.size();) {
-        auto& component = input[front];
-        bool const dot = isDot(component.name);
+        auto& segment = input[front];
+        bool const dot = isDot(segment.text);
         bool const last = front + 1 == input.size();
-        if (!dot && !isDotDot(component.name)) { // E
-            output.push_back(component);
+        if (!dot && !isDotDot(segment.text)) { // 2E
+            output.push_back(segment);
             ++front;
-        } else if (!component.slash) { // A, D
+        } else if (!segment.hasSlash) { // 2A, 2D
             ++front;
             if (!last) {
-                input[front].slash = false;
+                input[front].hasSlash = false;
             }
-        } else { // B, C
+        } else { // 2B, 2C
             if (last) {
-                component.name = {};
+                segment.text = {};
             } else {
                 ++front;
             }
@@ -94,7 +95,8 @@ PathShape shapeOf(std::u32string_view path) noexcept {
     if (path.empty()) {
         return {};
     }
-    // Hardly any path holds "%", "//" or "/.": one look for all three tells of nearly every one.
+    // Hardly any path holds "%", "//" or "/.", so nearly all are answered by one scan for all three. The
+    // lowest bit makes "/" of ".", so that one comparison finds both pairs.
     static_assert((U'.' | 1) == U'/');
     bool const special = path.front() == U'%' || text::isAnySigned(path.size() - 1, [path](std::size_t i) {
                              return text::allOnesIfSame(path[i], U'/', path[i + 1] | 1, U'/') |
@@ -132,78 +134,77 @@ bool hasRelativePathSegments(std::u32string_view path) noexcept {
     return false;
 }
 
-PathComponents componentsOf(std::u32string_view path) {
+PathSegments segmentsOf(std::u32string_view path) {
     std::vector<std::u32string_view> elements;
     grammar::splitPath(path, elements);
-    PathComponents components;
-    components.reserve(elements.size() + 1); // room for what is appended behind them
+    PathSegments segments;
+    segments.reserve(elements.size() + 1); // callers append one more
     for (auto const& element : elements) {
         bool const slash = beginsWithSlash(element);
-        components.push_back({slash, element.substr(slash ? 1 : 0)});
+        segments.push_back({slash, element.substr(slash ? 1 : 0)});
     }
-    return components;
+    return segments;
 }
 
-std::u32string joined(PathComponents const& components) {
+std::u32string joined(PathSegments const& segments) {
     std::size_t length = 0;
-    for (auto const& component : components) {
-        length += component.name.size() + 1;
+    for (auto const& segment : segments) {
+        length += segment.text.size() + 1;
     }
     std::u32string path;
     path.reserve(length);
-    for (auto const& component : components) {
-        path.append(component.slash ? 1 : 0, U'/').append(component.name);
+    for (auto const& segment : segments) {
+        path.append(segment.hasSlash ? 1 : 0, U'/').append(segment.text);
     }
     return path;
 }
 
-void appendPathComponents(std::u32string_view path, PathComponents& components, bool absolute,
-                          bool removeDots) {
-    PathComponent const slash{true, {}};
+void appendPathSegments(std::u32string_view path, PathSegments& segments, bool absolute, bool removeDots) {
+    PathSegment const slash{true, {}};
     if (!removeDots) {
         bool const rootless = !path.empty() && !beginsWithSlash(path);
-        if (rootless && !components.empty() && !components.back().isSlash()) {
-            components.push_back(slash);
+        if (rootless && !segments.empty() && !segments.back().isBareSlash()) {
+            segments.push_back(slash);
         }
-        components.push_back({false, path});
+        segments.push_back({false, path});
         return;
     }
     bool const dot = path == U"." || path == U"./";
     bool const dotDot = path == U".." || path == U"../";
     if (dot || dotDot) {
-        bool const onlyRoot = components.size() == 1 && components.front().isSlash();
-        if (components.empty() || onlyRoot) {
+        bool const onlyRoot = segments.size() == 1 && segments.front().isBareSlash();
+        if (segments.empty() || onlyRoot) {
             return;
         }
-        if (components.back().isSlash()) {
-            components.pop_back();
+        if (segments.back().isBareSlash()) {
+            segments.pop_back();
         }
-        if (dotDot && !components.empty()) {
-            components.pop_back();
+        if (dotDot && !segments.empty()) {
+            segments.pop_back();
         }
-        components.push_back(slash);
+        segments.push_back(slash);
         return;
     }
-    bool const relativeStart = components.empty() || !components.front().slash;
-    PathComponents input = std::move(components);
-    PathComponents appended = componentsOf(path);
-    if (!input.empty() && !appended.empty() && !appended.front().slash) {
-        // One slash stands between the two: a final one of the list, or one put in.
-        appended.front().slash = true;
-        if (input.back().isSlash()) {
+    bool const relativeStart = segments.empty() || !segments.front().hasSlash;
+    PathSegments input = std::move(segments);
+    PathSegments appended = segmentsOf(path);
+    if (!input.empty() && !appended.empty() && !appended.front().hasSlash) {
+        // The reference gets a "/" in front, which replaces a final one of the list.
+        appended.front().hasSlash = true;
+        if (input.back().isBareSlash()) {
             input.pop_back();
         }
     }
     input.insert(input.end(), appended.begin(), appended.end());
-    components.clear();
-    removeDotSegmentsOf(std::move(input), components);
+    segments.clear();
+    removeDotSegmentsOf(std::move(input), segments);
     if (absolute) {
-        if (components.empty()) {
-            components.push_back(slash);
+        if (segments.empty()) {
+            segments.push_back(slash);
         }
-        components.front().slash = true;
-    } else if (relativeStart && !components.empty()) {
-        components.front().slash = false;
+        segments.front().hasSlash = true;
+    } else if (relativeStart && !segments.empty()) {
+        segments.front().hasSlash = false;
     }
 }
 
@@ -212,15 +213,16 @@ std::u32string removeRelativePathSegments(std::u32string_view path, bool absolut
         return std::u32string(path);
     }
     if (text::containsPair(path, U'/', U'/')) {
-        return mergeAsTexts({}, path, absolute);
+        return mergeAndRemoveDotSegments({}, path, absolute);
     }
-    PathComponents components;
-    appendPathComponents(path, components, absolute, true);
-    return joined(components);
+    PathSegments segments;
+    appendPathSegments(path, segments, absolute, true);
+    return joined(segments);
 }
 
-std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view reference, bool absolute) {
-    std::u32string_view const front = base.substr(0, base.rfind(U'/') + 1); // nothing where there is no slash
+std::u32string mergeAndRemoveDotSegments(std::u32string_view base, std::u32string_view reference,
+                                         bool absolute) {
+    std::u32string_view const front = base.substr(0, base.rfind(U'/') + 1); // empty without a slash
     std::u32string merged;
     merged.reserve(front.size() + reference.size() + 1);
     merged.append(front).append(reference);
@@ -235,7 +237,7 @@ std::u32string mergeAsTexts(std::u32string_view base, std::u32string_view refere
     return merged;
 }
 
-void goUp(std::u32string_view& directory, std::u32string_view& reference) {
+void resolveLeadingDotDots(std::u32string_view& directory, std::u32string_view& reference) {
     while (reference.size() > 2 && reference[0] == U'.' && reference[1] == U'.' && reference[2] == U'/') {
         reference.remove_prefix(3);
         while (directory.size() > 1) {
@@ -247,7 +249,7 @@ void goUp(std::u32string_view& directory, std::u32string_view& reference) {
     }
 }
 
-Way wayBetween(std::u32string_view from, std::u32string_view to, bool absolute) noexcept {
+RelativePath relativePathBetween(std::u32string_view from, std::u32string_view to, bool absolute) noexcept {
     if (from.empty()) {
         return {0, to};
     }
@@ -258,9 +260,8 @@ Way wayBetween(std::u32string_view from, std::u32string_view to, bool absolute) 
         }
         return count;
     };
-    // The slash behind the last component that both begin with. The last component of the shorter path has
-    // none behind it: a reference to it must name it. Components are counted with their leading slash, so one
-    // at the start is none between two.
+    // The last "/" in what both begin with ends the directory that they share; one at the start ends none. A
+    // segment behind it belongs to no directory, so the reference must name it even where both have it.
     std::size_t const common = text::commonLength(from, to);
     std::size_t const behind = common < 2 ? 0 : from.rfind(U'/', common - 1);
     if (behind != 0 && behind != std::u32string_view::npos) {
@@ -275,13 +276,13 @@ Way wayBetween(std::u32string_view from, std::u32string_view to, bool absolute) 
     return {std::max<std::size_t>(up, 1), to.substr(absolute && !to.empty() ? 1 : 0)};
 }
 
-std::u32string textOf(Way const& way) {
+std::u32string toText(RelativePath const& relative) {
     std::u32string text;
-    text.reserve(3 * way.up + way.rest.size());
-    for (std::size_t i = 0; i != way.up; ++i) {
+    text.reserve(3 * relative.dotDots + relative.rest.size());
+    for (std::size_t i = 0; i != relative.dotDots; ++i) {
         text.append(U"../");
     }
-    return text.append(way.rest);
+    return text.append(relative.rest);
 }
 
 } // namespace foundation::network::iri

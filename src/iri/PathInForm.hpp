@@ -2,24 +2,24 @@
 
 #include <foundation/network/iri/detail/StoredText.hpp>
 
-#include "iri/RelativePath.hpp"
+#include "iri/Paths.hpp"
 
 #include <string>
 #include <string_view>
 
 namespace foundation::network::iri::detail {
 
-/// The path of a value in one form, and what that text looks like.
-struct PathIn {
-    /// As it was given.
-    explicit PathIn(StoredText const& value)
+/// The path of a value in one form, with what a scan of that text has found.
+struct PathInForm {
+    /// The path as it was given.
+    explicit PathInForm(StoredText const& value)
         : text(value.given(Part::path)),
           shape(shapeOf(text)),
           form(value.components.form(Part::path)),
           hasDotSegments(shape.hasDotSegments && !value.components.dotSegmentsStay) {}
 
-    /// In `wanted`; where that is another text, `own` holds it.
-    PathIn(StoredText const& value, Form wanted, std::u32string& own) : PathIn(value) {
+    /// The path in the form `wanted`; where that is another text, `own` holds it.
+    PathInForm(StoredText const& value, Form wanted, std::u32string& own) : PathInForm(value) {
         convert(value, wanted, own);
     }
 
@@ -35,8 +35,8 @@ struct PathIn {
     std::u32string_view text;
     PathShape shape;
     Form form;
-    /// Whether a resolution removes dot segments of the path: those of the path as it was given, not such as
-    /// it only decodes to ("%2E").
+    /// Whether a resolution removes the path's dot segments: only those that it was given with, none that
+    /// appear when "%2E" is decoded.
     bool hasDotSegments;
 };
 
