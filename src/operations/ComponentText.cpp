@@ -46,8 +46,8 @@ bool isComponent(Part part, std::u32string_view text) {
     }
 }
 
-// Building escapes the "%" of a host twice where two digits follow, which does not read back: here what
-// stands between them is converted.
+// `iriFromRaw` escapes a "%" of a host twice if two digits follow, and that does not decode to the text
+// again. So it converts only what stands between them here.
 std::optional<std::u32string> hostFromRaw(std::u32string_view text, PartContext const& context) {
     std::size_t end = text.find(U'%');
     if (end == std::u32string_view::npos) {

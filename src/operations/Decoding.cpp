@@ -8,7 +8,7 @@ namespace foundation::network::operations {
 
 namespace {
 
-constexpr char32_t REPLACEMENT = 0xFFFD;
+constexpr char32_t replacementCharacter = 0xFFFD;
 
 } // namespace
 
@@ -27,7 +27,7 @@ char32_t decodeNext(std::u16string_view text, std::size_t& at, Plus plus) {
     };
     text::Utf8Sequence const sequence = text::decodeUtf8(static_cast<unsigned>(lead), byteAt);
     at += 3 * std::size_t{sequence.length};
-    return sequence.wellFormed ? sequence.codePoint : REPLACEMENT;
+    return sequence.wellFormed ? sequence.codePoint : replacementCharacter;
 }
 
 std::u16string decoded(std::u16string_view text, Plus plus) {
@@ -38,7 +38,7 @@ std::u16string decoded(std::u16string_view text, Plus plus) {
         })) {
         return result;
     }
-    // An escape is longer than what it stands for; all else is copied unit by unit.
+    // The result is written into a copy of the text: no escape is shorter than what it stands for.
     char16_t* out = result.data();
     for (std::size_t at = 0; at != text.size();) {
         if (char16_t const unit = text[at]; unit != u'%') {

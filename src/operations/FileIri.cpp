@@ -3,7 +3,7 @@
 #include "except/Refuse.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/grammar/CharacterClasses.hpp"
-#include "operations/InIriForm.hpp"
+#include "operations/IriFormText.hpp"
 #include "text/AsciiCase.hpp"
 #include "text/CodePoints.hpp"
 #include "text/Escapes.hpp"
@@ -71,8 +71,8 @@ IRI iriFromFile(std::filesystem::path const& path) {
 
 std::filesystem::path fileFromIri(IRI const& iri) {
     constexpr auto* words = "Not the IRI of a local file";
-    operations::InIriForm const form(iri);
-    if (!isLocal(form.get())) {
+    operations::IriFormText const form(iri);
+    if (!isLocal(form.stored())) {
         core::except::refuse(words);
     }
     std::u32string_view const path = form.path();

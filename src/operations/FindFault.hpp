@@ -5,8 +5,8 @@
 
 namespace foundation::network::operations {
 
-/// Where and why a text is no IRI: of one that the grammar has refused, with the places that it has left. The
-/// offset counts code points. Linear in the length of the authority, or of the scheme, that is at fault.
+/// Finds where and why a text is no IRI. The grammar must have refused it; `refused` holds the places up to
+/// which it matched. The offset counts code points. Linear in the length of the text.
 ParseFault findFault(iri::detail::StoredText const& refused);
 
 } // namespace foundation::network::operations

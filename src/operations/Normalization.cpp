@@ -1,5 +1,5 @@
-// Normalisation on the texts of components in the Iri form, step by step, each from the text that the step
-// before has left. A step that changes nothing makes nothing.
+// Normalisation (RFC 3986, section 6.2). Its steps rewrite the components in the Iri form, one step after the
+// other. A component that no step changes stays a view of the text that it came from.
 
 #include <foundation/network/Normalization.hpp>
 
@@ -9,7 +9,7 @@
 #include "iri/Paths.hpp"
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/grammar/CharacterClasses.hpp"
-#include "operations/Assembly.hpp"
+#include "operations/ComponentViews.hpp"
 #include "text/AsciiCase.hpp"
 #include "text/CodePoints.hpp"
 #include "text/Escapes.hpp"
@@ -29,21 +29,21 @@ namespace {
 
 using iri::detail::Part;
 using iri::detail::StoredText;
-using operations::Assembly;
-using operations::InIriForm;
+using operations::ComponentViews;
+using operations::IriFormText;
 using View = std::u32string_view;
 
 constexpr bool has(Normalization steps, Normalization step) {
     return (steps & step) != Normalization{};
 }
 
-/// A text, or what was made of it.
-class Text {
+/// The text of a component, which steps may replace.
+class RewrittenText {
 public:
-    explicit Text(View given) : view(given) {}
-    Text(Text const&) = delete;
-    Text& operator=(Text const&) = delete;
-    ~Text() = default;
+    explicit RewrittenText(View given) : view(given) {}
+    RewrittenText(RewrittenText const&) = delete;
+    RewrittenText& operator=(RewrittenText const&) = delete;
+    ~RewrittenText() = default;
 
     [[nodiscard]] View get() const { return view; }
     [[nodiscard]] bool isChanged() const { return changed; }
@@ -59,27 +59,28 @@ private:
     bool changed = false;
 };
 
-// Escapes.
+// Percent-encoding normalisation (RFC 3986, section 6.2.2.2).
 
-/// Controls of direction that are younger than RFC 3987, whose own (section 4.1) no IRI may hold.
-bool isYoungDirection(char32_t c) {
+/// Bidirectional formatting characters that Unicode has added since RFC 3987. The older ones (section 4.1) no
+/// IRI may hold.
+bool isNewerBidiControl(char32_t c) {
     return c == 0x061C || (c >= 0x2066 && c <= 0x2069);
 }
 
-bool isToBeDecoded(char32_t c) {
+bool mayBeDecoded(char32_t c) {
     using namespace iri::grammar;
     return c < 0x80 ? is<ALNUM | UNRESERVED_MARK>(c)
-                    : is<UCSCHAR>(c) && !iri::encoding::isIriForbidden(c) && !isYoungDirection(c);
+                    : is<UCSCHAR>(c) && !iri::encoding::isIriForbidden(c) && !isNewerBidiControl(c);
 }
 
-/// What stands at a place of a text all of whose escapes are decoded that are to be.
-struct Place {
-    char32_t c = 0; // 0 behind the end
-    std::size_t length = 0;
-    bool isDecoded = false;
+/// A character of a text. An escaped one is decoded if it may stand as itself; else its "%" is the character.
+struct Character {
+    char32_t codePoint = 0; // 0 at the end of the text
+    std::size_t length = 0; // in the text
+    bool wasDecoded = false;
 };
 
-Place placeAt(View text, std::size_t at) {
+Character characterAt(View text, std::size_t at) {
     if (at == text.size()) {
         return {};
     }
@@ -92,38 +93,39 @@ Place placeAt(View text, std::size_t at) {
         return next < text.size() ? text::escapedByte(text, next) : -1;
     };
     auto const sequence = text::decodeUtf8(static_cast<unsigned>(lead), byteAt);
-    if (sequence.wellFormed && isToBeDecoded(sequence.codePoint)) {
+    if (sequence.wellFormed && mayBeDecoded(sequence.codePoint)) {
         return {sequence.codePoint, 3 * std::size_t{sequence.length}, true};
     }
     return {text[at], 1, false};
 }
 
-/// Decodes escapes. Where a character that was decoded would be a digit of another escape, in the text as it
-/// were with all of them decoded, its escape stays. What a second look finds decoded is that same text, so it
-/// changes nothing.
-void decodeEscapes(Text& component) {
+/// Decodes the escapes of characters that may stand as themselves. But an escaped digit stays if decoding all
+/// of them would make it part of a new escape ("%%34%31", which would become "%41"). So normalising the
+/// result again changes nothing.
+void decodeEscapes(RewrittenText& component) {
     View const text = component.get();
     if (!text::contains(text, U'%')) {
         return;
     }
     auto const isDigit = [](char32_t c) { return iri::grammar::is<iri::grammar::XDIGIT>(c); };
     std::u32string result;
-    std::size_t copied = 0;           // what the result holds of the text
-    std::array<char32_t, 2> before{}; // what stands in front, decoded
+    std::size_t copied = 0;           // how much of the text is in the result
+    std::array<char32_t, 2> before{}; // the two characters in front, decoded
     for (std::size_t at = 0; at != text.size();) {
-        Place const place = placeAt(text, at);
-        std::size_t const next = at + place.length;
-        if (place.isDecoded) {
-            bool const completes =
-                isDigit(place.c) && ((before[1] == U'%' && isDigit(placeAt(text, next).c)) ||
-                                     (before[0] == U'%' && isDigit(before[1])));
-            if (!completes) {
+        Character const character = characterAt(text, at);
+        char32_t const c = character.codePoint;
+        std::size_t const next = at + character.length;
+        if (character.wasDecoded) {
+            bool const makesEscape =
+                isDigit(c) && ((before[1] == U'%' && isDigit(characterAt(text, next).codePoint)) ||
+                               (before[0] == U'%' && isDigit(before[1])));
+            if (!makesEscape) {
                 result.append(text, copied, at - copied);
-                result.push_back(place.c);
+                result.push_back(c);
                 copied = next;
             }
         }
-        before = {before[1], place.c};
+        before = {before[1], c};
         at = next;
     }
     if (copied != 0) {
@@ -131,38 +133,38 @@ void decodeEscapes(Text& component) {
     }
 }
 
-// Case.
+// Case normalisation (RFC 3986, section 6.2.2.1).
 
-bool isLowerDigit(char32_t c) {
+bool isLowerCaseHexDigit(char32_t c) {
     return c >= U'a' && c <= U'f';
 }
 
-/// The next escape with a digit in lower case.
-std::size_t findLowEscape(View text, std::size_t from) {
+/// Where the next escape with a lower-case digit stands.
+std::size_t findLowerCaseEscape(View text, std::size_t from) {
     std::size_t at = text.find(U'%', from);
     while (at != View::npos && (text::escapedByte(text, at) < 0 ||
-                                (!isLowerDigit(text[at + 1]) && !isLowerDigit(text[at + 2])))) {
+                                (!isLowerCaseHexDigit(text[at + 1]) && !isLowerCaseHexDigit(text[at + 2])))) {
         at = text.find(U'%', at + 1);
     }
     return at;
 }
 
-void raiseEscapes(Text& component) {
+void upperCaseEscapes(RewrittenText& component) {
     View const text = component.get();
-    std::size_t at = text::contains(text, U'%') ? findLowEscape(text, 0) : View::npos;
+    std::size_t at = text::contains(text, U'%') ? findLowerCaseEscape(text, 0) : View::npos;
     if (at == View::npos) {
         return;
     }
     std::u32string result(text);
-    for (; at != View::npos; at = findLowEscape(text, at + 3)) {
+    for (; at != View::npos; at = findLowerCaseEscape(text, at + 3)) {
         for (std::size_t const digit : {at + 1, at + 2}) {
-            result[digit] -= isLowerDigit(result[digit]) ? 0x20U : 0U;
+            result[digit] -= isLowerCaseHexDigit(result[digit]) ? 0x20U : 0U;
         }
     }
     component.set(std::move(result));
 }
 
-void lowerLetters(Text& component) {
+void lowerCaseLetters(RewrittenText& component) {
     View const text = component.get();
     std::u32string result;
     for (std::size_t at = 0; at != text.size();) {
@@ -183,9 +185,10 @@ void lowerLetters(Text& component) {
     }
 }
 
-// AsciiHost.
+// ASCII hosts (UTS #46).
 
-bool isName(View name) {
+/// Whether a name consists of labels of 1 to 63 ASCII letters, digits, "-" and "_".
+bool isAsciiHostName(View name) {
     constexpr std::size_t longest = 63;
     for (;;) {
         std::size_t const dot = name.find(U'.');
@@ -203,9 +206,9 @@ bool isName(View name) {
     }
 }
 
-/// The host that `IdnConverter` gives. What it gives for an invalid name may hold any character, so that a
-/// "/" or "@" in it would end the host.
-void convertHost(Text& host) {
+/// Converts a host with `IdnConverter`. The result is used only if it is a host name: for an invalid name it
+/// may hold any character, and a "/" or an "@" would end the host.
+void convertHost(RewrittenText& host) {
     View const text = host.get();
     if (text::isAllWithin(text, 0, 0x7F)) {
         return;
@@ -221,12 +224,12 @@ void convertHost(Text& host) {
         return;
     }
     std::u32string name(converted.begin(), converted.end());
-    if (isName(name)) {
+    if (isAsciiHostName(name)) {
         host.set(std::move(name));
     }
 }
 
-// Scheme.
+// Scheme-based normalisation (RFC 3986, section 6.2.3).
 
 constexpr std::array<std::pair<View, unsigned short>, 5> defaultPorts{
     {{U"http", 80}, {U"https", 443}, {U"ws", 80}, {U"wss", 443}, {U"ftp", 21}}};
@@ -240,16 +243,16 @@ std::optional<unsigned short> defaultPort(View scheme) {
     return std::nullopt;
 }
 
-// What building lets through and no text can carry.
+// Characters that a built value may hold although its text could not be parsed with them.
 
-void escapeAll(Text& component, View unwanted) {
+void escapeCharacters(RewrittenText& component, View characters) {
     View const text = component.get();
-    auto const isUnwanted = [text, unwanted](std::size_t at) {
-        return unwanted.find(text[at]) != View::npos && text::escapedByte(text, at) < 0;
+    auto const isEscaped = [text, characters](std::size_t at) {
+        return characters.find(text[at]) != View::npos && text::escapedByte(text, at) < 0;
     };
     std::u32string result;
     for (std::size_t at = 0; at != text.size(); ++at) {
-        if (isUnwanted(at)) {
+        if (isEscaped(at)) {
             text::percentByte(result, static_cast<unsigned char>(text[at]));
         } else {
             result.push_back(text[at]);
@@ -260,10 +263,10 @@ void escapeAll(Text& component, View unwanted) {
     }
 }
 
-/// The components of a value while steps are applied to them.
-struct Components {
-    explicit Components(Assembly& from)
-        : assembly(from),
+/// The components of a value, to which steps are applied.
+struct NormalizedComponents {
+    explicit NormalizedComponents(ComponentViews& from)
+        : views(from),
           scheme(from.scheme.value_or(View())),
           userInfo(from.userInfo.value_or(View())),
           host(from.host.value_or(View())),
@@ -271,10 +274,10 @@ struct Components {
           query(from.query.value_or(View())),
           fragment(from.fragment.value_or(View())) {}
 
-    void makeReadable() {
-        escapeAll(userInfo, U"%");
-        escapeAll(query, U"[]");
-        escapeAll(fragment, U"#[]");
+    void makeParsable() {
+        escapeCharacters(userInfo, U"%");
+        escapeCharacters(query, U"[]");
+        escapeCharacters(fragment, U"#[]");
     }
 
     void apply(Normalization steps) {
@@ -285,21 +288,23 @@ struct Components {
             convertHost(host);
         }
         if (has(steps, Normalization::Case)) {
-            lowerLetters(scheme);
-            lowerLetters(host);
-            forEach(raiseEscapes);
+            lowerCaseLetters(scheme);
+            lowerCaseLetters(host);
+            forEach(upperCaseEscapes);
         }
-        if (has(steps, Normalization::Segments) && (assembly.scheme || assembly.host) &&
+        // Path segment normalisation (RFC 3986, section 6.2.2.3). A relative reference keeps its dot
+        // segments.
+        if (has(steps, Normalization::Segments) && (views.scheme || views.host) &&
             iri::hasRelativePathSegments(path.get())) {
             std::u32string text(path.get());
             iri::removeDotSegments(text);
             path.set(std::move(text));
         }
-        if (has(steps, Normalization::Scheme) && assembly.host) {
+        if (has(steps, Normalization::Scheme) && views.host) {
             if (auto const port = defaultPort(scheme.get())) {
-                if (assembly.port && assembly.portNumber == *port) {
-                    assembly.port = std::nullopt;
-                    portIsGone = true;
+                if (views.port && views.portNumber == *port) {
+                    views.port = std::nullopt;
+                    portWasDropped = true;
                 }
                 if (path.get().empty()) {
                     path.set(U"/");
@@ -309,51 +314,53 @@ struct Components {
     }
 
     [[nodiscard]] bool isChanged() const {
-        return portIsGone || scheme.isChanged() || userInfo.isChanged() || host.isChanged() ||
+        return portWasDropped || scheme.isChanged() || userInfo.isChanged() || host.isChanged() ||
                path.isChanged() || query.isChanged() || fragment.isChanged();
     }
 
-    [[nodiscard]] IRI assembled() {
-        auto const put = [](std::optional<View>& to, Text const& from) { to = to ? from.get() : to; };
-        put(assembly.scheme, scheme);
-        put(assembly.userInfo, userInfo);
-        put(assembly.host, host);
-        assembly.path = path.get();
-        put(assembly.query, query);
-        put(assembly.fragment, fragment);
-        return assembly.assembled();
+    [[nodiscard]] IRI recomposed() {
+        auto const put = [](std::optional<View>& to, RewrittenText const& from) {
+            to = to ? from.get() : to;
+        };
+        put(views.scheme, scheme);
+        put(views.userInfo, userInfo);
+        put(views.host, host);
+        views.path = path.get();
+        put(views.query, query);
+        put(views.fragment, fragment);
+        return views.recomposed();
     }
 
 private:
     template <class Step>
     void forEach(Step step) {
-        for (Text* const each : {&userInfo, &host, &path, &query, &fragment}) {
+        for (RewrittenText* const each : {&userInfo, &host, &path, &query, &fragment}) {
             step(*each);
         }
     }
 
-    Assembly& assembly;
-    Text scheme;
-    Text userInfo;
-    Text host;
-    Text path;
-    Text query;
-    Text fragment;
-    bool portIsGone = false;
+    ComponentViews& views;
+    RewrittenText scheme;
+    RewrittenText userInfo;
+    RewrittenText host;
+    RewrittenText path;
+    RewrittenText query;
+    RewrittenText fragment;
+    bool portWasDropped = false;
 };
 
 } // namespace
 
 IRI normalize(IRI const& iri, Normalization steps) {
-    InIriForm const form(iri);
-    Assembly assembly(form.get());
-    Components components(assembly);
-    bool const isParsed = &form.get() == &iri::detail::ValueAccess::stored(iri);
+    IriFormText const form(iri);
+    ComponentViews views(form.stored());
+    NormalizedComponents components(views);
+    bool const isParsed = &form.stored() == &iri::detail::ValueAccess::stored(iri);
     if (!isParsed) {
-        components.makeReadable();
+        components.makeParsable();
     }
     components.apply(steps);
-    return isParsed && !components.isChanged() ? iri : components.assembled();
+    return isParsed && !components.isChanged() ? iri : components.recomposed();
 }
 
 bool areEquivalent(IRI const& a, IRI const& b, Normalization steps) {
@@ -370,21 +377,21 @@ bool isSameOrigin(IRI const& a, IRI const& b) {
         getEffectivePort(a) != getEffectivePort(b)) {
         return false;
     }
-    InIriForm const left(a);
-    InIriForm const right(b);
+    IriFormText const left(a);
+    IriFormText const right(b);
     auto const isSame = [](View one, View other) {
-        Text first(one);
-        Text second(other);
-        for (Text* const each : {&first, &second}) {
+        RewrittenText first(one);
+        RewrittenText second(other);
+        for (RewrittenText* const each : {&first, &second}) {
             decodeEscapes(*each);
-            lowerLetters(*each);
-            raiseEscapes(*each);
+            lowerCaseLetters(*each);
+            upperCaseEscapes(*each);
         }
         return text::isSame(first.get(), second.get());
     };
-    View const host = left.get().given(Part::host);
-    // A scheme has no escapes.
-    return isSame(left.get().scheme(), right.get().scheme()) && isSame(host, right.get().given(Part::host));
+    View const host = left.stored().given(Part::host);
+    return isSame(left.stored().scheme(), right.stored().scheme()) &&
+           isSame(host, right.stored().given(Part::host));
 }
 
 } // namespace foundation::network

@@ -16,7 +16,7 @@ using iri::detail::ValueAccess;
 
 namespace {
 
-// How many units the first `count` code points of a text take.
+// How many units of `form` the first `count` code points of a text take.
 std::size_t unitsIn(std::u16string_view /*form*/, std::u32string_view text, std::size_t count) {
     std::size_t units = count;
     for (char32_t const c : text.substr(0, count)) {
@@ -39,7 +39,7 @@ ParseFault noText(std::string_view utf8, std::size_t at) {
     return {at, IRIComponent::Text, ParseReason::NotUtf8, static_cast<unsigned char>(utf8[at])};
 }
 
-// What the sentence says of the character.
+// What the message says of the character at fault.
 char const* predicateOf(ParseFault const& fault) {
     switch (fault.reason) {
     case ParseReason::NotUtf16:
@@ -76,7 +76,7 @@ char const* predicateOf(ParseFault const& fault) {
 } // namespace
 
 std::string ParseFault::describe() const {
-    std::array<char, 16> name{"The end"}; // only a port can be missing there
+    std::array<char, 16> name{"The end"}; // a fault at the end of the text is a missing port
     if (reason == ParseReason::NotUtf8) {
         std::snprintf(name.data(), name.size(), "Byte 0x%02X", static_cast<unsigned>(character));
     } else if (character != 0 || reason != ParseReason::EmptyPort) {

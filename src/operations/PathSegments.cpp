@@ -1,8 +1,8 @@
 #include <foundation/network/PathSegments.hpp>
 
 #include "except/Refuse.hpp"
-#include "operations/Assembly.hpp"
 #include "operations/ComponentText.hpp"
+#include "operations/ComponentViews.hpp"
 #include "operations/Decoding.hpp"
 #include "text/Scans.hpp"
 #include "text/Transcoding.hpp"
@@ -13,11 +13,11 @@ namespace foundation::network {
 
 using iri::detail::Part;
 using iri::detail::PartContext;
-using operations::Assembly;
-using operations::InIriForm;
+using operations::ComponentViews;
+using operations::IriFormText;
 
 std::vector<std::u16string> getPathSegments(IRI const& iri) {
-    InIriForm const form(iri);
+    IriFormText const form(iri);
     std::u32string_view const path = form.path();
     std::vector<std::u16string> segments;
     if (path.empty()) {
@@ -39,12 +39,12 @@ std::vector<std::u16string> getPathSegments(IRI const& iri) {
 }
 
 IRI withPathSegments(IRI const& iri, std::vector<std::u16string> const& segments) {
-    InIriForm const form(iri);
-    Assembly assembly(form.get());
-    bool const rooted = assembly.host || (!assembly.path.empty() && assembly.path.front() == U'/');
+    IriFormText const form(iri);
+    ComponentViews views(form.stored());
+    bool const rooted = views.host || (!views.path.empty() && views.path.front() == U'/');
     PartContext context;
-    context.schemePresent = true;                  // a ":" is looked at below
-    bool endsScheme = !assembly.scheme && !rooted; // in the first segment it would
+    context.schemePresent = true; // so that `escaped` leaves every ":" behind the first segment as it is
+    bool colonEndsScheme = !views.scheme && !rooted; // in the first segment only
     std::u32string path;
     for (auto const& segment : segments) {
         if (segment == u"." || segment == u"..") {
@@ -53,21 +53,21 @@ IRI withPathSegments(IRI const& iri, std::vector<std::u16string> const& segments
         if (rooted || &segment != &segments.front()) {
             path.push_back(U'/');
         } else if (segment.empty()) {
-            path.append(U"./"); // or the next "/" would be taken for the root
+            path.append(U"./"); // else the next "/" would be the first character and make the path absolute
         }
         for (char32_t const c : operations::escaped(Part::path, text::toUtf32(segment), context)) {
             if (c == U'/') {
                 path.append(U"%2F");
-            } else if (c == U':' && endsScheme) {
+            } else if (c == U':' && colonEndsScheme) {
                 path.append(U"%3A");
             } else {
                 path.push_back(c);
             }
         }
-        endsScheme = false;
+        colonEndsScheme = false;
     }
-    assembly.path = path;
-    return assembly.assembled();
+    views.path = path;
+    return views.recomposed();
 }
 
 } // namespace foundation::network

@@ -5,7 +5,7 @@
 #include "iri/encoding/PercentEncoding.hpp"
 #include "iri/grammar/CharacterClasses.hpp"
 #include "operations/Decoding.hpp"
-#include "operations/InIriForm.hpp"
+#include "operations/IriFormText.hpp"
 #include "text/CodePoints.hpp"
 #include "text/Escapes.hpp"
 #include "text/Transcoding.hpp"
@@ -22,8 +22,8 @@ using operations::Plus;
 
 namespace {
 
-// What the form writes for an ASCII character: itself, "+" for a space, 0 where it is escaped.
-constexpr std::array<char16_t, 128> inForm = [] {
+// What form-encoding writes for each ASCII character: itself, "+" for a space, or 0 if it is escaped.
+constexpr std::array<char16_t, 128> formEncoded = [] {
     std::array<char16_t, 128> written{};
     for (char16_t c = 0; c != written.size(); ++c) {
         bool const isHeld = (iri::grammar::detail::asciiClasses[c] & iri::grammar::IQUERY) != 0;
@@ -36,12 +36,12 @@ constexpr std::array<char16_t, 128> inForm = [] {
     return written;
 }();
 
-// A name or a value as the form writes it.
+// Appends a name or a value, form-encoded.
 void appendEncoded(std::u16string& out, std::u16string_view text) {
     for (char32_t const c : text::toUtf32(text)) {
-        if (c < inForm.size() && inForm[c] != 0) {
-            out.push_back(inForm[c]);
-        } else if (c < inForm.size() || iri::encoding::isIriForbidden(c) ||
+        if (c < formEncoded.size() && formEncoded[c] != 0) {
+            out.push_back(formEncoded[c]);
+        } else if (c < formEncoded.size() || iri::encoding::isIriForbidden(c) ||
                    !iri::grammar::is<iri::grammar::IQUERY>(c)) {
             text::encodeUtf8(c, [&out](unsigned char byte) { text::percentByte(out, byte); });
         } else {
@@ -62,9 +62,9 @@ std::u16string QueryParameter::getValue() const {
 }
 
 QueryParameters::QueryParameters(IRI const& iri, QuerySeparator separator) : separators(separator) {
-    operations::InIriForm const form(iri);
+    operations::IriFormText const form(iri);
     if (iri.hasQuery()) {
-        text = text::toUtf16(form.get().given(iri::detail::Part::query));
+        text = text::toUtf16(form.stored().given(iri::detail::Part::query));
         present = true;
     }
     split();
@@ -85,9 +85,9 @@ QueryParameters::Piece QueryParameters::pieceAt(std::size_t begin, std::size_t e
 }
 
 void QueryParameters::split() {
-    constexpr std::size_t most = 8; // that nearly all queries have
+    constexpr std::size_t usual = 8; // nearly all queries have no more
     pieces.clear();
-    pieces.reserve(text.empty() ? 0 : most);
+    pieces.reserve(text.empty() ? 0 : usual);
     for (std::size_t at = 0; at < text.size(); ++at) {
         std::size_t const begin = at;
         while (at != text.size() && !isSeparator(text[at])) {
@@ -99,7 +99,7 @@ void QueryParameters::split() {
     }
 }
 
-// Compared while it is decoded, so that nothing is allocated.
+// Compares while decoding, so that nothing is allocated.
 bool QueryParameters::isNamed(Piece const& piece, std::u16string_view name) const {
     std::u16string_view const written = std::u16string_view(text).substr(piece.begin, piece.nameLength);
     std::size_t compared = 0;
@@ -171,7 +171,7 @@ void QueryParameters::set(std::u16string_view name, std::u16string_view value) {
     QueryParameters result(*this);
     result.text.replace(first->begin, first->length, replacement);
     result.split();
-    // Behind the first one, which stays, the others go.
+    // The first one stays; all others of that name are removed.
     std::size_t const kept = static_cast<std::size_t>(first - pieces.begin());
     result.removeNamed(name, kept + 1);
     *this = std::move(result);
@@ -186,7 +186,7 @@ std::size_t QueryParameters::remove(std::u16string_view name) {
     return removed;
 }
 
-// Each goes with the separator behind it, the last one with that in front of it.
+// Each is removed with the separator behind it, or, at the end of the query, with the one in front of it.
 std::size_t QueryParameters::removeNamed(std::u16string_view name, std::size_t from) {
     std::u16string rest;
     rest.reserve(text.size());

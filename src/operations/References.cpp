@@ -1,12 +1,12 @@
-// References on the texts of components, in the Iri form: RFC 3986, section 5.2, and its inverse. Every value
-// that is made here is as its text parsed again.
+// Resolves references to the letter of RFC 3986, section 5.2, and makes references for that. Both work on the
+// texts of components in the Iri form.
 
 #include <foundation/network/References.hpp>
 
 #include "iri/Draft.hpp"
 #include "iri/Paths.hpp"
 #include "iri/ValueAccess.hpp"
-#include "operations/InIriForm.hpp"
+#include "operations/IriFormText.hpp"
 #include "text/Scans.hpp"
 
 #include <algorithm>
@@ -25,11 +25,11 @@ using iri::detail::Form;
 using iri::detail::Part;
 using iri::detail::StoredText;
 using iri::detail::ValueAccess;
-using operations::InIriForm;
+using operations::IriFormText;
 using View = std::u32string_view;
 
-/// The path of a value without its dot segments.
-View withoutDots(View path, std::u32string& own) {
+/// remove_dot_segments(path); `own` holds the result if it is another text.
+View withoutDotSegments(View path, std::u32string& own) {
     if (!iri::hasRelativePathSegments(path)) {
         return path;
     }
@@ -38,16 +38,16 @@ View withoutDots(View path, std::u32string& own) {
     return own;
 }
 
-/// What a relative path is merged with (section 5.2.3): the base's path up to its last "/".
+/// What a reference's path is appended to (section 5.2.3): the base's path up to its last "/".
 View directoryOf(StoredText const& base) {
     View const path = base.given(Part::path);
     if (base.components.hasHost() && path.empty()) {
         return U"/";
     }
-    return path.substr(0, path.rfind(U'/') + 1); // nothing where there is no "/"
+    return path.substr(0, path.rfind(U'/') + 1); // empty without a "/"
 }
 
-/// Hardly any directory holds a dot at all, which is quicker to see.
+/// Hardly any directory holds a dot, and that is quicker to find out.
 bool hasDotSegments(View directory) {
     return text::contains(directory, U'.') && iri::hasRelativePathSegments(directory);
 }
@@ -60,7 +60,7 @@ void setMergedPath(View reference, StoredText const& base, Draft& draft, std::u3
         iri::removeDotSegments(own);
         return draft.setPath(own, Form::iri);
     }
-    if (directory.substr(0, 1) == U"/") { // most references only go up first
+    if (directory.substr(0, 1) == U"/") { // most references have no other dot segments
         iri::resolveLeadingDotDots(directory, reference);
     }
     if (iri::hasRelativePathSegments(reference)) {
@@ -71,17 +71,17 @@ void setMergedPath(View reference, StoredText const& base, Draft& draft, std::u3
     draft.setPath(directory, reference, Form::iri);
 }
 
-/// Section 5.2.2, strict.
+/// Section 5.2.2, for a strict parser. R is `reference`, Base is `base`.
 void resolve(StoredText const& reference, StoredText const& base, Draft& draft, std::u32string& own) {
     View const path = reference.given(Part::path);
     if (reference.components.hasScheme()) {
         draft.takeSchemeAndAuthority(reference);
-        draft.setPath(withoutDots(path, own), Form::iri);
+        draft.setPath(withoutDotSegments(path, own), Form::iri);
     } else {
         if (reference.components.hasHost()) {
             draft.takeScheme(base);
             draft.takeAuthority(reference);
-            draft.setPath(withoutDots(path, own), Form::iri);
+            draft.setPath(withoutDotSegments(path, own), Form::iri);
         } else {
             draft.takeSchemeAndAuthority(base);
             if (path.empty()) {
@@ -90,7 +90,7 @@ void resolve(StoredText const& reference, StoredText const& base, Draft& draft, 
                 return draft.takeFragment(reference);
             }
             if (path.front() == U'/') {
-                draft.setPath(withoutDots(path, own), Form::iri);
+                draft.setPath(withoutDotSegments(path, own), Form::iri);
             } else {
                 setMergedPath(path, base, draft, own);
             }
@@ -99,103 +99,104 @@ void resolve(StoredText const& reference, StoredText const& base, Draft& draft, 
     draft.takeQueryAndFragment(reference);
 }
 
-/// The length of a text in UTF-16.
-std::size_t unitsOf(View text) {
+std::size_t utf16Length(View text) {
     return text.size() + static_cast<std::size_t>(
                              std::count_if(text.begin(), text.end(), [](char32_t c) { return c > 0xFFFF; }));
 }
 
-/// A relative path that leads to a path: `front` and then `rest`, which is the end of the path.
-struct RelativePath {
+/// A relative path that leads to a path: `front`, and then `rest`, with which that path ends.
+struct RelativePathReference {
     bool found = false;
     View front;
     View rest;
-    std::u32string own; // holds a long front
+    std::u32string own; // holds a long `front`
 };
 
-/// So many times "../"; `less` by so many of their last characters.
-View upwards(std::size_t count, std::size_t less, std::u32string& own) {
-    constexpr View some = U"../../../../../../../../";
-    std::size_t const length = 3 * count - less;
-    if (length <= some.size()) {
-        return some.substr(0, length);
+/// `count` times "../", without the last "/" if `endsInSlash` is false. `own` holds a long result.
+View dotDots(std::size_t count, bool endsInSlash, std::u32string& own) {
+    constexpr View someDotDots = U"../../../../../../../../";
+    std::size_t const length = 3 * count - (endsInSlash ? 0 : 1);
+    if (length <= someDotDots.size()) {
+        return someDotDots.substr(0, length);
     }
     while (own.size() < length) {
-        own += some;
+        own += someDotDots;
     }
     return View(own).substr(0, length);
 }
 
-/// Whether a relative path needs "./" in front: it begins with "/", or its first segment holds ":". The draft
-/// sees the latter as well; here it counts only where "./" could make the path longer than what it spares.
-bool readsAsOtherwise(View path, std::size_t spared) {
+/// Whether "./" is set in front of a relative path, since it begins with "/" or its first segment holds a
+/// ":". For a ":" the draft would write it, too; it is set here so that its length counts, which matters only
+/// if fewer than two code points are left out of the path (`spared`).
+bool needsDotSegment(View path, std::size_t spared) {
     return path.front() == U'/' || (spared < 2 && iri::detail::hasColonInFirstSegment(path));
 }
 
-/// The relative path by so many times "../" and then what is behind the shared start.
-void setRelativePath(View path, std::size_t shared, std::size_t up, RelativePath& result) {
+/// Sets the relative path of `up` times "../" and what follows the `shared` code points that the path begins
+/// with.
+void setRelativePath(View path, std::size_t shared, std::size_t up, RelativePathReference& result) {
     result.found = true;
     result.rest = path.substr(shared);
-    if (up != 0) { // ".." names a directory as well as "../" does
-        result.front = upwards(up, result.rest.empty() ? 1 : 0, result.own);
+    if (up != 0) { // ".." leads to a directory as "../" does
+        result.front = dotDots(up, !result.rest.empty(), result.own);
     } else if (result.rest.empty()) {
         result.front = U".";
-    } else if (readsAsOtherwise(result.rest, shared)) {
+    } else if (needsDotSegment(result.rest, shared)) {
         result.front = U"./";
     }
 }
 
-std::size_t slashesIn(View text) {
-    std::uint32_t count = 0; // as wide as a code point, for the compiler's vector code
+std::size_t countSlashes(View text) {
+    std::uint32_t count = 0; // as wide as a code point, which the compiler's vector code needs
     for (char32_t const c : text) {
         count += c == U'/' ? 1U : 0U;
     }
     return count;
 }
 
-/// The shortest relative path from a directory, by which section 5.2.3 begins, to a path without dot
-/// segments.
+/// Sets the shortest relative path from a directory to a path, both without dot segments.
 ///
-/// A directory without its dots ends in "/" or is empty, and what is merged with it is put behind it. Each
-/// "../" takes its last segment off; what is left of a rootless one is "/" then, but an empty one stays.
-/// So "../" is written until the rest of the directory begins the path.
-void setRelativePathFrom(View directory, View path, RelativePath& result) {
+/// The directory ends in "/" or is empty, and a reference is appended to it (section 5.2.3). Each "../" of
+/// the reference removes its last segment. So "../" is repeated until the path begins with what is left of
+/// the directory. Of a rootless directory "/" is left in the end, but an empty one stays empty.
+void setRelativePathFrom(View directory, View path, RelativePathReference& result) {
     std::size_t shared = text::commonLength(path, directory);
     if (shared == directory.size()) {
         return setRelativePath(path, shared, 0, result);
     }
     std::size_t const slash = shared == 0 ? View::npos : directory.rfind(U'/', shared - 1);
     if (slash != View::npos) {
-        return setRelativePath(path, slash + 1, slashesIn(directory.substr(slash + 1)), result);
+        return setRelativePath(path, slash + 1, countSlashes(directory.substr(slash + 1)), result);
     }
-    if (path.substr(0, 1) == U"/") { // which is left of a rootless directory
-        setRelativePath(path, 1, slashesIn(directory), result);
+    if (path.substr(0, 1) == U"/") { // which is left of a rootless directory in the end
+        setRelativePath(path, 1, countSlashes(directory), result);
     }
 }
 
-/// The directory of a base without its dot segments.
-View cleanDirectoryOf(StoredText const& base, std::u32string& own) {
+/// The directory of a base, without dot segments.
+View directoryWithoutDotSegments(StoredText const& base, std::u32string& own) {
     View const directory = directoryOf(base);
     if (!hasDotSegments(directory)) {
         return directory;
     }
     own = directory;
-    own += U'x'; // a segment to be merged: it shows whether a "/" is left in front of it
+    own += U'x'; // stands for a reference, which keeps the "/" in front of it
     iri::removeDotSegments(own);
     own.pop_back();
     return own;
 }
 
-/// Whether a relative path is no longer than the whole path, which is behind a scheme where it is rootless.
-bool isNoLonger(RelativePath const& relative, View path, View scheme) {
-    View const left = path.substr(0, path.size() - relative.rest.size()); // out of the relative one
+/// Whether a relative path is no longer than the whole path. A whole path that is rootless needs its scheme
+/// in front.
+bool isNoLongerThanPath(RelativePathReference const& relative, View path, View scheme) {
+    View const left = path.substr(0, path.size() - relative.rest.size()); // what the relative path leaves out
     if (relative.front.size() <= left.size()) {
         return true;
     }
-    std::size_t const inFront = path.substr(0, 1) != U"/"    ? unitsOf(scheme) + 1
+    std::size_t const inFront = path.substr(0, 1) != U"/"    ? utf16Length(scheme) + 1
                                 : path.substr(0, 2) == U"//" ? 2
                                                              : 0;
-    return relative.front.size() <= inFront + unitsOf(left);
+    return relative.front.size() <= inFront + utf16Length(left);
 }
 
 bool hasSameQuery(StoredText const& left, StoredText const& right) {
@@ -203,32 +204,34 @@ bool hasSameQuery(StoredText const& left, StoredText const& right) {
            (!left.components.hasQuery() || text::isSame(left.given(Part::query), right.given(Part::query)));
 }
 
-/// A path behind a scheme and, if there is one, an authority. Beside none, a path that begins with "//" needs
-/// a dot segment in front; "./" leads to it as "/." does, and has no "/" in front.
-void setWhole(StoredText const& target, View path, Draft& draft) {
+/// Sets the scheme, the authority if there is one, and the path. Without an authority a path that begins with
+/// "//" needs a dot segment in front: "./" serves as "/." does, and leaves the path rootless.
+void setAllButQueryAndFragment(StoredText const& target, View path, Draft& draft) {
     draft.takeSchemeAndAuthority(target);
     bool const guarded = !target.components.hasHost() && path.substr(0, 2) == U"//";
     draft.setPath(guarded ? View(U"./") : View(), path, Form::iri);
 }
 
-/// All but query and fragment of the shortest reference to `path`, which is that of `target` without dot
-/// segments. Returns whether the query goes without saying.
-bool setReference(StoredText const& target, View path, StoredText const& base, Draft& draft,
-                  RelativePath& relative, std::u32string& own) {
+/// Sets all but query and fragment of the shortest reference to `target`, whose path without dot segments is
+/// `path`. Returns whether the reference takes the right query from the base.
+bool setShortestReference(StoredText const& target, View path, StoredText const& base, Draft& draft,
+                          RelativePathReference& relative, std::u32string& own) {
     Components const& t = target.components;
     Components const& b = base.components;
-    bool const sameFront = t.schemeEnd == b.schemeEnd &&
-                           text::isSame(target.stretch(0, t.pathBegin), base.stretch(0, b.pathBegin));
-    if (!sameFront) {
+    bool const sameSchemeAndAuthority =
+        t.schemeEnd == b.schemeEnd &&
+        text::isSame(target.stretch(0, t.pathBegin), base.stretch(0, b.pathBegin));
+    if (!sameSchemeAndAuthority) {
         if (t.hasHost() && text::isSame(target.scheme(), base.scheme())) {
             draft.takeAuthority(target);
             draft.setPath(path, Form::iri);
         } else {
-            setWhole(target, path, draft);
+            setAllButQueryAndFragment(target, path, draft);
         }
         return false;
     }
-    // The base's path is taken as it stands; only a target without dots can be the same.
+    // A reference with an empty path takes the base's path as it is, so only one without dot segments will
+    // do.
     bool const guarded = !t.hasHost() && path.substr(0, 2) == U"//";
     View const basePath = base.given(Part::path);
     bool const samePath = guarded ? basePath.substr(0, 2) == U"/." && text::isSame(basePath.substr(2), path)
@@ -241,23 +244,23 @@ bool setReference(StoredText const& target, View path, StoredText const& base, D
     std::size_t const shared = text::commonLength(path, basePath);
     std::size_t const slash = shared == 0 ? View::npos : basePath.rfind(U'/', shared - 1);
     View const behind = basePath.substr(slash + 1);
-    std::size_t const up = slashesIn(behind);
-    // The directory is without dots if what is left behind the shared start is.
+    std::size_t const up = countSlashes(behind);
+    // The shared start holds no dot segments, so the directory holds none if the rest of it holds none.
     if (slash != View::npos && (up == 0 || !iri::hasRelativePathSegments(behind))) {
         setRelativePath(path, slash + 1, up, relative);
     } else {
-        setRelativePathFrom(cleanDirectoryOf(base, own), path, relative);
+        setRelativePathFrom(directoryWithoutDotSegments(base, own), path, relative);
     }
     bool const absolute = !path.empty() && path.front() == U'/';
-    if (relative.found && isNoLonger(relative, path, target.scheme())) {
+    if (relative.found && isNoLongerThanPath(relative, path, target.scheme())) {
         draft.setPath(relative.front, relative.rest, Form::iri);
     } else if (absolute) {
         draft.setPath(path, Form::iri);
-    } else if (t.hasHost()) { // an empty path beside a host, which nothing else leads to
+    } else if (t.hasHost()) { // only the authority leads to an empty path
         draft.takeAuthority(target);
         draft.setPath(path, Form::iri);
     } else {
-        setWhole(target, path, draft);
+        setAllButQueryAndFragment(target, path, draft);
     }
     return false;
 }
@@ -265,36 +268,36 @@ bool setReference(StoredText const& target, View path, StoredText const& base, D
 } // namespace
 
 IRI resolveExactly(IRI const& reference, IRI const& base) {
-    InIriForm const from(reference);
-    InIriForm const to(base);
+    IriFormText const from(reference);
+    IriFormText const to(base);
     std::u32string own; // the draft reads it until it is finished
     IRI result;
     Draft draft(ValueAccess::stored(result), Draft::Guarantee::asParsed);
-    resolve(from.get(), to.get(), draft, own);
+    resolve(from.stored(), to.stored(), draft, own);
     draft.finish();
     return result;
 }
 
 IRI makeRelativeExactly(IRI const& iri, IRI const& base) {
-    InIriForm const target(iri);
-    InIriForm const from(base);
+    IriFormText const target(iri);
+    IriFormText const from(base);
     std::u32string path; // the draft reads these until it is finished
     std::u32string directory;
-    RelativePath relative;
+    RelativePathReference relative;
     IRI result;
     Draft draft(ValueAccess::stored(result), Draft::Guarantee::asParsed);
-    bool queryIsTaken = false;
+    bool queryIsInherited = false;
     if (!iri.hasScheme() || !base.hasScheme()) {
-        draft.takeSchemeAndAuthority(target.get());
+        draft.takeSchemeAndAuthority(target.stored());
         draft.setPath(target.path(), Form::iri);
     } else {
-        queryIsTaken = setReference(target.get(), withoutDots(target.path(), path), from.get(), draft,
-                                    relative, directory);
+        queryIsInherited = setShortestReference(target.stored(), withoutDotSegments(target.path(), path),
+                                                from.stored(), draft, relative, directory);
     }
-    if (!queryIsTaken) {
-        draft.takeQuery(target.get());
+    if (!queryIsInherited) {
+        draft.takeQuery(target.stored());
     }
-    draft.takeFragment(target.get());
+    draft.takeFragment(target.stored());
     draft.finish();
     return result;
 }

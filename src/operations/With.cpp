@@ -2,8 +2,8 @@
 
 #include "except/Refuse.hpp"
 #include "iri/grammar/IriGrammar.hpp"
-#include "operations/Assembly.hpp"
 #include "operations/ComponentText.hpp"
+#include "operations/ComponentViews.hpp"
 #include "text/Transcoding.hpp"
 
 #include <optional>
@@ -13,29 +13,29 @@ namespace foundation::network {
 
 using iri::detail::Part;
 using iri::detail::PartContext;
-using operations::Assembly;
-using operations::InIriForm;
+using operations::ComponentViews;
+using operations::IriFormText;
 using View = std::u32string_view;
 
 namespace {
 
-// The value with what `change` makes of its components.
+// A copy of the value, after `change` was applied to its components.
 template <class Change>
 IRI changed(IRI const& iri, Change change) {
-    InIriForm const form(iri);
-    Assembly assembly(form.get());
-    change(assembly);
-    return assembly.assembled();
+    IriFormText const form(iri);
+    ComponentViews views(form.stored());
+    change(views);
+    return views.recomposed();
 }
 
-IRI with(IRI const& iri, Part part, std::optional<View> Assembly::*component, std::u16string_view text,
+IRI with(IRI const& iri, Part part, std::optional<View> ComponentViews::*component, std::u16string_view text,
          Encoding encoding) {
     std::u32string const own = operations::componentText(part, text, encoding, PartContext());
-    return changed(iri, [&](Assembly& assembly) { assembly.*component = own; });
+    return changed(iri, [&](ComponentViews& views) { views.*component = own; });
 }
 
-IRI without(IRI const& iri, std::optional<View> Assembly::*component) {
-    return changed(iri, [&](Assembly& assembly) { assembly.*component = std::nullopt; });
+IRI without(IRI const& iri, std::optional<View> ComponentViews::*component) {
+    return changed(iri, [&](ComponentViews& views) { views.*component = std::nullopt; });
 }
 
 } // namespace
@@ -45,61 +45,61 @@ IRI withScheme(IRI const& iri, std::u16string_view scheme) {
     if (!iri::grammar::matchScheme(own)) {
         core::except::refuse("Malformed scheme");
     }
-    return changed(iri, [&](Assembly& assembly) { assembly.scheme = own; });
+    return changed(iri, [&](ComponentViews& views) { views.scheme = own; });
 }
 IRI withoutScheme(IRI const& iri) {
-    return without(iri, &Assembly::scheme);
+    return without(iri, &ComponentViews::scheme);
 }
 
 IRI withUserInfo(IRI const& iri, std::u16string_view text, Encoding encoding) {
-    return with(iri, Part::userInfo, &Assembly::userInfo, text, encoding);
+    return with(iri, Part::userInfo, &ComponentViews::userInfo, text, encoding);
 }
 IRI withoutUserInfo(IRI const& iri) {
-    return without(iri, &Assembly::userInfo);
+    return without(iri, &ComponentViews::userInfo);
 }
 
 IRI withHost(IRI const& iri, std::u16string_view text, Encoding encoding) {
-    return with(iri, Part::host, &Assembly::host, text, encoding);
+    return with(iri, Part::host, &ComponentViews::host, text, encoding);
 }
 IRI withoutHost(IRI const& iri) {
-    return changed(
-        iri, [](Assembly& assembly) { assembly.userInfo = assembly.host = assembly.port = std::nullopt; });
+    return changed(iri,
+                   [](ComponentViews& views) { views.userInfo = views.host = views.port = std::nullopt; });
 }
 
 IRI withPort(IRI const& iri, unsigned short port) {
     std::string const digits = std::to_string(port);
     std::u32string const own(digits.begin(), digits.end());
-    return changed(iri, [&](Assembly& assembly) {
-        assembly.port = own;
-        assembly.portNumber = port;
+    return changed(iri, [&](ComponentViews& views) {
+        views.port = own;
+        views.portNumber = port;
     });
 }
 IRI withoutPort(IRI const& iri) {
-    return changed(iri, [](Assembly& assembly) {
-        assembly.port = std::nullopt;
-        assembly.portNumber = 0;
+    return changed(iri, [](ComponentViews& views) {
+        views.port = std::nullopt;
+        views.portNumber = 0;
     });
 }
 
 IRI withPath(IRI const& iri, std::u16string_view text, Encoding encoding) {
-    // What a first segment with ":" becomes depends on what stands before it.
+    // Whether a ":" in the first segment is escaped depends on the components in front of it.
     PartContext const context{iri.hasScheme(), iri.hasUserInfo(), iri.hasHost(), false};
     std::u32string const own = operations::componentText(Part::path, text, encoding, context);
-    return changed(iri, [&](Assembly& assembly) { assembly.path = own; });
+    return changed(iri, [&](ComponentViews& views) { views.path = own; });
 }
 
 IRI withQuery(IRI const& iri, std::u16string_view text, Encoding encoding) {
-    return with(iri, Part::query, &Assembly::query, text, encoding);
+    return with(iri, Part::query, &ComponentViews::query, text, encoding);
 }
 IRI withoutQuery(IRI const& iri) {
-    return without(iri, &Assembly::query);
+    return without(iri, &ComponentViews::query);
 }
 
 IRI withFragment(IRI const& iri, std::u16string_view text, Encoding encoding) {
-    return with(iri, Part::fragment, &Assembly::fragment, text, encoding);
+    return with(iri, Part::fragment, &ComponentViews::fragment, text, encoding);
 }
 IRI withoutFragment(IRI const& iri) {
-    return without(iri, &Assembly::fragment);
+    return without(iri, &ComponentViews::fragment);
 }
 
 } // namespace foundation::network

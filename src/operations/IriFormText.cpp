@@ -1,4 +1,4 @@
-#include "operations/InIriForm.hpp"
+#include "operations/IriFormText.hpp"
 
 #include <string>
 
@@ -9,15 +9,15 @@ using iri::detail::Draft;
 using iri::detail::Form;
 using iri::detail::Part;
 
-void InIriForm::convert(iri::detail::StoredText& made) const {
+void IriFormText::convert(iri::detail::StoredText& made) const {
     std::u32string texts[5]; // the draft reads them until it is finished
     auto const text = [&](Part part) {
-        return stored.inForm(part, Form::iri, texts[static_cast<std::size_t>(part)]);
+        return source.inForm(part, Form::iri, texts[static_cast<std::size_t>(part)]);
     };
-    Components const& components = stored.components;
+    Components const& components = source.components;
     Draft draft(made, Draft::Guarantee::none);
     if (components.hasScheme()) {
-        draft.setScheme(stored.scheme());
+        draft.setScheme(source.scheme());
     }
     if (components.hasUserInfo()) {
         draft.setUserInfo(text(Part::userInfo), Form::iri);
@@ -26,7 +26,7 @@ void InIriForm::convert(iri::detail::StoredText& made) const {
         draft.setHost(text(Part::host), Form::iri);
     }
     if (components.hasPort()) {
-        draft.setPort(stored.port(), components.port);
+        draft.setPort(source.port(), components.port);
     }
     draft.setPath(components.hasPath ? text(Part::path) : std::u32string_view(), Form::iri);
     if (components.hasQuery()) {

@@ -1,4 +1,4 @@
-#include "operations/Assembly.hpp"
+#include "operations/ComponentViews.hpp"
 
 namespace foundation::network::operations {
 
@@ -7,7 +7,7 @@ using iri::detail::Form;
 using iri::detail::Part;
 using iri::detail::ValueAccess;
 
-Assembly::Assembly(iri::detail::StoredText const& from)
+ComponentViews::ComponentViews(iri::detail::StoredText const& from)
     : portNumber(from.components.port), path(from.given(Part::path)) {
     auto const& components = from.components;
     if (components.hasScheme()) {
@@ -30,7 +30,7 @@ Assembly::Assembly(iri::detail::StoredText const& from)
     }
 }
 
-IRI Assembly::assembled() const {
+IRI ComponentViews::recomposed() const {
     iri::detail::requireHost(userInfo.has_value(), host.has_value(), port.has_value(), path);
     IRI result;
     Draft draft(ValueAccess::stored(result), Draft::Guarantee::asParsed);
