@@ -10,10 +10,9 @@
 /// Dot segments are removed (RFC 3986, section 5.2.4) in two ways, which give different results where a path
 /// holds "//", where the base has dot segments itself, and where a reference begins with an escaped "/":
 ///
-/// - On a list of segments, one by one: `appendPathSegments`. Only a path without "//" can be split into such
-///   a list.
+/// - On a list of segments, one by one: `appendPathSegments`. Paths that hold "//" are not split into a list.
 /// - On the text, to the letter of the RFC: `removeDotSegments` and `mergeAndRemoveDotSegments`. Paths that
-///   cannot be split are merged so, and those for which both ways give the same, since this one is quicker.
+///   hold "//" are merged so, and those for which both ways give the same, since this one is quicker.
 namespace foundation::network::iri {
 
 /// A segment of a path and whether a "/" stands before it. `text` is a view of the path. It holds slashes
@@ -37,14 +36,15 @@ PathShape shapeOf(std::u32string_view path) noexcept;
 /// Whether a segment of `path` is exactly "." or "..".
 bool hasRelativePathSegments(std::u32string_view path) noexcept;
 
-/// The segments of a path that `grammar::splitPath` can split; none of any other, and of an empty one.
+/// The segments of a path, which must not hold "//"; none of an empty one.
 PathSegments segmentsOf(std::u32string_view path);
 
 /// The path that a list of segments makes up.
 std::u32string joined(PathSegments const& segments);
 
-/// Appends `path` to a list of segments. Without `removeDots` it is appended whole, as one segment. With
-/// `removeDots` it must be one that can be split, and the list is left without dot segments.
+/// Appends `path` to a list of segments. Without `removeDots` it is appended whole, as one segment, with a
+/// "/" in between if there is none. With `removeDots` it must not hold "//", and the list is left without dot
+/// segments.
 ///
 /// `absolute`: the list begins with "/" after its dot segments were removed. Without it, a list that was
 /// empty or did not begin with "/" before does not begin with it afterwards.
