@@ -69,7 +69,8 @@ bool isNewerBidiControl(char32_t c) {
 
 bool mayBeDecoded(char32_t c) {
     using namespace iri::grammar;
-    return c < 0x80 ? is<ALNUM | UNRESERVED_MARK>(c)
+    constexpr ClassMask unreserved = ALNUM | UNRESERVED_MARK;
+    return c < 0x80 ? is<unreserved>(c)
                     : is<UCSCHAR>(c) && !iri::encoding::isIriForbidden(c) && !isNewerBidiControl(c);
 }
 

@@ -28,13 +28,14 @@ IRI changed(IRI const& iri, Change change) {
     return views.recomposed();
 }
 
-IRI with(IRI const& iri, Part part, std::optional<View> ComponentViews::*component, std::u16string_view text,
-         Encoding encoding) {
+using Component = std::optional<View> ComponentViews::*;
+
+IRI with(IRI const& iri, Part part, Component component, std::u16string_view text, Encoding encoding) {
     std::u32string const own = operations::componentText(part, text, encoding, PartContext());
     return changed(iri, [&](ComponentViews& views) { views.*component = own; });
 }
 
-IRI without(IRI const& iri, std::optional<View> ComponentViews::*component) {
+IRI without(IRI const& iri, Component component) {
     return changed(iri, [&](ComponentViews& views) { views.*component = std::nullopt; });
 }
 
