@@ -14,7 +14,7 @@ namespace foundation::network::iri {
 /// Whether a text was parsed and, if it is not well-formed, where.
 struct ReadOutcome {
     bool isIri;
-    std::size_t malformedAt; // where the first ill-formed sequence begins; `text::NO_FAULT` if there is none
+    std::size_t malformedAt; // where the first ill-formed sequence begins; `text::noFault` if there is none
 };
 
 /// Parses UTF-16 or UTF-8 into `stored`, which must be new. If the grammar refuses the text, `stored` holds
@@ -23,7 +23,7 @@ template <class Unit>
 ReadOutcome readText(std::basic_string_view<Unit> text, detail::StoredText& stored) {
     std::size_t const malformedAt = text::toUtf32(text, stored.text);
     stored.parsed = true;
-    return {malformedAt == text::NO_FAULT && grammar::matchIriReference(stored.text, stored.components),
+    return {malformedAt == text::noFault && grammar::matchIriReference(stored.text, stored.components),
             malformedAt};
 }
 

@@ -28,7 +28,7 @@ std::u32string_view StoredText::converted(Part part, Form form, std::u32string& 
 namespace {
 
 [[noreturn]] void refuse(ReadOutcome const& outcome, std::u16string_view source) {
-    if (outcome.malformedAt != text::NO_FAULT) {
+    if (outcome.malformedAt != text::noFault) {
         text::throwNotUtf16(text::misplacedUnit(source, outcome.malformedAt));
     }
     throwParsingFailed();

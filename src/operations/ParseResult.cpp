@@ -96,7 +96,7 @@ ParseResult::ParseResult(std::basic_string_view<Unit> text) : iri(std::in_place)
     if (outcome.isIri) {
         return;
     }
-    if (outcome.malformedAt != text::NO_FAULT) {
+    if (outcome.malformedAt != text::noFault) {
         fault = noText(text, outcome.malformedAt);
         if constexpr (sizeof(Unit) == sizeof(char16_t)) {
             misplacedUnit = text::misplacedUnit(text, outcome.malformedAt);

@@ -23,7 +23,7 @@ auto reader(IRI const& iri) {
 IRI iriFromUtf8(std::string_view text) {
     IRI result;
     iri::ReadOutcome const outcome = iri::readText(text, ValueAccess::stored(result));
-    if (outcome.malformedAt != text::NO_FAULT) {
+    if (outcome.malformedAt != text::noFault) {
         text::throwNotUtf8();
     }
     if (!outcome.isIri) {

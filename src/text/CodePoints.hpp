@@ -8,11 +8,11 @@
 /// pairs.
 namespace foundation::network::text {
 
-inline constexpr char32_t LAST_CODE_POINT = 0x10FFFF;
+inline constexpr char32_t lastCodePoint = 0x10FFFF;
 
 /// Whether `c` is a Unicode scalar value: a code point that is no surrogate.
 [[nodiscard]] constexpr bool isScalar(char32_t c) {
-    return c <= LAST_CODE_POINT && !isSurrogate(c);
+    return c <= lastCodePoint && !isSurrogate(c);
 }
 [[nodiscard]] constexpr bool isLeadSurrogate(char32_t c) {
     return (c & 0xFFFFFC00) == 0xD800;
@@ -61,7 +61,7 @@ constexpr void encodeUtf8(char32_t codePoint, Sink sink) {
         sink(static_cast<unsigned char>(0xE0 | (codePoint >> 12)));
         sink(continuation(6));
         sink(continuation(0));
-    } else if (codePoint <= LAST_CODE_POINT) {
+    } else if (codePoint <= lastCodePoint) {
         sink(static_cast<unsigned char>(0xF0 | (codePoint >> 18)));
         sink(continuation(12));
         sink(continuation(6));

@@ -195,14 +195,14 @@ std::size_t transcodeOneByOne(std::basic_string_view<In> text, std::basic_string
         result.append(buffer, static_cast<std::size_t>(to - buffer));
     }
     out = std::move(result);
-    return NO_FAULT;
+    return noFault;
 }
 
 template <class In>
 std::size_t transcode(std::basic_string_view<In> text, std::u32string& out) {
     if (isOneToOne<char32_t>(text)) {
         out = copied<char32_t>(text);
-        return NO_FAULT;
+        return noFault;
     }
     return transcodeOneByOne(text, out);
 }
@@ -224,7 +224,7 @@ std::basic_string<Out> transcoded(std::basic_string_view<In> text) {
     }
     std::basic_string<Out> result;
     std::size_t const fault = transcodeOneByOne(text, result);
-    if (fault != NO_FAULT) {
+    if (fault != noFault) {
         refuse(text, fault);
     }
     return result;

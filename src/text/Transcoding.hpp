@@ -11,9 +11,9 @@
 namespace foundation::network::text {
 
 /// Tells that a text is well-formed.
-inline constexpr std::size_t NO_FAULT = static_cast<std::size_t>(-1);
+inline constexpr std::size_t noFault = static_cast<std::size_t>(-1);
 
-/// Sets `out` to `text` in UTF-32, and gives `NO_FAULT`; or gives the place of the first unit of the first
+/// Sets `out` to `text` in UTF-32, and gives `noFault`; or gives the place of the first unit of the first
 /// sequence that is not well-formed, and leaves `out` alone.
 std::size_t toUtf32(std::u16string_view text, std::u32string& out);
 std::size_t toUtf32(std::string_view utf8, std::u32string& out);

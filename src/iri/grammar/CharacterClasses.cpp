@@ -9,7 +9,7 @@ namespace {
 
 using Unicode = boost::spirit::char_encoding::unicode;
 
-constexpr char32_t LAST_CODE_POINT = 0x10FFFF;
+constexpr char32_t lastCodePoint = 0x10FFFF;
 
 bool within(char32_t c, char32_t first, char32_t last) {
     return c >= first && c <= last;
@@ -39,7 +39,7 @@ bool isFullWidthHexDigit(char32_t c) {
 
 bool isBeyondAscii(char32_t c, ClassMask mask) noexcept {
     // The tables of Unicode's properties have no bounds check of their own.
-    if (c > LAST_CODE_POINT) {
+    if (c > lastCodePoint) {
         return false;
     }
     return ((mask & UCSCHAR) != 0 && isUcschar(c)) || ((mask & IPRIVATE) != 0 && isIprivate(c)) ||
