@@ -1,6 +1,6 @@
 #pragma once
 
-/// The parts of an IRI, to build one from.
+/// The components of an IRI, to build one from.
 ///
 ///     #include <foundation/network/IRI.hpp>
 ///     #include <foundation/network/IRIArgs.hpp>
@@ -20,25 +20,33 @@ namespace foundation::network {
 
 class IRI;
 
-/// The parts of an IRI as a reader sees them (`Encoding::Raw`): nothing in them needs to be escaped, and what
-/// looks like an escape stands for itself.
+/// The components of an IRI as a person reads them (`Encoding::Raw`).
 ///
-/// A part that was set is present, also with an empty text. Parts are checked when an `IRI` is built, not
-/// here: a port without a host, say, can be stored. All operations but the constructors give the object
-/// itself, so that calls can be chained, and have the strong guarantee.
+/// What a component cannot hold is escaped in the texts of the IRI that is built, and what looks like an
+/// escape stands for itself. That has gaps, so that some values have a text that reads as something else or
+/// as no IRI: docs/anatomy.md lists what can be built and no text can carry.
 ///
-/// Text is UTF-16; each setter throws the `std::out_of_range` of the family with "Misplaced UTF-16 surrogate
-/// U+0xdc00 encountered while trying to encode UTF-32 sequence", and the value that it met, for what is none.
+/// A component that was set is present, also with an empty text. Components are checked when an `IRI` is
+/// built, not here: a port without a host, say, can be stored. All operations but the constructors give the
+/// object itself, so that calls can be chained. Texts are UTF-16. Moving copies.
 ///
-/// A plain value: not for several threads at once while one of them changes it. Moving copies.
+/// Throws: each operation that takes a text, the internal `std::out_of_range`, "Misplaced UTF-16 surrogate
+/// U+0xdc00 encountered while trying to encode UTF-32 sequence" with the unit that it met, for what is no
+/// UTF-16; `std::bad_alloc`.
+/// Complexity: of each operation, linear in the length of the text that it is given or copies.
+/// Exception safety: an operation that throws changes nothing.
+/// Thread safety: any number of threads may copy one object and build from it, while none changes it.
 class ZVFLNETWORK_EXPORT IRIArgs : public iri::detail::ArgsBase<std::u32string> {
 public:
     IRIArgs();
-    /// The parts of `iri`, decoded. Throws `std::runtime_error` with "Item not set: Path" for `IRI()`, which
-    /// has no path, and what the getters of `iri` throw for a part that cannot be decoded.
+    /// The components of `iri`, decoded.
     ///
-    /// A host in brackets does not survive the way back into an IRI: its brackets and colons are escaped
-    /// there.
+    /// An IRI that is built of them is not always `iri` again: docs/change-one-part.md has the table. Above
+    /// all, the brackets and colons of an IP literal are escaped, and so is once more a "%" that stands
+    /// before two hexadecimal digits in the decoded host.
+    ///
+    /// Throws: `std::runtime_error`, "Item not set: Path", for `IRI()`, which has no path; that is no
+    /// exception of the internal family. As the getters of `iri` for a component that cannot be decoded.
     explicit IRIArgs(IRI const& iri);
     IRIArgs(IRIArgs const& other);
     IRIArgs& operator=(IRIArgs const& other);
@@ -54,13 +62,16 @@ public:
     /// Clears the port as well.
     IRIArgs& clearHost() noexcept;
     IRIArgs& setPort(unsigned short number) noexcept;
-    /// Throws the `std::logic_error` of the family with "Port must be numeric" for what is no number from 0
-    /// to 65535 in ASCII digits; the port stays as it was then.
+    /// Leading zeros are taken, and not kept.
+    ///
+    /// Throws: the internal `std::logic_error`, "Port must be numeric", for what is no number from 0 to
+    /// 65535 in ASCII digits.
     IRIArgs& setPort(std::u16string const& text);
     IRIArgs& clearPort() noexcept;
     IRIArgs& setPath(std::u16string const& text);
     IRIArgs& clearPath() noexcept;
-    /// Without the "?". How the query is encoded stays as the last `appendQueryKeyValuePair` said.
+    /// Without the "?". Whether the query is form-encoded stays as the calls of `appendQueryKeyValuePair`
+    /// have left it, also when the query was cleared in between.
     IRIArgs& setQuery(std::u16string const& text);
     IRIArgs& clearQuery() noexcept;
     /// Without the "#".
@@ -70,12 +81,17 @@ public:
     /// Appends `key=value` to the query, behind a "&", or a ";" with `useSemicolon`, where the query is not
     /// empty.
     ///
-    /// Of key and value, "=" and "+" become escapes, so does the separator of this call, and a space becomes
-    /// "+"; all else stays. With `encodeQuery` the whole query is written in ASCII when the IRI is built; the
-    /// last call decides.
+    /// Of key and value, "=" and "+" become escapes, so does the separator of this call, and a space
+    /// becomes "+". If one of these became an escape in any call, or if the last call has `encodeQuery`,
+    /// the query is *form-encoded* from then on: what looks like an escape in it is one when the IRI is
+    /// built, and is not decoded in `Encoding::Raw`. With `encodeQuery` in the last call the whole query is
+    /// written in ASCII, too. A text does not carry the mark: once printed and parsed, the query is decoded
+    /// like any other.
     ///
-    /// Throws the `std::logic_error` of the family with "Key must not be empty". Linear in the length of the
-    /// pair, amortised.
+    /// `QueryParameters` escapes all that a name or a value may hold, and reads them again.
+    ///
+    /// Throws: the internal `std::logic_error`, "Key must not be empty".
+    /// Complexity: linear in the length of the pair, over all pairs.
     IRIArgs& appendQueryKeyValuePair(std::u16string const& key, std::u16string const& value, bool encodeQuery,
                                      bool useSemicolon);
 };

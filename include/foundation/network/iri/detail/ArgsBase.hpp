@@ -12,12 +12,14 @@ class TemplateIRI;
 template <class String>
 class ArgsBase;
 
-/// The parts that an IRI is built from, in `Encoding::Raw` and in UTF-32. `IRIArgs` is the face of it for
-/// callers.
+/// The components that an IRI is built from, in `Encoding::Raw` and in UTF-32. Callers use `IRIArgs`, which
+/// is documented there.
 ///
-/// Nothing is checked against anything else: the constructor of the IRI does that. Setters with UTF-16 text
-/// throw the `std::out_of_range` of the family with "Misplaced UTF-16 surrogate U+... encountered while
-/// trying to encode UTF-32 sequence". Every operation has the strong guarantee.
+/// Nothing is checked against anything else here: the constructor of the IRI does that.
+///
+/// Throws: each operation that takes UTF-16, the internal `std::out_of_range`, "Misplaced UTF-16 surrogate
+/// U+... encountered while trying to encode UTF-32 sequence", for what is none; `std::bad_alloc`.
+/// Exception safety: an operation that throws changes nothing.
 template <>
 class ZVFLNETWORK_EXPORT ArgsBase<std::u32string> {
     using String = std::u32string;
@@ -42,8 +44,8 @@ public:
     void clearHost() noexcept;
 
     void setPort(unsigned short number) noexcept;
-    /// Throws the `std::logic_error` of the family with "Port must be numeric" for what is no number from 0
-    /// to 65535.
+    /// Throws: the internal `std::logic_error`, "Port must be numeric", for what is no number from 0 to
+    /// 65535.
     void setPort(std::u16string const& text);
     void setPort(String const& text);
     void clearPort() noexcept;
@@ -60,7 +62,7 @@ public:
     void setFragment(String text) noexcept;
     void clearFragment() noexcept;
 
-    /// See `IRIArgs`.
+    /// As `IRIArgs::appendQueryKeyValuePair`.
     void appendQueryKeyValuePair(std::u16string const& key, std::u16string const& value, bool encodeQuery,
                                  bool useSemicolon);
 

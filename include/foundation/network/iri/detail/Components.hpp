@@ -12,9 +12,9 @@ struct Slice {
     std::size_t length = 0;
 };
 
-/// Where the components of an IRI stand in its text, and in which form each was given. This is the only
-/// record of them: the match of a text fills it, the writer of a new text fills it, and every question about
-/// presence is answered from it.
+/// Where the components of an IRI stand in its text, and in which form each was given. There is no other
+/// record of them: the grammar fills this one when it matches a text, `Draft` fills it when it writes one,
+/// and every question about presence is answered from it.
 ///
 ///     http://jo@h:80/p?q#f
 ///         |     ||  | | | |
@@ -26,15 +26,15 @@ struct Slice {
 ///         |     hostBegin 10
 ///         schemeEnd 4
 ///
-/// A component stands between two of these places, with its delimiter. Where two that would have a delimiter
-/// between them are equal, the component is absent; a present, empty one has its delimiter:
+/// A component stands between two of these places, with its delimiter. Where two that would have a
+/// delimiter between them are equal, the component is absent; a present, empty one has its delimiter:
 ///
 ///     x:/p        no host: hostBegin, hostEnd and pathBegin are 2
 ///     x:///p      an empty host: hostBegin, hostEnd and pathBegin are 4
 ///     x:/p?       an empty query: pathEnd 4, queryEnd 5, end 5
 ///
-/// Invariants: the places never go down in the order above, but for `schemeEnd`, which is 0 without a scheme;
-/// user information and port stand beside a host only; `end` is the length of the text.
+/// Invariants: the places never go down in the order above, but for `schemeEnd`, which is 0 without a
+/// scheme; user information and port stand beside a host only; `end` is the length of the text.
 struct Components {
     std::size_t schemeEnd = 0; // the ":" behind the scheme
     std::size_t hostBegin = 0;
@@ -101,7 +101,7 @@ struct Components {
             return between(queryEnd + 1, end);
         }
     }
-    /// Of an absent port an empty slice.
+    /// Where the port stands, without its ":"; for an absent port an empty slice.
     [[nodiscard]] constexpr Slice portSlice() const noexcept {
         return between(hasPort() ? hostEnd + 1 : hostEnd, pathBegin);
     }
@@ -122,8 +122,8 @@ struct Components {
                pathBegin == other.pathBegin && form(Part::userInfo) == other.form(Part::userInfo) &&
                form(Part::host) == other.form(Part::host);
     }
-    /// Whether all components stand at the same places in the same forms: with the same text, every form of
-    /// both is the same.
+    /// Whether all components stand at the same places in the same forms. If the texts are the same as
+    /// well, every form of both is the same.
     [[nodiscard]] constexpr bool isLike(Components const& other) const noexcept {
         return hasSchemeAndAuthorityLike(other) && pathEnd == other.pathEnd && queryEnd == other.queryEnd &&
                end == other.end && form(Part::path) == other.form(Part::path) &&

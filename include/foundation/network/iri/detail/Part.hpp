@@ -6,11 +6,11 @@
 
 namespace foundation::network::iri::detail {
 
-/// The parts of an IRI that have encoded forms, in the order in which they are compared.
+/// The components of an IRI that have encoded forms, in the order in which they stand in it.
 enum class Part : std::uint8_t { userInfo, host, path, query, fragment };
 
-/// The forms in which a part is kept. The strict encodings have none of their own: they are made from the
-/// text of `iri` and `uri` when asked for.
+/// The forms in which a component is kept. The strict encodings have none of their own: their texts are
+/// made from those of `iri` and `uri` when they are asked for.
 enum class Form : std::uint8_t { raw, iri, uri };
 
 /// The form that an encoding reads and writes.
@@ -20,13 +20,13 @@ constexpr Form formOf(Encoding const& encoding) noexcept {
                                                                           : Form::uri;
 }
 
-/// The encoding to set a text with that was read in a form.
+/// The encoding that a text in this form is set with.
 constexpr Encoding encodingOf(Form form) noexcept {
     return form == Form::raw ? Encoding::Raw : form == Form::iri ? Encoding::Iri : Encoding::Uri;
 }
 
-/// What the conversions of a part depend on besides its text. The path sees the first three, the query the
-/// last.
+/// What the conversions of a component depend on besides its text. Those of the path look at the first
+/// three, those of the query at the last.
 struct PartContext {
     bool schemePresent = false;
     bool hasUserInfo = false;

@@ -19,8 +19,10 @@ struct ZVFLNETWORK_EXPORT HierarchicalPart {
 
     HierarchicalPart() = default;
 
-    /// Gives each absent field an empty range at the place where the component would have stood. `path` must
-    /// be present. Constant time.
+    /// Gives each absent field an empty range at the place where the component would have stood. `path`
+    /// must be present.
+    ///
+    /// Complexity: constant.
     void update();
 
     boost::optional<Range> userInfo;
@@ -29,7 +31,7 @@ struct ZVFLNETWORK_EXPORT HierarchicalPart {
     boost::optional<Range> path;
 };
 
-/// Where the components of an `IRI-reference` (RFC 3987, section 2.2) stand in a text; what a match fills.
+/// Where the components of an `IRI-reference` (RFC 3987, section 2.2) stand in a text.
 template <class Iterator>
 struct ZVFLNETWORK_EXPORT Parts {
     using Range = boost::iterator_range<Iterator>;
@@ -51,10 +53,12 @@ struct ZVFLNETWORK_EXPORT Parts {
 extern template struct HierarchicalPart<std::u32string::const_iterator>;
 extern template struct Parts<std::u32string::const_iterator>;
 
-/// Reads a port: one or more ASCII digits with a value of at most 65535, leading zeros allowed.
+/// Reads a port: one or more ASCII digits with a value of at most 65535, leading zeros allowed. `value` is
+/// set only where all of `text` is such a number; the result tells whether it is.
 ///
-/// Returns whether all of `text` is such a number, and only then sets `value`. Linear; never throws. Any
-/// number of threads may call it.
+/// Throws: nothing.
+/// Complexity: linear in the length of `text`.
+/// Thread safety: any number of threads may call it at once.
 template <class String>
 ZVFLNETWORK_EXPORT bool portStringToNumeric(String const& text, unsigned short& value);
 

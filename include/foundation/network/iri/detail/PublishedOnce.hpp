@@ -8,13 +8,11 @@ namespace foundation::network::iri::detail {
 
 /// A place for a value that is worked out on demand, at most once kept, and read by any number of threads.
 ///
-/// `publish` and `get` may run at the same time on one object: a reader sees nothing or a complete value, and
-/// a published value is never replaced, so a reference to it stays valid until the object is changed by one
-/// of the operations below. Two threads may work out the value at once; the second throws its own away.
-/// Nobody ever waits.
-///
-/// Assignment, `reset`, `swap` and destruction need exclusive use of the object. A copy may be taken while
-/// others read and publish.
+/// Thread safety: `publish` and `get` may run at the same time on one object, and a copy may be taken
+/// meanwhile; nobody waits. A reader sees nothing or a complete value. A published value is never replaced,
+/// so a reference to it stays valid until the object is assigned to, reset, swapped or destroyed; these
+/// need exclusive use of the object. Two threads may work out the value at once: the second throws its own
+/// away.
 template <class T>
 class PublishedOnce {
 public:

@@ -8,11 +8,11 @@
 
 namespace foundation::network::iri::detail {
 
-/// What a value is: one text, and the record of where its components stand in it. Of a parsed value that is
-/// the text that was parsed; of a built or resolved one it holds each component in the form in which it was
-/// given. All operations on IRIs read this, and `Draft` writes it.
+/// What a value is made of: one text, and the record of where its components stand in it. Of a parsed value
+/// that is the text that was parsed; of a built one it holds each component in the form in which it was
+/// given. All operations on IRIs read it, and `Draft` writes it.
 ///
-/// Nothing here is changed but by its owner, so any number of threads may read it.
+/// Thread safety: only its owner changes it, so any number of threads may read it.
 struct StoredText {
     using View = std::u32string_view;
 
@@ -26,12 +26,13 @@ struct StoredText {
         return {text.data() + begin, end - begin};
     }
     [[nodiscard]] View scheme() const noexcept { return stretch(0, components.schemeEnd); }
-    /// As it is written; of an absent port an empty text.
+    /// As it is written; for an absent port an empty text.
     [[nodiscard]] View port() const noexcept { return at(components.portSlice()); }
     /// A present component as it was given.
     [[nodiscard]] View given(Part part) const noexcept { return at(components.slice(part)); }
-    /// A present component in another form; where that is another text, `own` holds it. Throws what the
-    /// conversions throw.
+    /// A present component in another form; where that is another text, `own` holds it.
+    ///
+    /// Throws: what the conversions throw.
     [[nodiscard]] View inForm(Part part, Form form, std::u32string& own) const {
         return components.form(part) == form ? given(part) : converted(part, form, own);
     }

@@ -16,22 +16,22 @@ namespace foundation::network::iri::detail {
 template <class String>
 class StringParts;
 
-/// The five components of an IRI that have encoded forms, each set by itself in one form, for callers that
-/// want references to the texts of its other forms. (A value keeps its components in one text: see
+/// The five components of an IRI that have encoded forms. Each is set by itself in one form, and getters
+/// give references to its texts in other forms. (An `IRI` keeps its components in one text instead: see
 /// `Components`.)
 ///
-/// A form comes into being when somebody asks for it, and stays. A form that comes out like the one that it
-/// was made from shares its text. Nothing points into another object; a copy has the texts that were set.
+/// A form is made when somebody first asks for it, and is kept. A form that comes out like the one that it
+/// was made from shares its text. Nothing points into another object; a copy has only the texts that were
+/// set.
 ///
-/// Getters: each throws `std::runtime_error` with "Item not set: UserInfo" (": Host", ": Path", ": Query",
-/// ": Fragment") for an absent component, and `std::out_of_range` with "Invalid UTF-8 sequence encountered
-/// while trying to encode UTF-32 character" where escapes decode to bytes that are no UTF-8. The component is
-/// unchanged then, and its other forms remain.
-///
+/// Throws: each getter, `std::runtime_error`, "Item not set: UserInfo" (": Host", ": Path", ": Query", ":
+/// Fragment"), for an absent component, which is no exception of the internal family; the internal
+/// `std::out_of_range`, "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character", where
+/// escapes decode to an overlong form, a surrogate or a value above U+10FFFF.
+/// Exception safety: an operation that throws changes no component, and the forms that were made stay.
 /// Thread safety: `const` operations may run at the same time on any number of threads, and a copy may be
-/// taken meanwhile. Setters, `reset`, assignment and `swap` need exclusive use. Each form is published once,
-/// as a whole; two threads that make one form at once make the same text, and one of them throws its own
-/// away. There is no lock.
+/// taken meanwhile; nobody waits. Two threads that make one form at once make the same text, and one of
+/// them throws its own away. Setters, `reset`, assignment and `swap` need exclusive use.
 template <>
 class ZVFLNETWORK_EXPORT StringParts<std::u32string> {
     using String = std::u32string;
@@ -51,7 +51,7 @@ public:
     /// Tells the path whether a scheme stands before it; it does nothing where there is no path.
     void setSchemePresent(bool schemePresent);
 
-    /// Each setter replaces the component: its text is `text` in the form of `encoding`. Strong guarantee.
+    /// Each setter replaces the component: its text is `text` in the form of `encoding`.
     void setUserInfo(String text, Encoding const& encoding);
     void setHost(String text, Encoding const& encoding);
     void setPath(String text, Encoding const& encoding);
@@ -59,7 +59,7 @@ public:
     /// `formEncoded`: the text is form-encoded, and is not decoded for any form.
     void setQuery(String text, Encoding const& encoding, bool formEncoded);
 
-    /// The text of a component; forms that are alike give the same object. The reference is valid until the
+    /// The text of a component. Forms that are alike give the same object. The reference is valid until the
     /// object is assigned to, changed or destroyed.
     String const& getUserInfo(Encoding const& encoding) const;
     String const& getHost(Encoding const& encoding) const;
@@ -67,20 +67,24 @@ public:
     String const& getQuery(Encoding const& encoding) const;
     String const& getFragment(Encoding const& encoding) const;
 
-    /// `[ userInfo "@" ] host`. Throws `std::runtime_error` with "Item not set: Host: Host (in getAuthority)"
-    /// where there is no host.
+    /// `[ userInfo "@" ] host`.
+    ///
+    /// Throws: `std::runtime_error`, "Item not set: Host: Host (in getAuthority)", where there is no host.
     String getAuthority(Encoding const& encoding) const;
 
-    /// A component's text as it was set, and the encoding to set it with elsewhere. Each throws
-    /// `std::runtime_error` with "Item not set" for an absent component.
+    /// The text of a component as it was set, and the encoding to set it with elsewhere.
+    ///
+    /// Throws: `std::runtime_error`, "Item not set", for an absent component.
     std::pair<String const&, Encoding> storedUserInfo() const;
     std::pair<String const&, Encoding> storedHost() const;
     std::pair<String const&, Encoding> storedPath() const;
     std::pair<String const&, Encoding> storedQuery() const;
     std::pair<String const&, Encoding> storedFragment() const;
 
-    /// Whether both hold the same components with the same texts, each compared in the form in which the left
-    /// one was set. Throws what the conversions of the right one throw.
+    /// Whether both hold the same components with the same texts, each compared in the form in which the
+    /// left one was set.
+    ///
+    /// Throws: what the conversions of the right one throw.
     bool operator==(StringParts const& other) const;
     bool operator!=(StringParts const& other) const { return !(*this == other); }
 

@@ -15,8 +15,9 @@ template <class String>
 class ArgsBase;
 struct ValueAccess;
 
-/// A hash that is worked out on demand. Threads that do so at once find the same number, so the second store
-/// changes nothing; the number is stored before `ready`.
+/// A hash that is worked out on demand. Threads that do so at once find the same number, so the second
+/// store changes nothing. The number is stored before `ready`, so whoever finds `ready` set reads the
+/// number.
 class CachedHash {
 public:
     CachedHash() noexcept = default;
@@ -47,11 +48,13 @@ class TemplateIRI;
 /// The value behind `IRI`: a stored text, and what is kept of what was worked out from it. Its public
 /// operations are those of `IRI`, documented there.
 ///
-/// What is kept of what `const` operations work out is what comparisons need: the hash, and, of a value that
-/// was not parsed, its whole text in the Iri and in the Raw form, where that differs from the text that is
-/// there. Each is published once and then only read, so any number of threads may call `const` operations on
-/// one value, and copy it, at the same time. Everything else is made for the caller and not kept. All other
-/// members are written under exclusive use alone.
+/// `const` operations keep the hash and, for a value that was not parsed, its whole text in the Iri and in
+/// the Raw form where that differs from the stored text. Everything else is made for the caller and not
+/// kept.
+///
+/// Thread safety: what is kept is published once and then only read, so any number of threads may call
+/// `const` operations on one value, and copy it, at the same time. All other members are written under
+/// exclusive use alone.
 template <>
 class ZVFLNETWORK_EXPORT TemplateIRI<std::u32string> {
 public:
@@ -101,7 +104,7 @@ public:
     bool operator==(TemplateIRI const& other) const;
     bool operator!=(TemplateIRI const& other) const { return !(*this == other); }
     bool operator<(TemplateIRI const& other) const;
-    /// The order of the Iri texts, whichever way the values were made.
+    /// The order of the Iri texts, of parsed and of built values.
     bool isTextLess(TemplateIRI const& other) const;
     std::uint64_t hashValue() const;
 
@@ -112,8 +115,8 @@ private:
     std::u32string const& kept(Form form) const;
 
     StoredText stored;
-    /// A bit for each form that the stored text was found to be the whole of. Bits are only added; they tell
-    /// of what does not change, and nothing is read by virtue of them, so no order is needed.
+    /// A bit for each form that the stored text was found to be the whole of. Bits are only added. What
+    /// they tell does not change, and no other memory is read because of them, so relaxed order suffices.
     mutable std::atomic<unsigned char> storedIsIn{0};
     CachedHash hash;
     PublishedOnce<std::u32string> iriText;
