@@ -19,28 +19,33 @@
 namespace foundation::network {
 
 /// A text as a component of an IRI holds it: from `Encoding::Raw` to `Encoding::Iri`, so that the component
-/// can be read again, and `percentDecode` gives the text again. `Scheme`, `Port` and `Text` hold no escapes:
-/// for these the text comes back as it stands. A path counts as one behind a scheme, so ":" in its first
-/// segment stays.
+/// can be read again, and `percentDecode` gives the text again.
 ///
-/// Throws: for a component with escapes the `std::out_of_range` of the family with "Misplaced UTF-16
-/// surrogate U+0xdc00 encountered while trying to encode UTF-32 sequence", and the value that it met, for an
-/// unpaired surrogate.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// `Scheme`, `Port` and `Text` hold no escapes: for these the text comes back as it stands. A path is
+/// escaped as one behind a scheme, so ":" in its first segment stays.
+///
+/// Throws: for a component with escapes the internal `std::out_of_range`, "Misplaced UTF-16 surrogate
+/// U+0xdc00 encountered while trying to encode UTF-32 sequence" with the unit that it met, for an unpaired
+/// surrogate.
+/// Complexity: linear in the length of `text`.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT std::u16string percentEncode(std::u16string_view text,
                                                               IRIComponent component);
 
-/// A text with its escapes decoded as UTF-8. Of bytes that are no UTF-8, each maximal part (Unicode, section
-/// 3.9) becomes U+FFFD. A "%" without two ASCII hexadecimal digits stands for itself.
+/// A text with its escapes decoded as UTF-8.
+///
+/// Where their bytes are no UTF-8, each maximal subpart (Unicode, section 3.9) becomes U+FFFD. A "%"
+/// without two ASCII hexadecimal digits behind it stands for itself.
 ///
 /// Throws: `std::bad_alloc` alone.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Complexity: linear in the length of `text`.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT std::u16string percentDecode(std::u16string_view text);
 
-/// The same in UTF-8. Throw, besides, the `std::out_of_range` of the family with "Invalid UTF-8 sequence
-/// encountered while trying to encode UTF-32 character" for a text that is no UTF-8.
+/// The same in UTF-8.
+///
+/// Throws: besides, the internal `std::out_of_range`, "Invalid UTF-8 sequence encountered while trying to
+/// encode UTF-32 character", for a text that is no UTF-8.
 [[nodiscard]] inline std::string percentEncode(std::string_view text, IRIComponent component) {
     return toUtf8(percentEncode(std::u16string_view(fromUtf8(text)), component));
 }

@@ -19,25 +19,29 @@
 
 namespace foundation::network {
 
-/// The `file:` IRI of an absolute path, with an empty host: "file://" and the path. What is UTF-8 stands
-/// there as itself; escaped, with upper-case digits, are "%", characters that a path of an IRI may not hold,
-/// controls of direction, and each byte that is no UTF-8. Dot segments stay.
+/// The `file:` IRI of an absolute path, with an empty host: "file://" and the path.
 ///
-/// Throws: the `std::logic_error` of the family with "Path must be absolute". `std::bad_alloc`.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Characters whose bytes are UTF-8 stand as themselves. Escaped, with upper-case digits, are "%",
+/// characters that a path of an IRI may not hold, controls of direction, and each byte that is no UTF-8.
+/// Dot segments stay.
+///
+/// Throws: the internal `std::logic_error`, "Path must be absolute"; `std::bad_alloc`.
+/// Complexity: linear in the length of the path.
+/// Thread safety: any number of threads may call it at once.
 /// Source: RFC 8089, section 2.
 [[nodiscard]] ZVFLNETWORK_EXPORT IRI iriFromFile(std::filesystem::path const& path);
 
-/// The path that a `file:` IRI names on this machine. The scheme may be in any case; no host, an empty one
-/// and "localhost", in any case and without escapes, are this machine. Escapes become their bytes, all others
-/// stay: dot segments, which may come out of escapes ("%2e%2e"), and a "%" without two hexadecimal digits.
+/// The path that a `file:` IRI names on this machine.
 ///
-/// Throws: the `std::logic_error` of the family with "Not the IRI of a local file" for any other scheme or
-/// host, for user information, a port, a query or a fragment, for a path that does not begin with "/", and
-/// for the escape of a zero or of a slash. `std::bad_alloc`.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// The scheme may be in any case. No host, an empty one and "localhost", in any case and without escapes,
+/// are this machine. Escapes become their bytes, also those of dot segments ("%2e%2e"). All else stays: dot
+/// segments, and a "%" without two hexadecimal digits behind it.
+///
+/// Throws: the internal `std::logic_error`, "Not the IRI of a local file", for any other scheme or host,
+/// for user information, a port, a query or a fragment, for a path that does not begin with "/", and for
+/// the escape of a zero or of a slash; `std::bad_alloc`.
+/// Complexity: linear in the length of the IRI.
+/// Thread safety: any number of threads may call it at once.
 /// Source: RFC 8089, section 2.
 [[nodiscard]] ZVFLNETWORK_EXPORT std::filesystem::path fileFromIri(IRI const& iri);
 

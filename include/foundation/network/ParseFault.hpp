@@ -13,9 +13,11 @@
 
 namespace foundation::network {
 
-/// A component of an IRI reference (RFC 3986, section 3); `Text` is the whole, which is no UTF-16 or UTF-8.
+/// A component of an IRI reference (RFC 3986, section 3). `Text` is the whole, where it is no UTF-16 or
+/// UTF-8.
 enum class IRIComponent : unsigned char { Text, Scheme, UserInfo, Host, Port, Path, Query, Fragment };
 
+/// What is wrong with a component.
 enum class ParseReason : unsigned char {
     NotUtf16,       ///< an unpaired surrogate
     NotUtf8,        ///< a byte that begins no well-formed sequence
@@ -35,22 +37,24 @@ enum class ParseReason : unsigned char {
 
 /// Why a text is no IRI, and where: a plain value that refers to nothing.
 ///
-/// The text is cut as a reader cuts it. A scheme stands before the first ":" that stands before any "/", "?"
-/// and "#"; an authority behind "//" up to the next of these; user information up to the first "@" in it; a
-/// port behind the last ":" of the rest. Then the fault is the first unit of the first component that this
-/// component cannot hold. A literal in brackets is told at its "[", a port at its first unit.
+/// The text is cut into components as its delimiters have it. A scheme ends at the first ":", if no "/",
+/// "?" or "#" stands before that. An authority stands behind "//" up to the next "/", "?" or "#"; in it,
+/// user information ends at the first "@", and a port begins behind the last ":". The fault is the first
+/// unit of the first component that this component cannot hold. The fault of an address in brackets stands
+/// at its "[", that of a port at its first unit.
 struct ParseFault {
-    /// In units of the text that was given, bytes or UTF-16 units; its length where something is missing at
-    /// its end.
+    /// In units of the text that was given, bytes or UTF-16 units. It is the length of the text where a
+    /// port is missing at its end.
     std::size_t offset = 0;
     IRIComponent component = IRIComponent::Text;
     ParseReason reason = ParseReason::NotUtf16;
-    /// The code point at `offset`, of a text that is no UTF-16 or UTF-8 the unit; 0 at the end of the text.
+    /// The code point at `offset`, 0 at the end of the text. In a text that is no UTF-16 or UTF-8 it is the
+    /// unit there.
     char32_t character = 0;
 
-    /// One sentence: "U+0020 cannot stand in a host, at offset 8".
+    /// One sentence in English: "U+0020 cannot stand in a host, at offset 8".
     ///
-    /// Throws: `std::bad_alloc`.
+    /// Throws: `std::bad_alloc` alone.
     [[nodiscard]] ZVFLNETWORK_EXPORT std::string describe() const;
 
     friend bool operator==(ParseFault const& left, ParseFault const& right) noexcept {

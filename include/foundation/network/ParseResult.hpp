@@ -22,16 +22,20 @@
 
 namespace foundation::network {
 
-/// An IRI, or the reason why there is none: `std::expected<IRI, ParseFault>` in C++17.
+/// An IRI, or the reason why there is none. It has the operations of `std::expected<IRI, ParseFault>` that
+/// read, in C++17.
 ///
-/// It refers to nothing. Any number of threads may call `const` operations on one result at the same time.
+/// It refers to nothing.
+///
+/// Thread safety: any number of threads may call `const` operations on one result at the same time.
 class ZVFLNETWORK_EXPORT ParseResult {
 public:
     [[nodiscard]] bool has_value() const noexcept { return iri.has_value(); }
     explicit operator bool() const noexcept { return has_value(); }
 
-    /// The IRI. Where there is none, each throws what `IRI(text)`, or `iriFromUtf8(text)`, throws for the
-    /// text.
+    /// The IRI.
+    ///
+    /// Throws: where there is none, what `IRI(text)` or `iriFromUtf8(text)` throws for the text.
     [[nodiscard]] IRI& value() & { return checked(), *iri; }
     [[nodiscard]] IRI const& value() const& { return checked(), *iri; }
     [[nodiscard]] IRI&& value() && { return checked(), std::move(*iri); }
@@ -85,12 +89,12 @@ private:
 /// Parses all of `text`, and accepts exactly what `IRI(text)` accepts.
 ///
 /// Throws: `std::bad_alloc` alone.
-/// Complexity: linear. A refusal takes about as long as a parse; by an exception it takes ten times as long.
-/// Thread safety: any number of threads.
+/// Complexity: linear in the length of `text`. A refusal takes about as long as a parse.
+/// Thread safety: any number of threads may call it at once.
 /// Source: RFC 3987, section 2.2, with the differences told at `IRI(std::u16string const&)`.
 [[nodiscard]] ZVFLNETWORK_EXPORT ParseResult tryParse(std::u16string_view text);
 
-/// The same for UTF-8: accepts exactly what `iriFromUtf8` accepts.
+/// The same for UTF-8: it accepts exactly what `iriFromUtf8` accepts.
 [[nodiscard]] ZVFLNETWORK_EXPORT ParseResult tryParse(std::string_view utf8);
 #ifdef __cpp_char8_t
 [[nodiscard]] inline ParseResult tryParse(std::u8string_view text) {

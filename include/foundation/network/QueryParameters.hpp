@@ -34,14 +34,19 @@ enum class QuerySeparator : unsigned char { Ampersand, AmpersandOrSemicolon };
 
 /// One parameter: a look at the text of its `QueryParameters`, valid until that is changed or destroyed.
 ///
-/// Names and values are decoded: "+" is a space, escapes are UTF-8; of bytes that are no UTF-8 each maximal
-/// part (Unicode, section 3.9) is U+FFFD. Linear in the length of the parameter.
+/// Names and values are decoded: "+" is a space, escapes are UTF-8, and where their bytes are none, each
+/// maximal subpart (Unicode, section 3.9) is U+FFFD.
+///
+/// Throws: `std::bad_alloc` alone.
+/// Complexity: linear in the length of the parameter.
 class ZVFLNETWORK_EXPORT QueryParameter {
 public:
     [[nodiscard]] std::u16string getName() const;
     /// The value; "" where there is no "=".
     [[nodiscard]] std::u16string getValue() const;
     /// Whether there is a "=".
+    ///
+    /// Complexity: constant.
     [[nodiscard]] bool hasValue() const noexcept { return nameLength != text.size(); }
 
 private:
@@ -54,21 +59,24 @@ private:
 
 /// The parameters of a query, in their order: a random-access range of `QueryParameter`.
 ///
-/// It owns its text. What is not changed keeps its text to the character, empty pieces ("a&&b"), which are no
-/// parameters, as well. Changes end iterators and looks at parameters. Names are compared decoded.
+/// It owns its text. What is not changed keeps its text to the character; so do empty pieces ("a&&b"),
+/// which are no parameters. A change ends the iterators and `QueryParameter`s that were taken before. Names
+/// are compared decoded. What was moved from has no parameters.
 ///
-/// Any number of threads may call `const` operations on one object at the same time. Changes have the strong
-/// guarantee. `append` and `set` throw the `std::out_of_range` of the family for what is no UTF-16, and every
-/// operation that takes UTF-8 throws it for what is none. What was moved from has no parameters.
+/// Throws: `append` and `set`, the internal `std::out_of_range`, as `toUtf8`, for what is no UTF-16; every
+/// operation that takes UTF-8, the same as `fromUtf8` for what is none; `std::bad_alloc`.
+/// Complexity: linear in the length of the text, where nothing else is said.
+/// Exception safety: an operation that throws changes nothing.
+/// Thread safety: any number of threads may call `const` operations on one object at the same time.
 class ZVFLNETWORK_EXPORT QueryParameters {
 public:
     class const_iterator;
     using iterator = const_iterator;
     using value_type = QueryParameter;
 
-    /// Those of the query of `iri`. Linear.
+    /// Those of the query of `iri`.
     explicit QueryParameters(IRI const& iri, QuerySeparator separator = QuerySeparator::Ampersand);
-    /// Those of a query in `Encoding::Iri`, without its "?"; of "", no query. Linear.
+    /// Those of a query in `Encoding::Iri`, without its "?". A text "" is no query.
     explicit QueryParameters(std::u16string_view query, QuerySeparator separator = QuerySeparator::Ampersand);
     explicit QueryParameters(std::string_view query, QuerySeparator separator = QuerySeparator::Ampersand)
         : QueryParameters(std::u16string_view(fromUtf8(query)), separator) {}
@@ -89,23 +97,26 @@ public:
         std::swap(present, other.present);
     }
 
-    /// The value of the first parameter of this name: "" without a "=", nothing if there is none. Linear.
+    /// The value of the first parameter of this name: "" where it has no "=", nothing if there is no such
+    /// parameter.
     [[nodiscard]] std::optional<std::u16string> find(std::u16string_view name) const;
-    /// The values of all parameters of this name. Linear.
+    /// The values of all parameters of this name.
     [[nodiscard]] std::vector<std::u16string> getAll(std::u16string_view name) const;
     [[nodiscard]] bool contains(std::u16string_view name) const;
     [[nodiscard]] std::size_t size() const noexcept { return pieces.size(); }
     [[nodiscard]] bool empty() const noexcept { return pieces.empty(); }
 
     /// Appends a parameter, behind a "&" where there is text already. Escapes "%", "&", "+", "=", ";", "#",
-    /// bidi format characters and what a query cannot hold; a space becomes "+". Linear in the parameter,
-    /// over all appended ones.
+    /// characters that turn the direction of writing (RFC 3987, section 4.1) and what a query cannot hold;
+    /// a space becomes "+".
+    ///
+    /// Complexity: linear in the length of the parameter, over all appended ones.
     void append(std::u16string_view name, std::u16string_view value);
-    /// Gives the first parameter of this name this value, and removes the others; appends one where there is
-    /// none. Linear in the whole.
+    /// Gives the first parameter of this name this value, and removes the others; appends one where there
+    /// is none.
     void set(std::u16string_view name, std::u16string_view value);
-    /// Removes all parameters of this name, each with a separator, and returns how many. Where none is left,
-    /// there is no query. Linear in the whole.
+    /// Removes all parameters of this name, each with a separator, and returns how many. Where none is
+    /// left, there is no query.
     std::size_t remove(std::u16string_view name);
 
     /// The query in `Encoding::Iri`; "" where there is none.
@@ -132,12 +143,14 @@ public:
     [[nodiscard]] const_iterator begin() const noexcept ZVFLNETWORK_LIFETIMEBOUND;
     [[nodiscard]] const_iterator end() const noexcept ZVFLNETWORK_LIFETIMEBOUND;
     /// `index` is below `size()`.
+    ///
+    /// Complexity: constant.
     [[nodiscard]] QueryParameter operator[](std::size_t index) const noexcept ZVFLNETWORK_LIFETIMEBOUND {
         Piece const& piece = pieces[index];
         return {std::u16string_view(text).substr(piece.begin, piece.length), piece.nameLength};
     }
 
-    /// Whether both have the same text and take it apart alike; an empty query differs from none.
+    /// Whether both have the same text and take it apart alike. An empty query differs from none.
     friend bool operator==(QueryParameters const& left, QueryParameters const& right) noexcept {
         return left.present == right.present && left.separators == right.separators &&
                left.text == right.text;
@@ -243,17 +256,18 @@ inline QueryParameters::const_iterator QueryParameters::end() const noexcept {
     return {*this, size()};
 }
 
-/// A copy of `iri` with these parameters as its query, and all else left as it is written. Of a parsed IRI,
-/// `withQuery(iri, QueryParameters(iri)) == iri`.
+/// A copy of `iri` with these parameters as its query, and all else left as it is written. For a parsed
+/// IRI, `withQuery(iri, QueryParameters(iri)) == iri`.
 ///
-/// Throws: the `std::logic_error` of the family with "IRI parsing failed" where the text that the parameters
-/// were made of is no query; the `std::out_of_range` of the family where it is no UTF-16.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Throws: the internal `std::logic_error`, "IRI parsing failed", where the text that the parameters were
+/// made of is no query; the internal `std::out_of_range`, as `toUtf8`, where it is no UTF-16.
+/// Complexity: linear in the length of both.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT IRI withQuery(IRI const& iri, QueryParameters const& parameters);
 
-/// Writes `toQuery()` in UTF-8 with the stream's formatting. Throws the `std::out_of_range` of the family
-/// where the text is no UTF-16.
+/// Writes `toQuery()` in UTF-8 with the stream's formatting.
+///
+/// Throws: as `toUtf8`, where the text is no UTF-16.
 ZVFLNETWORK_EXPORT std::ostream& operator<<(std::ostream& stream, QueryParameters const& parameters);
 
 } // namespace foundation::network

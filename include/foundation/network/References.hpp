@@ -1,6 +1,6 @@
 #pragma once
 
-/// References that keep every escape: RFC 3986, section 5, to the letter.
+/// References that keep every escape: RFC 3986, section 5, on the texts as they are written.
 ///
 ///     #include <foundation/network/References.hpp>
 ///
@@ -19,15 +19,16 @@ namespace foundation::network {
 
 /// The target of `reference`, seen from `base`.
 ///
-/// It is put together from the components' texts in `Encoding::Iri`; nothing is decoded or encoded. Any base
-/// is taken, relative ones too; `IRI()` counts as an empty path. A result that would read as something else
-/// gets a guard in front of its path: "/." where a path begins with "//" beside no authority (section 3.3),
-/// "./" where the first segment of a path holds ":" beside no scheme and no authority (section 4.2). The
-/// result is as its text parsed again.
+/// It is put together from the components' texts in `Encoding::Iri`; nothing is decoded or encoded. Any
+/// base is taken, relative ones too; `IRI()` counts as an empty path. A target whose text would read as
+/// something else gets a guard in front of its path: "/." where the path begins with "//" beside no
+/// authority (section 3.3), "./" where its first segment holds ":" beside no scheme and no authority
+/// (section 4.2). The result is as its text parsed again, unless an operand is a built value whose own text
+/// cannot be read again (docs/anatomy.md lists these).
 ///
 /// Throws: `std::bad_alloc` alone.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Complexity: linear in the length of both.
+/// Thread safety: any number of threads may call it at once.
 /// Source: RFC 3986, sections 5.2.2 (strict), 5.2.3, 5.2.4.
 [[nodiscard]] ZVFLNETWORK_EXPORT IRI resolveExactly(IRI const& reference, IRI const& base);
 
@@ -35,15 +36,15 @@ namespace foundation::network {
 /// text; of equally short ones the one without a scheme, then without an authority, then without a "/" in
 /// front.
 ///
-/// For every `iri` with a scheme and without dot segments, and every `base` with a scheme,
+/// For every parsed `iri` with a scheme and without dot segments, and every parsed `base` with a scheme,
 /// `resolveExactly(makeRelativeExactly(iri, base), base) == iri`. An `iri` with dot segments is led to
 /// without them. Where one of the two has no scheme, the result is `iri` whole. Schemes and authorities are
-/// the same if their texts are. The result is as its text parsed again. Built values whose own text cannot be
-/// read again (a path that begins with "//" beside no host, a "#" in a fragment) are the exception.
+/// the same if their texts are. The result is as its text parsed again. All this holds for built values,
+/// too, if their own text can be read again (docs/anatomy.md lists those whose text cannot).
 ///
 /// Throws: `std::bad_alloc` alone.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Complexity: linear in the length of both.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT IRI makeRelativeExactly(IRI const& iri, IRI const& base);
 
 } // namespace foundation::network

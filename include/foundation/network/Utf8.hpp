@@ -8,7 +8,7 @@
 ///     utf8(iri).getHost(Encoding::Iri);   // "bücher.example"
 ///     std::cout << utf8(iri) << '\n';     // http://bücher.example/a%20b
 ///
-/// `IRIArgs` and `IdnConverter` take UTF-16: give them `fromUtf8(text)`.
+/// `IRIArgs`, `withPathSegments` and `IdnConverter` take UTF-16: give them `fromUtf8(text)`.
 ///
 /// Stability: this header may still change while the library's first number is 0.
 
@@ -24,33 +24,36 @@ namespace foundation::network {
 
 /// Parses all of `text`, which is UTF-8: the value that `IRI` makes of the same text in UTF-16.
 ///
-/// Throws: as `IRI(std::u16string const&)`, but for a text that is no UTF-8 the `std::out_of_range` of the
-/// family with "Invalid UTF-8 sequence encountered while trying to encode UTF-32 character".
-/// Complexity: linear, and straight: there is no detour over UTF-16.
-/// Thread safety: any number of threads.
+/// Throws: the internal `std::logic_error`, "IRI parsing failed", for a text that is no IRI reference; the
+/// internal `std::out_of_range`, "Invalid UTF-8 sequence encountered while trying to encode UTF-32
+/// character", for a text that is no UTF-8.
+/// Complexity: linear in the length of `text`, which is read without a detour over UTF-16.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT IRI iriFromUtf8(std::string_view text);
 
 /// UTF-16 in UTF-8.
 ///
-/// Throws: the `std::out_of_range` of the family with "Misplaced UTF-16 surrogate U+0xdc00 encountered while
-/// trying to encode UTF-32 sequence", and the value that it met, for an unpaired surrogate.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Throws: the internal `std::out_of_range`, "Misplaced UTF-16 surrogate U+0xdc00 encountered while trying
+/// to encode UTF-32 sequence" with the unit that it met, for an unpaired surrogate.
+/// Complexity: linear in the length of `text`.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT std::string toUtf8(std::u16string_view text);
 
 /// UTF-8 in UTF-16.
 ///
-/// Throws: the `std::out_of_range` of the family with "Invalid UTF-8 sequence encountered while trying to
-/// encode UTF-32 character" for stray and missing continuation bytes, overlong forms, surrogates and values
-/// above U+10FFFF.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Throws: the internal `std::out_of_range`, "Invalid UTF-8 sequence encountered while trying to encode
+/// UTF-32 character", for stray and missing continuation bytes, overlong forms, surrogates and values above
+/// U+10FFFF.
+/// Complexity: linear in the length of `text`.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT std::u16string fromUtf8(std::string_view text);
 
-/// The getters of an IRI, in UTF-8. Made by `utf8`; it refers to its IRI, which must outlive it.
+/// The getters of an IRI, in UTF-8. `utf8` makes it. It refers to its IRI, which must outlive it.
 ///
-/// Each getter means what that of `IRI` means, takes as long and throws the same. It is made straight from
-/// the value's text. Any number of threads may ask at once.
+/// Each getter means what that of `IRI` means, throws the same, and makes its text from that of the value
+/// without a detour over UTF-16.
+///
+/// Thread safety: any number of threads may call the getters at once.
 class ZVFLNETWORK_EXPORT Utf8View {
 public:
     Utf8View(Utf8View const&) = delete;
@@ -81,7 +84,7 @@ private:
     return Utf8View(iri);
 }
 
-/// Writes `toString(false)` with the stream's formatting: the Iri form in UTF-8.
+/// Writes `toString(false)`, the text in `Encoding::Iri`, as UTF-8 with the stream's formatting.
 ZVFLNETWORK_EXPORT std::ostream& operator<<(std::ostream& stream, Utf8View const& view);
 
 #ifdef __cpp_char8_t

@@ -9,22 +9,22 @@
 ///     withHost(iri, u"bücher.example", Encoding::Iri);  // http://jo@bücher.example/a%2Fb?x=1%26y#top
 ///     withQuery(iri, "50% off", Encoding::Raw);         // http://jo@[::1]/a%2Fb?50%%20off#top
 ///
-/// Of all operations here:
+/// What holds for all operations here:
 ///
-/// Meaning: components that are not named have the text that they had, but for "/." or "./" in front of a
-/// path that would read as a host or a scheme. The result is as its text parsed again, but where a built
-/// value holds another component that could not be read again (a stray "%" in user information, brackets in a
-/// query, a "#" or brackets in a fragment). Text in
-/// `Encoding::Raw` is escaped, so that the getter gives it back: "[::1]" is a name then. Text in any other
-/// encoding is taken as it stands: "[::1]" is an address. Text is UTF-16, or, in `std::string_view`, UTF-8.
+/// Text in `Encoding::Raw` is escaped, so that the getter gives it back, but for a guard: "[::1]" is a name
+/// then. Text in any other encoding is taken as it stands: "[::1]" is an address. A text is UTF-16, or, as
+/// a `std::string_view`, UTF-8. Components that are not named keep their text. A path that would read as a
+/// host or a scheme gets a guard, "/." or "./", in front. The result is as its text parsed again, unless a
+/// component that was not replaced is of a built value and cannot be read again: a stray "%" in user
+/// information, brackets in a query, a "#" or brackets in a fragment.
 ///
-/// Throws: the `std::logic_error` of the family with "IRI parsing failed" for text in an encoding other than
-/// Raw that is none of its component by the grammar, and with the words of building: "Malformed scheme";
-/// "User Info requires a host"; "Port requires a host"; "Path cannot be relative if authority present" for a
-/// path beside a host that is neither empty nor begins with "/". The `std::out_of_range` of the family for
-/// what is no UTF-16 or UTF-8. `std::bad_alloc`.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Throws: the internal `std::logic_error`, "IRI parsing failed", for text in an encoding other than Raw
+/// that is none of its component by the grammar, and with the words of building: "Malformed scheme"; "User
+/// Info requires a host"; "Port requires a host"; "Path cannot be relative if authority present" for a path
+/// beside a host that is neither empty nor begins with "/". The internal `std::out_of_range`, as `fromUtf8`
+/// and `toUtf8`, for what is no UTF-8 or UTF-16. `std::bad_alloc`.
+/// Complexity: linear in the length of the IRI and of the text.
+/// Thread safety: any number of threads may call them at once.
 ///
 /// Stability: this header may still change while the library's first number is 0.
 

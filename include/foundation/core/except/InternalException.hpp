@@ -1,15 +1,20 @@
 #pragma once
 
-/// The exceptions that the library's own checks throw.
+/// The exceptions that the library's own checks throw: the internal family.
 ///
-/// Each of them is caught as the standard exception that it stands for, as `IInternalException` ("a check of
-/// this library failed") or as `IException` ("anything of this family"):
+/// Each of them is caught as the standard exception that it stands for, as `IInternalException` ("a check
+/// of this library failed") or as `IException` ("anything of this family"). Comments call one of them, say,
+/// "the internal `std::logic_error`":
 ///
 ///     try {
 ///         IRI iri(u"http://a b/");
 ///     } catch (std::logic_error const& e) {       // or foundation::core::except::IInternalException
 ///         std::cerr << e.what() << '\n';          // IRI parsing failed
 ///     }
+///
+/// Not of the family are `std::bad_alloc`, `IdnConverterException`, the `std::out_of_range` "prefix length
+/// too large", and the `std::runtime_error` "Item not set" of `IRI::toArgs`, `IRIArgs(IRI const&)` and
+/// `iri::detail::StringParts`.
 ///
 /// The tree, from the thrown type up, for X one of `logic_error`, `invalid_argument`, `out_of_range`,
 /// `runtime_error`, `system_error`:
@@ -21,9 +26,11 @@
 ///             boost::exception_detail::clone_base, boost::exception
 ///         std::X and its standard bases
 ///
-/// Exceptions are values: any number of threads may read and copy one. A copy shares the message text and has
-/// copies of attached `boost::error_info`, so copying allocates only where some is attached, and may throw
-/// `std::bad_alloc` then. `boost::exception_ptr` and `std::exception_ptr` carry them with their dynamic type.
+/// Exceptions are values. A copy shares the message text and has copies of attached `boost::error_info`, so
+/// copying allocates only where some is attached, and may throw `std::bad_alloc` then.
+/// `boost::exception_ptr` and `std::exception_ptr` carry them with their dynamic type.
+///
+/// Thread safety: any number of threads may read and copy one.
 
 #include <foundation/core/Export.hpp>
 
@@ -43,16 +50,21 @@ public:
     ~IException() noexcept override;
 
     /// The message: the text given at the throw; for a `std::system_error`, what that class makes of its
-    /// code. Valid as long as the object. "Unknown exception" for an object that is no standard exception.
+    /// code. It is "Unknown exception" for an object that is no standard exception. Valid as long as the
+    /// object.
     virtual char const* what() const noexcept;
 
 protected:
     IException();
 
     /// Narrow text (UTF-8) as UTF-16; what is no UTF-8 becomes U+FFFD.
+    ///
+    /// Throws: `std::bad_alloc` alone.
     virtual std::u16string convert_str(std::string const& text) const;
 
     /// UTF-16 as narrow text (UTF-8); an unpaired surrogate becomes U+FFFD.
+    ///
+    /// Throws: `std::bad_alloc` alone.
     virtual std::string convert_str(std::u16string const& text) const;
 };
 
@@ -72,8 +84,9 @@ class ZVFLNETWORK_EXPORT Exception : public Base, public Std {
 public:
     char const* what() const noexcept override { return Base::what(); }
 
-    /// The message as UTF-16, "Unknown exception" where the standard base holds none.
-    /// Throws `std::bad_alloc`.
+    /// The message as UTF-16, "Unknown exception" where the standard base gives no text.
+    ///
+    /// Throws: `std::bad_alloc` alone.
     virtual std::u16string getMessageText() const {
         char const* const text = Std::what();
         return this->convert_str(std::string(text != nullptr ? text : "Unknown exception"));
