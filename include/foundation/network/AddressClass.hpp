@@ -42,28 +42,28 @@ enum class AddressClass : unsigned char {
     Discard,            ///< 100::/64, where nothing arrives, and the dummy prefix 100:0:0:1::/64
 };
 
-/// The class of the smallest block that holds an address, `AddressClass::Global` where none does. A scope id
-/// plays no part.
+/// The class of the smallest block that holds an address, `AddressClass::Global` where none does. A scope
+/// id plays no part.
 ///
 /// Complexity: constant; allocates nothing.
-/// Thread safety: any number of threads.
+/// Thread safety: any number of threads may call it at once.
 /// Source: RFC 6890 and the registries; the RFC of each block stands beside it in
 /// `src/inet/AddressClass.cpp`.
 [[nodiscard]] ZVFLNETWORK_EXPORT AddressClass classify(InetAddress const& address) noexcept;
 
-/// Whether the registries call the smallest block that holds an address "Globally Reachable", or none holds
-/// it. False where they say "N/A", as for 6to4, and for all multicast.
+/// Whether the registries call the smallest block that holds an address "Globally Reachable", or no block
+/// holds it. False where they say "N/A", as for 6to4, and for all multicast.
 ///
 /// This is not whether the class is `Global`: 192.0.0.9 is a `ProtocolAssignment` and globally reachable.
 ///
 /// Complexity: constant; allocates nothing.
-/// Thread safety: any number of threads.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT bool isGlobal(InetAddress const& address) noexcept;
 
 /// Whether the class is `PrivateUse` (RFC 1918) or `UniqueLocal` (RFC 4193).
 ///
 /// Complexity: constant; allocates nothing.
-/// Thread safety: any number of threads.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] inline bool isPrivate(InetAddress const& address) noexcept {
     AddressClass const found = classify(address);
     return found == AddressClass::PrivateUse || found == AddressClass::UniqueLocal;
@@ -72,7 +72,7 @@ enum class AddressClass : unsigned char {
 /// Whether the class is `LinkLocal` (RFC 3927, RFC 4291). Link-local multicast is none.
 ///
 /// Complexity: constant; allocates nothing.
-/// Thread safety: any number of threads.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] inline bool isLinkLocal(InetAddress const& address) noexcept {
     return classify(address) == AddressClass::LinkLocal;
 }
@@ -82,7 +82,7 @@ enum class AddressClass : unsigned char {
 ///
 /// Throws: `std::bad_alloc` alone.
 /// Complexity: constant; one allocation, that of an `InetAddress`.
-/// Thread safety: any number of threads.
+/// Thread safety: any number of threads may call it at once.
 /// Source: RFC 4291, section 2.5.5.2.
 [[nodiscard]] ZVFLNETWORK_EXPORT std::optional<InetAddress> unmapped(InetAddress const& address);
 

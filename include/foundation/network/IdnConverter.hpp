@@ -5,10 +5,10 @@
 ///     idn_to_ascii(u"bücher.example");               // "xn--bcher-kva.example"
 ///     ascii_to_idn("xn--bcher-kva.example");         // u"bücher.example"
 ///
-/// Processing is transitional and has no further checks on: "ß" becomes "ss", STD3 rules, Bidi and ContextJ
-/// rules are not applied. A name that UTS #46 calls invalid (an empty label, one of more than 63 bytes, a
-/// code point that is not allowed) is no failure: it gives the text that ICU gives for it, which may mark the
-/// place with U+FFFD.
+/// Processing is transitional and has no further checks on: "ß" becomes "ss", and the rules of STD3, Bidi
+/// and ContextJ are not applied. A name that UTS #46 calls invalid (an empty label, one of more than 63
+/// bytes, a code point that is not allowed) is no failure: the result is the text that ICU gives for it,
+/// which may mark the place with U+FFFD.
 
 #include <foundation/core/Export.hpp>
 
@@ -20,10 +20,10 @@ namespace foundation::network {
 
 class IdnConverterImpl;
 
-/// A conversion that ICU could not carry out. It is no member of the internal exception family.
+/// A conversion that ICU could not carry out. It is no member of the internal family.
 class ZVFLNETWORK_EXPORT IdnConverterException : public std::exception {
 public:
-    /// `name` is what `what` gives.
+    /// An exception whose `what()` is `name`.
     explicit IdnConverterException(std::string name);
     IdnConverterException(IdnConverterException const& other);
     IdnConverterException(IdnConverterException&& other) noexcept;
@@ -31,21 +31,28 @@ public:
     IdnConverterException& operator=(IdnConverterException&& other) noexcept;
     ~IdnConverterException() noexcept override;
 
-    /// The name of ICU's error code: "U_INPUT_TOO_LONG_ERROR".
+    /// The name of ICU's error code: "U_INPUT_TOO_LONG_ERROR". Where ICU has no memory, that is
+    /// "U_MEMORY_ALLOCATION_ERROR".
     char const* what() const noexcept override;
 
 private:
     std::string message;
 };
 
-/// Converts whole domain names. Making one is much dearer than a conversion: keep it, or copy it, where names
-/// are many.
+/// Converts whole domain names.
 ///
-/// A handle that shares its immutable content with its copies. One that was moved from holds nothing: it may
-/// be assigned to or destroyed, and nothing else. Any number of threads may convert with one converter.
+/// The first converter of a process loads ICU's data, which takes as long as thousands of conversions. Any
+/// other one is made in less time than it takes to convert a name beyond ASCII. Copies share their content,
+/// which never changes. A converter that was moved from holds nothing: it may be assigned to or destroyed,
+/// and nothing else.
+///
+/// Throws: besides what each operation names, `std::bad_alloc` where the library has no memory; ICU has its
+/// own word for that.
+/// Exception safety: an operation that throws changes nothing.
+/// Thread safety: any number of threads may convert with one converter at once.
 class ZVFLNETWORK_EXPORT IdnConverter {
 public:
-    /// Throws `IdnConverterException` with the name of ICU's error if ICU's data can't be loaded.
+    /// Throws: `IdnConverterException` with the name of ICU's error, where ICU's data cannot be loaded.
     IdnConverter();
 
     IdnConverter(IdnConverter const& other);
@@ -54,13 +61,19 @@ public:
     IdnConverter& operator=(IdnConverter&& other) noexcept;
     ~IdnConverter();
 
-    /// The ASCII form of a name. Each unit that ICU leaves outside ASCII, which it does in an invalid label,
-    /// becomes U+001A, the substitute character: no character turns into one that looks like another.
-    /// Throws `IdnConverterException` with the name of ICU's error, as for a label of some thousand units.
+    /// The ASCII form of a name. Each unit that ICU leaves outside ASCII, which it does in an invalid
+    /// label, becomes U+001A, the substitute character: no character turns into one that looks like
+    /// another.
+    ///
+    /// Throws: `IdnConverterException` with the name of ICU's error, as for a label that has characters
+    /// beyond ASCII and, once mapped, more than 1,000 UTF-16 units (ICU 72).
+    /// Complexity: linear in the length of `name` if it is ASCII; else quadratic in the number of labels.
     std::string toAscii(std::u16string const& name) const;
 
     /// The Unicode form of a name. Each byte of `name` outside ASCII counts as U+FFFD.
-    /// Throws as `toAscii`.
+    ///
+    /// Throws: `IdnConverterException` with the name of ICU's error.
+    /// Complexity: as `toAscii`.
     std::u16string toUnicode(std::string const& name) const;
 
     /// The same as `toAscii`.
@@ -73,10 +86,18 @@ private:
     std::shared_ptr<IdnConverterImpl const> impl;
 };
 
-/// The ASCII form of a name, by a converter made for this call. Throws as `IdnConverter()` and `toAscii`.
+/// The ASCII form of a name, by a converter made for this call.
+///
+/// Throws: as `IdnConverter()` and `IdnConverter::toAscii`.
+/// Complexity: as `IdnConverter::toAscii`.
+/// Thread safety: any number of threads may call it at once.
 ZVFLNETWORK_EXPORT std::string idn_to_ascii(std::u16string const& name);
 
-/// The Unicode form of a name, by a converter made for this call. Throws as `IdnConverter()` and `toUnicode`.
+/// The Unicode form of a name, by a converter made for this call.
+///
+/// Throws: as `IdnConverter()` and `IdnConverter::toUnicode`.
+/// Complexity: as `IdnConverter::toUnicode`.
+/// Thread safety: any number of threads may call it at once.
 ZVFLNETWORK_EXPORT std::u16string ascii_to_idn(std::string const& name);
 
 } // namespace foundation::network

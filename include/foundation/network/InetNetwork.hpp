@@ -27,33 +27,38 @@ namespace foundation::network {
 /// A network of IPv4 or IPv6: an address and how many of its first bits all addresses of the network share.
 /// The bits behind these, the host bits, are zero.
 ///
-/// A plain value of 18 bytes that owns no memory; copying it allocates nothing. Any number of threads may
-/// read one value.
+/// A plain value of 18 bytes that owns no memory; copying it allocates nothing.
 ///
+/// Throws: `std::bad_alloc`, of operations that give an `InetAddress` or a text, besides what each
+/// operation names.
+/// Thread safety: any number of threads may read one value.
 /// Source: RFC 4632, section 3.1 (IPv4); RFC 4291, section 2.3 (IPv6).
 class ZVFLNETWORK_EXPORT InetNetwork {
 public:
     /// The network of the addresses whose first `prefixLength` bits are those of `address`.
     ///
-    /// Throws: the internal `std::invalid_argument`, "Invalid network: ", the address, "/" and the length,
-    /// where the address has a scope id or a host bit that is set: "Invalid network: 10.0.0.1/8";
-    /// `std::out_of_range`, "prefix length too large", above 32 bits for IPv4 and 128 for IPv6.
-    /// Complexity: constant; allocates nothing where it doesn't throw.
+    /// Throws: `std::out_of_range`, "prefix length too large", above 32 bits for IPv4 and 128 for IPv6,
+    /// which is no exception of the internal family; the internal `std::invalid_argument`, "Invalid
+    /// network: ", the address, "/" and the length, where the address has a scope id or a host bit that is
+    /// set: "Invalid network: 10.0.0.1/8".
+    /// Complexity: constant; allocates nothing where it does not throw.
     InetNetwork(InetAddress const& address, unsigned short prefixLength);
 
-    /// A network from its text: the numeric text of an address as `InetAddress` takes it, without a "%"; "/";
-    /// the length of the prefix in decimal, without a sign and without a zero in front of other digits.
+    /// A network from its text: the numeric text of an address as `InetAddress` takes it, without a "%";
+    /// "/"; the length of the prefix in decimal, without a sign and without a zero in front of other
+    /// digits.
     ///
-    /// Throws: the internal `std::invalid_argument`, "Invalid network: " and the text;
-    /// `std::out_of_range`, "prefix length too large", for a length that is a number above 32 for IPv4 and
-    /// 128 for IPv6.
-    /// Complexity: linear.
+    /// Throws: `std::out_of_range`, "prefix length too large", for an address and a length that is a number
+    /// above 32 for IPv4 and 128 for IPv6, which is no exception of the internal family; the internal
+    /// `std::invalid_argument`, "Invalid network: " and the text, for any other text that is none.
+    /// Complexity: linear in the length of `text`.
     explicit InetNetwork(std::string const& text);
 
     /// The network that an address is in: host bits are cleared and a scope id is left out.
     ///
-    /// Throws: `std::out_of_range`, "prefix length too large", above 32 bits for IPv4 and 128 for IPv6.
-    /// Complexity: constant; allocates nothing.
+    /// Throws: `std::out_of_range`, "prefix length too large", above 32 bits for IPv4 and 128 for IPv6,
+    /// which is no exception of the internal family.
+    /// Complexity: constant; allocates nothing where it does not throw.
     [[nodiscard]] static InetNetwork masked(InetAddress const& address, unsigned short prefixLength);
 
     /// Whether an address is one of the network's. Its scope id plays no part. Addresses of the other version
@@ -97,8 +102,8 @@ public:
     /// The length of the prefix in bits: 0 to 32 for IPv4, 0 to 128 for IPv6.
     [[nodiscard]] unsigned short getPrefixLength() const noexcept { return length; }
 
-    /// The first address' text, "/" and the length of the prefix: `10.0.0.0/8`, `2001:db8::/32`. As a text it
-    /// gives the same network again.
+    /// The first address' text, "/" and the length of the prefix: `10.0.0.0/8`, `2001:db8::/32`. As a text
+    /// it gives the same network again.
     ///
     /// Complexity: constant.
     [[nodiscard]] std::string toString() const;
@@ -140,15 +145,15 @@ private:
 /// The network of a text, none for a text that `InetNetwork(std::string(text))` refuses.
 ///
 /// Throws: `std::bad_alloc` alone.
-/// Complexity: linear.
-/// Thread safety: any number of threads.
+/// Complexity: linear in the length of `text`.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT std::optional<InetNetwork> tryParseNetwork(std::string_view text);
 
 /// The network of an address on a link: `InetNetwork::masked` of its address and its prefix.
 ///
 /// Throws: `std::bad_alloc` alone.
 /// Complexity: constant.
-/// Thread safety: any number of threads.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT InetNetwork getNetwork(InterfaceAddress const& address);
 
 /// Writes `toString()` with the stream's formatting.
@@ -162,7 +167,10 @@ std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& s
 
 namespace std {
 
-/// Equal networks have equal hashes. Constant; allocates nothing. The number may differ between versions.
+/// Equal networks have equal hashes. The number may differ between versions of the library.
+///
+/// Complexity: constant; allocates nothing.
+/// Thread safety: any number of threads may call it at once.
 template <>
 struct hash<foundation::network::InetNetwork> {
     ZVFLNETWORK_EXPORT std::size_t operator()(foundation::network::InetNetwork const& network) const noexcept;

@@ -15,15 +15,21 @@ class InterfaceAddressImpl;
 
 /// An address on a link: the host's address and the length of the link's prefix.
 ///
-/// A value that shares its immutable content with its copies. A value that was moved from holds nothing: it
-/// may be assigned to or destroyed, and nothing else. Any number of threads may read one value.
+/// Copies share the content, which never changes. A value that was moved from holds nothing: it may be
+/// assigned to or destroyed, and nothing else.
+///
+/// Throws: besides what each operation names, `std::bad_alloc`, unless the operation is `noexcept`.
+/// Exception safety: an operation that throws changes nothing.
+/// Thread safety: any number of threads may read one value.
 class ZVFLNETWORK_EXPORT InterfaceAddress {
 public:
     /// 0.0.0.0 with a prefix of 0 bits.
     InterfaceAddress();
 
-    /// The address, not masked by the prefix; the name that it was found by isn't kept.
-    /// Throws `std::out_of_range`, "prefix length too large", above 32 bits for IPv4 and 128 for IPv6.
+    /// The address, not masked by the prefix; the name that it was found by is not kept.
+    ///
+    /// Throws: `std::out_of_range`, "prefix length too large", above 32 bits for IPv4 and 128 for IPv6.
+    /// That is no exception of the internal family.
     InterfaceAddress(InetAddress address, unsigned short prefixLength);
 
     InterfaceAddress(InterfaceAddress const& other);
@@ -38,7 +44,8 @@ public:
     /// The length of the prefix in bits.
     unsigned short prefixLength() const noexcept;
 
-    /// The address' text, "/" and the length of the prefix: `192.168.1.10/24`, `fe80::1/64`.
+    /// The address' text with its scope id, "/" and the length of the prefix: `192.168.1.10/24`,
+    /// `fe80::1/64`.
     std::string toString() const;
 
 private:
@@ -53,7 +60,7 @@ private:
 /// Whether address, scope id and length of the prefix are the same.
 ///
 /// Complexity: constant; allocates nothing.
-/// Thread safety: any number of threads.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT bool operator==(InterfaceAddress const& left,
                                                  InterfaceAddress const& right) noexcept;
 [[nodiscard]] inline bool operator!=(InterfaceAddress const& left, InterfaceAddress const& right) noexcept {
@@ -63,7 +70,7 @@ private:
 /// An order over all values: that of the addresses, then the length of the prefix.
 ///
 /// Complexity: constant; allocates nothing.
-/// Thread safety: any number of threads.
+/// Thread safety: any number of threads may call it at once.
 [[nodiscard]] ZVFLNETWORK_EXPORT bool operator<(InterfaceAddress const& left,
                                                 InterfaceAddress const& right) noexcept;
 
@@ -78,7 +85,10 @@ std::basic_ostream<char, Traits>& operator<<(std::basic_ostream<char, Traits>& s
 
 namespace std {
 
-/// Equal values have equal hashes. Constant; allocates nothing. The number may differ between versions.
+/// Equal values have equal hashes. The number may differ between versions of the library.
+///
+/// Complexity: constant; allocates nothing.
+/// Thread safety: any number of threads may call it at once.
 template <>
 struct hash<foundation::network::InterfaceAddress> {
     ZVFLNETWORK_EXPORT std::size_t operator()(

@@ -23,10 +23,13 @@ class NetworkInterfaceImpl;
 
 /// One adapter, as it was when it was listed.
 ///
-/// A value that shares its immutable content with its copies; it stays as it is when the machine's adapters
-/// change. A value that was moved from holds nothing: it may be assigned to or destroyed, and nothing else.
+/// Copies share the content; it stays as it is when the machine's adapters change. A value that was moved
+/// from holds nothing: it may be assigned to or destroyed, and nothing else. Each listing asks the system
+/// again.
 ///
-/// Any number of threads may read one value, and list at once. Each listing asks the system again.
+/// Throws: besides what each operation names, `std::bad_alloc`, unless the operation is `noexcept`.
+/// Exception safety: an operation that throws changes nothing.
+/// Thread safety: any number of threads may read one value, and list at once.
 class ZVFLNETWORK_EXPORT NetworkInterface {
 public:
     /// Which adapters a listing gives.
@@ -38,12 +41,16 @@ public:
     /// The adapters that are up and have an address, the loopback adapter among them, in the order of their
     /// index.
     ///
-    /// A list that changes while it is read is read again, at most 16 times.
-    /// Throws the internal `std::system_error`, "Call to GetAdaptersAddresses failed." ": " and the system's
-    /// text; `std::out_of_range`, "prefix length too large", if the system tells a prefix that can't be.
+    /// A list that changes while it is read is read again, at most 16 times; then the listing fails.
+    ///
+    /// Throws: the internal `std::system_error`, "Call to GetAdaptersAddresses failed.: " and the system's
+    /// text; `std::out_of_range`, "prefix length too large", if the system tells a prefix that cannot be,
+    /// which is no exception of the internal family.
     static detail::ImmutableIterableRange<NetworkInterface> list();
 
-    /// Every adapter, in the order of their index. Throws as `list`.
+    /// Every adapter, in the order of their index.
+    ///
+    /// Throws: as `list`.
     static detail::ImmutableIterableRange<NetworkInterface> listAll();
 
     NetworkInterface(NetworkInterface const& other);

@@ -13,10 +13,10 @@
 
 namespace foundation::network::detail {
 
-/// Elements in a fixed order that can be read and not changed. A value: copies hold their own elements. A
-/// range that was moved from is empty.
+/// Elements in a fixed order that can be read and not changed. A copy holds its own elements. A range that
+/// was moved from is empty.
 ///
-/// Any number of threads may read one range.
+/// Thread safety: any number of threads may read one range.
 template <class T>
 class ZVFLNETWORK_EXPORT ImmutableIterableRange {
 public:
