@@ -1,4 +1,4 @@
-// Takes an IRI apart and shows a part in its three forms.
+// Takes an IRI apart and shows a component in its three forms.
 //
 // Prints:
 //   scheme    http

@@ -1,5 +1,5 @@
-// One IRI, read by four threads at once without a lock. Forms that are worked out on demand are worked out
-// safely; only assignment and swap need a value to themselves.
+// One IRI, read by four threads at once without a lock. Any number of threads may read one value and copy it;
+// only assignment, moving and swap need a value to themselves.
 //
 // Prints:
 //   400 reads gave http://b%C3%BCcher.example/a

@@ -13,7 +13,7 @@
 int main() {
     using namespace foundation::network;
 
-    IdnConverter const idn; // dearer to make than to use: keep it where names are many
+    IdnConverter const idn; // the first of a process loads ICU's data, all others are cheap
     IRI const iri = iriFromUtf8("http://bücher.example/a");
     std::string const ascii = idn.toAscii(iri.getHost(Encoding::Raw));
     std::cout << iri << " is at " << ascii << '\n'

@@ -137,7 +137,7 @@ struct Component {
     std::string text;
 };
 
-// A part in a form. A text can have no such form: then `missing` says why.
+// A component in a form. A text can have no such form: then `missing` says why.
 struct FormText {
     std::string name;
     std::string text;
@@ -229,7 +229,7 @@ void printTable(std::vector<Component> const& rows, std::string const& line, con
     }
 }
 
-// A row a part, a column a form.
+// A row a component, a column a form.
 void printForms(IRI const& iri, std::string const& line, console::Style const& style) {
     std::vector<console::Row> rows{{""}};
     for (auto const& part : encodedParts(iri, Encoding::Iri)) {
