@@ -1,14 +1,14 @@
 #pragma once
 
-/// Values in the texts of the library {fmt}, which must be there: 8.1 or newer.
+/// Formats values with the library {fmt}, 8.1 or newer, which must be installed.
 ///
 ///     #include <foundation/network/fmt.hpp>
 ///
 ///     fmt::print("{} is at {:>15}\n", iri, address);
 ///
-/// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill, precision.
-/// A width counts columns; that of a stream counts bytes, which are more where the text is not ASCII: that of
-/// `utf8(iri)` and of `QueryParameters` can be so.
+/// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill,
+/// precision. A width counts columns here. The width of a stream counts bytes, of which a text beyond ASCII
+/// has more than columns; `utf8(iri)` and `QueryParameters` can have such a text.
 
 #include <foundation/network/HardwareAddress.hpp>
 #include <foundation/network/IRI.hpp>

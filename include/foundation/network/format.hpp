@@ -1,14 +1,15 @@
 #pragma once
 
-/// Values in `std::format`, where the compiler's library has it (C++20); nothing elsewhere.
+/// Formats values with `std::format` where the compiler's library has it (C++20); it defines no
+/// formatter elsewhere.
 ///
 ///     #include <foundation/network/format.hpp>
 ///
 ///     std::format("{} is at {:>15}", iri, address);
 ///
-/// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill, precision.
-/// A width counts columns; that of a stream counts bytes, which are more where the text is not ASCII: that of
-/// `utf8(iri)` and of `QueryParameters` can be so.
+/// Each value is formatted as `operator<<` writes it, and takes what a string takes: width, fill,
+/// precision. A width counts columns here. The width of a stream counts bytes, of which a text beyond ASCII
+/// has more than columns; `utf8(iri)` and `QueryParameters` can have such a text.
 
 #include <foundation/network/HardwareAddress.hpp>
 #include <foundation/network/IRI.hpp>
