@@ -257,6 +257,8 @@ public:
     /// - the path of the base has dot segments and reads like this path without them, or it has dot
     ///   segments and one of the two paths has an empty segment.
     ///
+    /// If both paths are written alike and cannot be decoded, `resolveAgainst` may refuse the reference.
+    ///
     /// Throws: the internal `std::logic_error` with the first of these words that applies: "Cannot make
     /// relative to base. Already relative" for a path that is not absolute while that of the base is;
     /// "Cannot make relative. Base is relative" the other way round; "Cannot make relative to base as base

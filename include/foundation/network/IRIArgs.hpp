@@ -82,13 +82,13 @@ public:
     /// empty.
     ///
     /// Of key and value, "=" and "+" become escapes, so does the separator of this call, and a space
-    /// becomes "+". If one of these became an escape in any call, or if the last call has `encodeQuery`,
-    /// the query is *form-encoded* from then on: what looks like an escape in it is one when the IRI is
-    /// built, and is not decoded in `Encoding::Raw`. With `encodeQuery` in the last call the whole query is
-    /// written in ASCII, too. A text does not carry the mark: once printed and parsed, the query is decoded
-    /// like any other.
+    /// becomes "+". If one of these characters became an escape in any call, or if the last call has
+    /// `encodeQuery`, the query is *form-encoded* from then on: what looks like an escape in it is one when
+    /// the IRI is built, and is not decoded in `Encoding::Raw`. With `encodeQuery` in the last call the
+    /// whole query is written in ASCII, too. A text does not carry the mark: once printed and parsed, the
+    /// query is decoded like any other.
     ///
-    /// `QueryParameters` escapes all that a name or a value may hold, and reads them again.
+    /// `QueryParameters` escapes whatever stands in a name or a value, and reads both again.
     ///
     /// Throws: the internal `std::logic_error`, "Key must not be empty".
     /// Complexity: linear in the length of the pair, over all pairs.
