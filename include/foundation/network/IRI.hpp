@@ -231,7 +231,8 @@ public:
     /// - The dot segments of the base are removed before its last segment is dropped.
     /// - A rootless path stays rootless when its dot segments are removed, `x:a/../b` gives `x:b`; if the
     ///   path of the base is absolute, it becomes absolute, and `p:a/./b` against `x:/y` gives `p:/a/b`.
-    /// - A path that begins with "//" beside no host gets "/." in front.
+    /// - A path that begins with "//" beside no host gets "/." in front, and a ":" that would end a scheme is
+    ///   escaped.
     ///
     /// If reference and base were parsed, the text of the target parses to a value that equals it and has
     /// the same components. Only `hasAbsolutePath` and `isOpaque` may answer otherwise, where the path

@@ -67,7 +67,8 @@ public:
     ///
     /// Throws: `IdnConverterException` with the name of ICU's error, as for a label that has characters
     /// beyond ASCII and, once mapped, more than 1,000 UTF-16 units (ICU 72).
-    /// Complexity: linear in the length of `name` if it is ASCII; else quadratic in the number of labels.
+    /// Complexity: linear in the length of `name` if it is ASCII and has no "xn--"; else quadratic in the
+    /// number of labels.
     std::string toAscii(std::u16string const& name) const;
 
     /// The Unicode form of a name. Each byte of `name` outside ASCII counts as U+FFFD.
