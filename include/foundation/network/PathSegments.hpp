@@ -11,6 +11,7 @@
 /// Stability: this header may still change while the library's first number is 0.
 
 #include <foundation/core/Export.hpp>
+#include <foundation/core/StandardLibrary.hpp>
 #include <foundation/network/IRI.hpp>
 
 #include <string>

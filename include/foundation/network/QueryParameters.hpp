@@ -14,6 +14,7 @@
 
 #include <foundation/core/Export.hpp>
 #include <foundation/core/LifetimeBound.hpp>
+#include <foundation/core/StandardLibrary.hpp>
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/Utf8.hpp>
 
