@@ -48,6 +48,8 @@ struct Data {
     Identifiers urls;
     Identifiers iris;
     Corpus queries; // the URLs that have a query
+    Corpus normal;  // the URLs that are in normal form
+    Corpus rough;   // the same, written in another way
     Pairs pairs;
     Corpus hosts; // domain names in Unicode
 };
@@ -78,6 +80,8 @@ inline constexpr char const* replaceQuery = "replace the query";
 inline constexpr char const* parameters = "all query parameters, decoded, owned";
 inline constexpr char const* appendParameters = "append ten parameters to a query, write it";
 inline constexpr char const* segments = "path segments, decoded, owned";
+inline constexpr char const* normalizeNormal = "normalise, in normal form already";
+inline constexpr char const* normalizeRough = "normalise, not in normal form";
 inline constexpr char const* parseTwice = "parse on two threads at once";
 inline constexpr char const* bytesHeld = "bytes held by a parsed value, not ns";
 inline constexpr char const* addressFromText = "address from text";
@@ -320,6 +324,18 @@ void addValueRows(Row row, Fresh fresh) {
         }
         return std::chrono::duration<double>(Clock::now() - begin).count();
     });
+}
+
+/// The two rows of normal forms, by functions that parse a text in the encoding that the library takes and
+/// normalise a value.
+template <class List, class Parse, class Normalize>
+void addNormalForms(char const* library, Data const& data, List TextList::*encoding, Parse parse,
+                    Normalize normalize) {
+    for (auto const& [operation, corpus] : {std::pair(operation::normalizeNormal, &data.normal),
+                                            std::pair(operation::normalizeRough, &data.rough)}) {
+        auto const fresh = [&texts = corpus->*encoding, parse] { return makeAll(texts, parse); };
+        rowsOf(library, *corpus)(operation, overFresh(fresh, normalize));
+    }
 }
 
 void addIri(Data const& data);

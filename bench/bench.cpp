@@ -10,6 +10,7 @@
 #include "Bench.hpp"
 
 #include <foundation/network/IRI.hpp>
+#include <foundation/network/Normalization.hpp>
 
 #include <unicode/unistr.h>
 
@@ -96,6 +97,27 @@ std::vector<std::string> withQueries(std::vector<std::string> texts) {
     auto const hasNone = [](std::string const& text) { return !IRI(toUtf16(text)).hasQuery(); };
     texts.erase(std::remove_if(texts.begin(), texts.end(), hasNone), texts.end());
     return overAgain(std::move(texts));
+}
+
+std::vector<std::string> inNormalForm(std::vector<std::string> texts) {
+    auto const isRough = [](std::string const& text) {
+        IRI const iri(toUtf16(text));
+        return foundation::network::normalize(iri) != iri;
+    };
+    texts.erase(std::remove_if(texts.begin(), texts.end(), isRough), texts.end());
+    return overAgain(std::move(texts));
+}
+
+// Scheme and host in upper case, and in front of the path what each step of a normalisation finds: it leaves
+// "/~%3C" of that.
+std::vector<std::string> roughened(std::vector<std::string> texts) {
+    for (auto& text : texts) {
+        std::size_t const path = std::min(text.find_first_of("/?#", behindSlashes(text)), text.size());
+        std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(path), text.begin(),
+                       [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+        text.insert(path, "/./x/../%7e%3c");
+    }
+    return texts;
 }
 
 Pairs readPairs(std::string const& path, std::vector<std::string> const& homepages) {
@@ -302,10 +324,15 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
         return 2;
     }
-    Data const data{
-        identifiersOf(urls), identifiersOf(iris), corpusOf(nameOf(urls), withQueries(lines(urls))),
-        readPairs(pairs, lines(BENCH_DATA "/homepages.txt")),
-        hosts.empty() ? corpusOf("five names", fiveNames()) : corpusOf(nameOf(hosts), lines(hosts))};
+    auto const normal = inNormalForm(lines(urls));
+    Data const data{identifiersOf(urls),
+                    identifiersOf(iris),
+                    corpusOf(nameOf(urls), withQueries(lines(urls))),
+                    corpusOf(nameOf(urls), normal),
+                    corpusOf(nameOf(urls), roughened(normal)),
+                    readPairs(pairs, lines(BENCH_DATA "/homepages.txt")),
+                    hosts.empty() ? corpusOf("five names", fiveNames())
+                                  : corpusOf(nameOf(hosts), lines(hosts))};
     addIri(data);
     addNetwork(data);
 #ifdef BENCH_QT

@@ -5,6 +5,7 @@
 
 #include <foundation/network/IRI.hpp>
 #include <foundation/network/IRIArgs.hpp>
+#include <foundation/network/Normalization.hpp>
 #include <foundation/network/ParseResult.hpp>
 #include <foundation/network/PathSegments.hpp>
 #include <foundation/network/QueryParameters.hpp>
@@ -179,6 +180,8 @@ void addIri(Data const& data) {
         addDecodedPaths(*corpus);
     }
     addParts(data);
+    addNormalForms(library, data, &TextList::utf16, parse,
+                   [](IRI const& iri) { DoNotOptimize(foundation::network::normalize(iri)); });
     addReferences(
         data.pairs, operation::onDecodedPaths,
         [](IRI const& reference, IRI const& base) { return reference.resolveAgainst(base); },

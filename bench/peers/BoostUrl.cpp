@@ -79,6 +79,7 @@ __attribute__((visibility("default"))) void addBoostUrl(Data const& data) {
                   }
                   DoNotOptimize(std::string(copy.encoded_query()));
               }));
+    addNormalForms(library, data, &TextList::utf8, parse, onCopy([](url& value) { value.normalize(); }));
     auto const& pairs = data.pairs;
     auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);

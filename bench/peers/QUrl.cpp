@@ -91,6 +91,9 @@ void addQUrl(Data const& data) {
                   }
                   DoNotOptimize(query.query(QUrl::FullyEncoded));
               }));
+    addNormalForms(library, data, &TextList::utf16, parse, [](QUrl const& url) {
+        DoNotOptimize(url.adjusted(QUrl::NormalizePathSegments)); // the rest was done by the parse
+    });
     auto const& pairs = data.pairs;
     auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf16, pairs.bases.utf16, parse);

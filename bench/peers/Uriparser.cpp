@@ -66,6 +66,11 @@ void addUriparser(Data const& data) {
                   DoNotOptimize(parameters);
                   uriFreeQueryListA(parameters);
               }));
+    addNormalForms(library, data, &TextList::utf8, parse, [](Uri const& uri) {
+        uriNormalizeSyntaxA(uri.get()); // in place; all texts are its own then
+        DoNotOptimize(*uri);
+        uriFreeUriMembersA(uri.get());
+    });
     auto const& pairs = data.pairs;
     auto const pairsRow = rowsOf(library, pairs);
     auto const values = makePairs(pairs.references.utf8, pairs.bases.utf8, parse);
