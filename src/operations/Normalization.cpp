@@ -1,5 +1,5 @@
-// Normalisation (RFC 3986, section 6.2). Its steps rewrite the components in the Iri form, one step after the
-// other. A component that no step changes stays a view of the text that it came from.
+// Normalisation (RFC 3986, section 6.2). Its steps rewrite a copy of the value in place, one step after the
+// other.
 
 #include <foundation/network/Normalization.hpp>
 
@@ -19,6 +19,8 @@
 #include <algorithm>
 #include <array>
 #include <new>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,6 +29,7 @@ namespace foundation::network {
 
 namespace {
 
+using iri::detail::Components;
 using iri::detail::Part;
 using iri::detail::StoredText;
 using operations::ComponentViews;
@@ -36,28 +39,6 @@ using View = std::u32string_view;
 constexpr bool has(Normalization steps, Normalization step) {
     return (steps & step) != Normalization{};
 }
-
-/// The text of a component, which steps may replace.
-class RewrittenText {
-public:
-    explicit RewrittenText(View given) : view(given) {}
-    RewrittenText(RewrittenText const&) = delete;
-    RewrittenText& operator=(RewrittenText const&) = delete;
-    ~RewrittenText() = default;
-
-    [[nodiscard]] View get() const { return view; }
-    [[nodiscard]] bool isChanged() const { return changed; }
-    void set(std::u32string text) {
-        own = std::move(text);
-        view = own;
-        changed = true;
-    }
-
-private:
-    View view;
-    std::u32string own;
-    bool changed = false;
-};
 
 // Percent-encoding normalisation (RFC 3986, section 6.2.2.2).
 
@@ -100,89 +81,75 @@ Character characterAt(View text, std::size_t at) {
     return {text[at], 1, false};
 }
 
-/// Decodes the escapes of characters that may stand as themselves. But an escaped digit stays if decoding all
-/// of them would make it part of a new escape ("%%34%31", which would become "%41"). So normalising the
-/// result again changes nothing.
-void decodeEscapes(RewrittenText& component) {
-    View const text = component.get();
-    if (!text::contains(text, U'%')) {
-        return;
+char32_t upperCaseDigit(char32_t digit) {
+    return digit >= U'a' && digit <= U'f' ? digit - 0x20 : digit;
+}
+
+/// Writes the digits of the escape at a place in upper case, if one stands there.
+void upperCaseEscape(std::u32string& text, std::size_t at) {
+    if (text::escapedByte(text, at) >= 0) {
+        text[at + 1] = upperCaseDigit(text[at + 1]);
+        text[at + 2] = upperCaseDigit(text[at + 2]);
     }
+}
+
+/// Decodes the escapes of characters that may stand as themselves, with `decode`; writes the digits of the
+/// others in upper case, with `upperCase`. `ends` are places in the text in ascending order, which move with
+/// it. Gives where the first "%" stood.
+///
+/// An escaped digit stays if decoding all of them would make it part of a new escape ("%%34%31", which would
+/// become "%41"). So normalising the result again changes nothing.
+std::size_t rewriteEscapes(std::u32string& text, std::span<std::size_t* const> ends, bool decode,
+                           bool upperCase) {
     auto const isDigit = [](char32_t c) { return iri::grammar::is<iri::grammar::XDIGIT>(c); };
-    std::u32string result;
-    std::size_t copied = 0;           // how much of the text is in the result
+    auto end = ends.begin();
+    std::size_t written = 0; // the result is [0, written), what is to be copied to it begins at `copied`
+    std::size_t copied = 0;
+    auto const copyUpTo = [&](std::size_t place) {
+        for (; end != ends.end() && **end <= place; ++end) {
+            **end -= copied - written;
+        }
+        std::copy(text.data() + copied, text.data() + place, text.data() + written);
+        written += place - copied;
+    };
     std::array<char32_t, 2> before{}; // the two characters in front, decoded
-    for (std::size_t at = 0; at != text.size();) {
-        Character const character = characterAt(text, at);
+    std::size_t from = 0;
+    std::size_t const first = text::contains(text, U'%') ? text.find(U'%') : View::npos;
+    for (std::size_t at = first; at != View::npos; at = text.find(U'%', from)) {
+        for (std::size_t i = at - std::min(at - from, before.size()); i != at; ++i) {
+            before = {before[1], text[i]};
+        }
+        if (upperCase) {
+            upperCaseEscape(text, at);
+        }
+        Character const character = decode ? characterAt(text, at) : Character{U'%', 1, false};
         char32_t const c = character.codePoint;
-        std::size_t const next = at + character.length;
-        if (character.wasDecoded) {
-            bool const makesEscape =
-                isDigit(c) && ((before[1] == U'%' && isDigit(characterAt(text, next).codePoint)) ||
-                               (before[0] == U'%' && isDigit(before[1])));
-            if (!makesEscape) {
-                result.append(text, copied, at - copied);
-                result.push_back(c);
-                copied = next;
-            }
+        from = at + character.length;
+        bool const makesEscape = character.wasDecoded && isDigit(c) &&
+                                 ((before[1] == U'%' && isDigit(characterAt(text, from).codePoint)) ||
+                                  (before[0] == U'%' && isDigit(before[1])));
+        if (character.wasDecoded && !makesEscape) {
+            copyUpTo(at);
+            text[written++] = c;
+            copied = from;
         }
         before = {before[1], c};
-        at = next;
     }
     if (copied != 0) {
-        component.set(result.append(text, copied));
+        copyUpTo(text.size());
+        text.resize(written);
     }
+    return first;
 }
 
 // Case normalisation (RFC 3986, section 6.2.2.1).
 
-bool isLowerCaseHexDigit(char32_t c) {
-    return c >= U'a' && c <= U'f';
-}
-
-/// Where the next escape with a lower-case digit stands.
-std::size_t findLowerCaseEscape(View text, std::size_t from) {
-    std::size_t at = text.find(U'%', from);
-    while (at != View::npos && (text::escapedByte(text, at) < 0 ||
-                                (!isLowerCaseHexDigit(text[at + 1]) && !isLowerCaseHexDigit(text[at + 2])))) {
-        at = text.find(U'%', at + 1);
-    }
-    return at;
-}
-
-void upperCaseEscapes(RewrittenText& component) {
-    View const text = component.get();
-    std::size_t at = text::contains(text, U'%') ? findLowerCaseEscape(text, 0) : View::npos;
-    if (at == View::npos) {
-        return;
-    }
-    std::u32string result(text);
-    for (; at != View::npos; at = findLowerCaseEscape(text, at + 3)) {
-        for (std::size_t const digit : {at + 1, at + 2}) {
-            result[digit] -= isLowerCaseHexDigit(result[digit]) ? 0x20U : 0U;
-        }
-    }
-    component.set(std::move(result));
-}
-
-void lowerCaseLetters(RewrittenText& component) {
-    View const text = component.get();
-    std::u32string result;
-    for (std::size_t at = 0; at != text.size();) {
-        if (text::escapedByte(text, at) >= 0) {
-            at += 3;
-            continue;
-        }
-        if (text[at] != text::lower(text[at])) {
-            if (result.empty()) {
-                result = text;
-            }
-            result[at] = text::lower(text[at]);
-        }
-        ++at;
-    }
-    if (!result.empty()) {
-        component.set(std::move(result));
+/// Writes the ASCII letters of a stretch in lower case, but, with `hasEscapes`, the digits of escapes in
+/// upper case.
+void lowerCaseLetters(std::u32string& text, std::size_t begin, std::size_t end, bool hasEscapes) {
+    std::transform(text.data() + begin, text.data() + end, text.data() + begin, text::lower);
+    for (std::size_t at = begin; hasEscapes && at != end; ++at) {
+        upperCaseEscape(text, at);
     }
 }
 
@@ -207,12 +174,11 @@ bool isAsciiHostName(View name) {
     }
 }
 
-/// Converts a host with `IdnConverter`. The result is used only if it is a host name: for an invalid name it
-/// may hold any character, and a "/" or an "@" would end the host.
-void convertHost(RewrittenText& host) {
-    View const text = host.get();
+/// What `IdnConverter` makes of a host, unless that stays. The result is used only if it is a host name: for
+/// an invalid name it may hold any character, and a "/" or an "@" would end the host.
+std::optional<std::u32string> convertedHost(View text) {
     if (text::isAllWithin(text, 0, 0x7F)) {
-        return;
+        return std::nullopt;
     }
     std::string converted;
     try {
@@ -222,12 +188,10 @@ void convertHost(RewrittenText& host) {
         if (std::string_view(refusal.what()) == "U_MEMORY_ALLOCATION_ERROR") {
             throw std::bad_alloc();
         }
-        return;
+        return std::nullopt;
     }
     std::u32string name(converted.begin(), converted.end());
-    if (isAsciiHostName(name)) {
-        host.set(std::move(name));
-    }
+    return isAsciiHostName(name) ? std::optional(std::move(name)) : std::nullopt;
 }
 
 // Scheme-based normalisation (RFC 3986, section 6.2.3).
@@ -246,122 +210,124 @@ std::optional<unsigned short> defaultPort(View scheme) {
 
 // Characters that a built value may hold although its text could not be parsed with them.
 
-void escapeCharacters(RewrittenText& component, View characters) {
-    View const text = component.get();
-    auto const isEscaped = [text, characters](std::size_t at) {
-        return characters.find(text[at]) != View::npos && text::escapedByte(text, at) < 0;
-    };
+std::u32string withEscaped(View text, View characters) {
     std::u32string result;
     for (std::size_t at = 0; at != text.size(); ++at) {
-        if (isEscaped(at)) {
+        if (characters.find(text[at]) != View::npos && text::escapedByte(text, at) < 0) {
             text::percentByte(result, static_cast<unsigned char>(text[at]));
         } else {
             result.push_back(text[at]);
         }
     }
-    if (result.size() != text.size()) {
-        component.set(std::move(result));
-    }
+    return result;
 }
 
-/// The components of a value, to which steps are applied.
-struct NormalizedComponents {
-    explicit NormalizedComponents(ComponentViews& from)
-        : views(from),
-          scheme(from.scheme.value_or(View())),
-          userInfo(from.userInfo.value_or(View())),
-          host(from.host.value_or(View())),
-          path(from.path),
-          query(from.query.value_or(View())),
-          fragment(from.fragment.value_or(View())) {}
+/// A built value as its text parsed.
+IRI asParsed(IRI const& built) {
+    IriFormText const form(built);
+    ComponentViews views(form.stored());
+    std::array<std::u32string, 3> texts;
+    auto const escape = [](std::optional<View>& component, View characters, std::u32string& own) {
+        if (component) {
+            component = own = withEscaped(*component, characters);
+        }
+    };
+    escape(views.userInfo, U"%", texts[0]);
+    escape(views.query, U"[]", texts[1]);
+    escape(views.fragment, U"#[]", texts[2]);
+    return views.recomposed();
+}
 
-    void makeParsable() {
-        escapeCharacters(userInfo, U"%");
-        escapeCharacters(query, U"[]");
-        escapeCharacters(fragment, U"#[]");
-    }
+/// A value as its text parsed, to which steps are applied in place.
+class Normalizer {
+public:
+    explicit Normalizer(StoredText& parsed) : value(parsed), components(parsed.components) {}
+    Normalizer(Normalizer const&) = delete;
+    Normalizer& operator=(Normalizer const&) = delete;
+    ~Normalizer() = default;
 
     void apply(Normalization steps) {
-        if (has(steps, Normalization::Escapes)) {
-            forEach(decodeEscapes);
-        }
+        bool const decode = has(steps, Normalization::Escapes);
+        bool const fold = has(steps, Normalization::Case);
+        // No escape goes from one component to the next, so all are rewritten at once.
+        std::size_t const percent =
+            decode || fold ? rewriteEscapes(value.text, ends, decode, fold) : View::npos;
         if (has(steps, Normalization::AsciiHost)) {
-            convertHost(host);
+            if (auto const host = convertedHost(given(Part::host))) {
+                replace(components.hostBegin, given(Part::host).size(), *host, components.hostEnd);
+            }
         }
-        if (has(steps, Normalization::Case)) {
-            lowerCaseLetters(scheme);
-            lowerCaseLetters(host);
-            forEach(upperCaseEscapes);
+        if (fold) {
+            bool const hasEscapes = percent < components.hostEnd;
+            if (components.hasUserInfo()) {
+                lowerCaseLetters(value.text, 0, components.schemeEnd, false);
+                lowerCaseLetters(value.text, components.hostBegin, components.hostEnd, hasEscapes);
+            } else {
+                lowerCaseLetters(value.text, 0, components.hostEnd, hasEscapes);
+            }
         }
         // Path segment normalisation (RFC 3986, section 6.2.2.3). A relative reference keeps its dot
         // segments.
-        if (has(steps, Normalization::Segments) && (views.scheme || views.host) &&
-            iri::hasRelativePathSegments(path.get())) {
-            std::u32string text(path.get());
-            iri::removeDotSegments(text);
-            path.set(std::move(text));
+        if (has(steps, Normalization::Segments) && (components.hasScheme() || components.hasHost()) &&
+            iri::hasRelativePathSegments(given(Part::path))) {
+            removeDotSegments();
         }
-        if (has(steps, Normalization::Scheme) && views.host) {
-            if (auto const port = defaultPort(scheme.get())) {
-                if (views.port && views.portNumber == *port) {
-                    views.port = std::nullopt;
-                    portWasDropped = true;
-                }
-                if (path.get().empty()) {
-                    path.set(U"/");
-                }
-            }
+        if (has(steps, Normalization::Scheme) && components.hasHost()) {
+            applyScheme();
         }
-    }
-
-    [[nodiscard]] bool isChanged() const {
-        return portWasDropped || scheme.isChanged() || userInfo.isChanged() || host.isChanged() ||
-               path.isChanged() || query.isChanged() || fragment.isChanged();
-    }
-
-    [[nodiscard]] IRI recomposed() {
-        auto const put = [](std::optional<View>& to, RewrittenText const& from) {
-            to = to ? from.get() : to;
-        };
-        put(views.scheme, scheme);
-        put(views.userInfo, userInfo);
-        put(views.host, host);
-        views.path = path.get();
-        put(views.query, query);
-        put(views.fragment, fragment);
-        return views.recomposed();
+        components.pathIsAbsolute = given(Part::path).substr(0, 1) == U"/";
     }
 
 private:
-    template <class Step>
-    void forEach(Step step) {
-        for (RewrittenText* const each : {&userInfo, &host, &path, &query, &fragment}) {
-            step(*each);
+    [[nodiscard]] View given(Part part) const { return components.has(part) ? value.given(part) : View(); }
+
+    /// Replaces a stretch. `end` and the ends behind it move.
+    void replace(std::size_t begin, std::size_t length, View by, std::size_t& end) {
+        value.text.replace(begin, length, by);
+        for (auto moved = std::find(ends.begin(), ends.end(), &end); moved != ends.end(); ++moved) {
+            **moved += by.size() - length;
         }
     }
 
-    ComponentViews& views;
-    RewrittenText scheme;
-    RewrittenText userInfo;
-    RewrittenText host;
-    RewrittenText path;
-    RewrittenText query;
-    RewrittenText fragment;
-    bool portWasDropped = false;
+    void removeDotSegments() {
+        std::u32string path(value.given(Part::path));
+        iri::removeDotSegments(path);
+        if (!components.hasHost() && path.compare(0, 2, U"//") == 0) {
+            path.insert(0, U"/."); // or it would be read as a host
+        }
+        replace(components.pathBegin, components.pathEnd - components.pathBegin, path, components.pathEnd);
+    }
+
+    void applyScheme() {
+        auto const port = defaultPort(value.scheme());
+        if (port && components.hasPort() && components.port == *port) {
+            components.port = 0;
+            replace(components.hostEnd, components.pathBegin - components.hostEnd, View(),
+                    components.pathBegin);
+        }
+        if (port && components.pathIsEmpty()) {
+            replace(components.pathBegin, 0, U"/", components.pathEnd);
+        }
+    }
+
+    StoredText& value;
+    Components& components;
+    std::array<std::size_t*, 6> const ends{&components.hostBegin, &components.hostEnd,  &components.pathBegin,
+                                           &components.pathEnd,   &components.queryEnd, &components.end};
 };
 
 } // namespace
 
 IRI normalize(IRI const& iri, Normalization steps) {
-    IriFormText const form(iri);
-    ComponentViews views(form.stored());
-    NormalizedComponents components(views);
-    bool const isParsed = &form.stored() == &iri::detail::ValueAccess::stored(iri);
-    if (!isParsed) {
-        components.makeParsable();
+    StoredText const& stored = iri::detail::ValueAccess::stored(iri);
+    IRI result;
+    if (stored.parsed) {
+        iri::detail::ValueAccess::stored(result) = stored;
+    } else {
+        result = asParsed(iri);
     }
-    components.apply(steps);
-    return isParsed && !components.isChanged() ? iri : components.recomposed();
+    Normalizer(iri::detail::ValueAccess::stored(result)).apply(steps);
+    return result;
 }
 
 bool areEquivalent(IRI const& a, IRI const& b, Normalization steps) {
@@ -380,15 +346,14 @@ bool isSameOrigin(IRI const& a, IRI const& b) {
     }
     IriFormText const left(a);
     IriFormText const right(b);
-    auto const isSame = [](View one, View other) {
-        RewrittenText first(one);
-        RewrittenText second(other);
-        for (RewrittenText* const each : {&first, &second}) {
-            decodeEscapes(*each);
-            lowerCaseLetters(*each);
-            upperCaseEscapes(*each);
-        }
-        return text::isSame(first.get(), second.get());
+    auto const normalized = [](View component) {
+        std::u32string text(component);
+        rewriteEscapes(text, {}, true, true);
+        lowerCaseLetters(text, 0, text.size(), true);
+        return text;
+    };
+    auto const isSame = [normalized](View one, View other) {
+        return text::isSame(one, other) || normalized(one) == normalized(other);
     };
     View const host = left.stored().given(Part::host);
     return isSame(left.stored().scheme(), right.stored().scheme()) &&
