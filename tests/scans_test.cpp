@@ -51,7 +51,7 @@ TEST(Scans, AnswerAsPlainLoops) {
     // clang-format on
     std::mt19937 random(1);
     for (int round = 0; round != 4000; ++round) {
-        std::u32string text(random() % 40, U'a');
+        std::u32string text(random() % 100, U'a');
         for (std::size_t changes = random() % 4; changes != 0 && !text.empty(); --changes) {
             std::size_t const at = random() % text.size();
             text[at] = alphabet[random() % std::size(alphabet)];
@@ -64,6 +64,9 @@ TEST(Scans, AnswerAsPlainLoops) {
         std::size_t const same = static_cast<std::size_t>(
             std::mismatch(text.begin(), text.end(), other.begin(), other.end()).first - text.begin());
         ASSERT_EQ(commonLength(text, other), same);
+        std::size_t const from = random() % (text.size() + 1);
+        ASSERT_EQ(find(text, U'%', from), std::min(text.find(U'%', from), text.size()));
+        ASSERT_EQ(findPair(text, U'/', U'.', from), std::min(text.find(U"/.", from), text.size()));
         ASSERT_EQ(isSame(text, other), text == other);
         ASSERT_TRUE(isSame(text, std::u32string(text)));
     }

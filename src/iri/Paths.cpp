@@ -21,43 +21,48 @@ bool beginsWithSlash(std::u32string_view path) {
     return !path.empty() && path.front() == U'/';
 }
 
+/// The length of a dot segment at the start of a text; 0 if there is none.
+std::size_t lengthOfDotSegment(std::u32string_view text) {
+    std::size_t const dots = text.substr(0, 2) == U".." ? 2 : text.substr(0, 1) == U"." ? 1 : 0;
+    return dots == text.size() || text[dots] == U'/' ? dots : 0;
+}
+
 } // namespace
 
 // RFC 3986, section 5.2.4, with its steps 2A to 2E. The text only gets shorter, so both buffers of the RFC
-// are stretches of it.
-void removeDotSegments(std::u32string& path) {
+// are stretches of it. Step 2E moves all segments up to the next dot segment at once.
+std::size_t removeDotSegments(char32_t* text, std::size_t size) {
+    std::u32string_view const path(text, size);
     std::size_t written = 0; // the output buffer is [0, written), the input buffer [at, size)
-    std::size_t const size = path.size();
-    auto const dropLastSegment = [&path, &written] {
-        while (written != 0 && path[--written] != U'/') {
-        }
-    };
-    for (std::size_t at = 0; at != size;) {
-        std::u32string_view const input = std::u32string_view(path).substr(at);
-        bool const slash = input[0] == U'/';
-        std::u32string_view const segment = input.substr(slash, input.find(U'/', 1) - slash);
-        bool const last = slash + segment.size() == input.size();
-        if (!isDot(segment) && !isDotDot(segment)) { // 2E
-            std::size_t const length = slash + segment.size();
-            std::copy_n(path.begin() + static_cast<std::ptrdiff_t>(at), length,
-                        path.begin() + static_cast<std::ptrdiff_t>(written));
-            written += length;
-            at += length;
+    std::size_t at = 0;
+    while (std::size_t const dots = lengthOfDotSegment(path.substr(at))) { // 2A, 2D
+        at = std::min(at + dots + 1, size);
+    }
+    for (std::size_t from = at;;) {
+        std::size_t const slash = text::findPair(path, U'/', U'.', from);
+        bool const found = slash != size;
+        std::size_t const dots = found ? lengthOfDotSegment(path.substr(slash + 1)) : 0;
+        if (found && dots == 0) { // a segment like ".profile"
+            from = slash + 1;
             continue;
         }
-        if (!slash) { // 2A, 2D
-            at += segment.size() + (last ? 0 : 1);
-            continue;
+        std::copy(text + at, text + slash, text + written); // 2E
+        written += slash - at;
+        if (!found) {
+            return written;
         }
-        if (isDotDot(segment)) { // 2C
-            dropLastSegment();
+        while (dots == 2 && written != 0 && text[--written] != U'/') { // 2C
         }
-        at += 1 + segment.size(); // 2B, 2C: the next segment brings its own "/"; the last one leaves a "/"
-        if (last) {
-            path[written++] = U'/';
+        from = at =
+            slash + 1 + dots; // 2B, 2C: the next segment brings its own "/"; the last one leaves a "/"
+        if (at == size) {
+            text[written++] = U'/';
         }
     }
-    path.resize(written);
+}
+
+void removeDotSegments(std::u32string& path) {
+    path.resize(removeDotSegments(path.data(), path.size()));
 }
 
 namespace {

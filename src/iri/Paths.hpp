@@ -57,7 +57,9 @@ void appendPathSegments(std::u32string_view path, PathSegments& segments, bool a
 /// The path without its dot segments. `absolute` is that of `appendPathSegments`.
 std::u32string removeRelativePathSegments(std::u32string_view path, bool absolute);
 
-/// Removes the dot segments of a path: RFC 3986, section 5.2.4, to the letter.
+/// Removes the dot segments of a path: RFC 3986, section 5.2.4, to the letter. Gives the length of the
+/// result, which is `size` only if there are none.
+std::size_t removeDotSegments(char32_t* text, std::size_t size);
 void removeDotSegments(std::u32string& path);
 
 /// Merges the two paths (RFC 3986, section 5.2.3, for a base with a path) and removes the dot segments of the

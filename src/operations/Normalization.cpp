@@ -114,8 +114,8 @@ std::size_t rewriteEscapes(std::u32string& text, std::span<std::size_t* const> e
     };
     std::array<char32_t, 2> before{}; // the two characters in front, decoded
     std::size_t from = 0;
-    std::size_t const first = text::contains(text, U'%') ? text.find(U'%') : View::npos;
-    for (std::size_t at = first; at != View::npos; at = text.find(U'%', from)) {
+    std::size_t const first = text::find(text, U'%', 0);
+    for (std::size_t at = first; at != text.size(); at = text::find(text, U'%', from)) {
         for (std::size_t i = at - std::min(at - from, before.size()); i != at; ++i) {
             before = {before[1], text[i]};
         }
@@ -268,8 +268,7 @@ public:
         }
         // Path segment normalisation (RFC 3986, section 6.2.2.3). A relative reference keeps its dot
         // segments.
-        if (has(steps, Normalization::Segments) && (components.hasScheme() || components.hasHost()) &&
-            iri::hasRelativePathSegments(given(Part::path))) {
+        if (has(steps, Normalization::Segments) && (components.hasScheme() || components.hasHost())) {
             removeDotSegments();
         }
         if (has(steps, Normalization::Scheme) && components.hasHost()) {
@@ -290,12 +289,15 @@ private:
     }
 
     void removeDotSegments() {
-        std::u32string path(value.given(Part::path));
-        iri::removeDotSegments(path);
-        if (!components.hasHost() && path.compare(0, 2, U"//") == 0) {
-            path.insert(0, U"/."); // or it would be read as a host
+        std::size_t const begin = components.pathBegin;
+        std::size_t const length = components.pathEnd - begin;
+        std::size_t const left = iri::removeDotSegments(value.text.data() + begin, length);
+        if (left != length) {
+            replace(begin + left, length - left, View(), components.pathEnd);
+            if (!components.hasHost() && value.given(Part::path).substr(0, 2) == U"//") {
+                replace(begin, 0, U"/.", components.pathEnd); // or it would be read as a host
+            }
         }
-        replace(components.pathBegin, components.pathEnd - components.pathBegin, path, components.pathEnd);
     }
 
     void applyScheme() {

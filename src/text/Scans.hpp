@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -64,6 +65,56 @@ template <class Test>
     return !text.empty() && isAnySigned(text.size() - 1, [text, first, second](std::size_t i) {
         return allOnesIfSame(text[i], first, text[i + 1], second);
     });
+}
+
+/// The first place from `from` to `size` for which `test(i)` gives all ones rather than 0; `size` if there is
+/// none. Each place of a block gives one bit of a word, so the loop over it does not stop early. The last
+/// block is filled up with places in front of `from`.
+template <class Test>
+[[nodiscard]] constexpr std::size_t firstPlace(std::size_t from, std::size_t size, Test test) {
+    constexpr std::size_t block = 32;
+    constexpr auto bits = [] {
+        std::array<std::uint32_t, block> made{};
+        for (std::size_t i = 0; i != block; ++i) {
+            made[i] = std::uint32_t{1} << i;
+        }
+        return made;
+    }();
+    if (size < block) {
+        while (from < size && test(from) == 0) {
+            ++from;
+        }
+        return from;
+    }
+    while (from < size) {
+        std::size_t const begin = std::min(from, size - block);
+        std::uint32_t found = 0;
+        for (std::size_t i = 0; i != block; ++i) {
+            found |= test(begin + i) & bits[i];
+        }
+        found >>= from - begin;
+        if (found != 0) {
+            return from + static_cast<std::size_t>(std::countr_zero(found));
+        }
+        from = begin + block;
+    }
+    return size;
+}
+
+/// Where `wanted` stands next, or the end.
+[[nodiscard]] constexpr std::size_t find(std::u32string_view text, char32_t wanted, std::size_t from) {
+    return firstPlace(from, text.size(),
+                      [text, wanted](std::size_t i) { return allOnesIfSame(text[i], wanted); });
+}
+
+/// Where `first` stands next right before `second`, or the end.
+[[nodiscard]] constexpr std::size_t findPair(std::u32string_view text, char32_t first, char32_t second,
+                                             std::size_t from) {
+    std::size_t const pairs = text.empty() ? 0 : text.size() - 1;
+    std::size_t const at = firstPlace(from, pairs, [text, first, second](std::size_t i) {
+        return allOnesIfSame(text[i], first, text[i + 1], second);
+    });
+    return at < pairs ? at : text.size();
 }
 
 /// Whether all of `text` lies from `first` to `last`, which are below U+80000000.
