@@ -165,7 +165,7 @@ inline auto utf8RowsOf(char const* library, Corpus const& corpus) {
 /// Registers cells of another library on pairs. It has one way with references, whose time stands in the rows
 /// of both of this library's ways.
 inline auto rowsOf(char const* library, Pairs const& pairs) {
-    return [library, &pairs](char const* operation::References::*operation, Pass const& pass) {
+    return [library, &pairs](auto operation, Pass const& pass) {
         for (auto const* const way : {&operation::onDecodedPaths, &operation::exactly}) {
             add(way->*operation, pairs.name, library, pairs.bases.utf8.size(), pass);
         }
@@ -272,10 +272,11 @@ Pass held(Make make) {
     };
 }
 
-/// The two rows of refusals, by a function of a text in the encoding that the library takes.
-template <class Row, class List, class Refuse>
+/// The two rows of refusals, by a function of a text in the encoding, a member of TextList, that the library
+/// takes.
+template <class Row, class Member, class Refuse>
 void addRefusals(Row row, std::array<char const*, 2> const& operations, Identifiers const& corpus,
-                 List TextList::*encoding, Refuse refuse) {
+                 Member encoding, Refuse refuse) {
     row(operations[0], over(corpus.faultEarly.*encoding, refuse));
     row(operations[1], over(corpus.faultLate.*encoding, refuse));
 }
