@@ -18,6 +18,7 @@ void failIfBogus(icu::UnicodeString const& text) {
 } // namespace
 
 IException::IException() = default;
+// NOLINTNEXTLINE(bugprone-copy-constructor-init, readability-redundant-member-init): the reason stands inside
 IException::IException(IException const& other) : clone_base(other), boost::exception() {
     // Copies what is attached. boost::exception's own copy shares it, with a reference count that is not
     // atomic.
