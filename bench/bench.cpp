@@ -295,6 +295,7 @@ void add(char const* operation, std::string const& list, char const* library, st
         rowNames().push_back(row);
     }
     std::string const name = row + separator + library;
+    // NOLINTNEXTLINE(readability-redundant-string-cstr): that of Debian 12 takes no string
     benchmark::RegisterBenchmark(name.c_str(),
                                  [pass = std::move(pass), items](benchmark::State& state) {
                                      for (auto _ : state) {

@@ -447,7 +447,8 @@ bool inspectFile(std::string const& name, Options const& options, console::Style
     if (options.quiet) {
         auto const all = static_cast<double>(here.taken + here.refused);
         std::cout << shown << ": " << here.taken << " taken, " << here.refused << " refused, "
-                  << static_cast<long>(all / std::max(seconds.count(), 1e-9)) << " a second" << std::endl;
+                  << static_cast<long>(all / std::max(seconds.count(), 1e-9)) << " a second\n"
+                  << std::flush;
     }
     return true;
 }
