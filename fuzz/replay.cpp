@@ -12,7 +12,7 @@ int main(int count, char** arguments) {
         for (auto const& entry : std::filesystem::recursive_directory_iterator(arguments[i])) {
             std::ifstream file(entry.path(), std::ios::binary);
             std::string const bytes(std::istreambuf_iterator<char>(file), {});
-            std::cout << entry.path() << std::endl; // the last line names a finding
+            std::cout << entry.path() << '\n' << std::flush; // the last line names a finding
             LLVMFuzzerTestOneInput(reinterpret_cast<std::uint8_t const*>(bytes.data()), bytes.size());
             ++files;
         }

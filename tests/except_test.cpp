@@ -90,7 +90,7 @@ TEST(Family, OneExceptionIsCopiedByMany) {
     auto const shared = makeInternalException(std::out_of_range("shared")) << Note(7);
     support::onThreads(8, [&shared](std::size_t) {
         for (int round = 0; round < 200; ++round) {
-            auto const copy = shared;
+            auto const copy = shared; // NOLINT(performance-unnecessary-copy-initialization): what is tested
             EXPECT_EQ(*boost::get_error_info<Note>(copy), 7);
             try {
                 shared.rethrow();
