@@ -60,8 +60,7 @@ std::optional<ip::address_v6> plainIpv6(std::string_view text) {
     while (at != end) {
         char const* const begin = at;
         unsigned int group = 0; // not used if there are more than four digits
-        for (int value = 0; at != end && (value = text::hexValues[static_cast<unsigned char>(*at)]) >= 0;
-             ++at) {
+        for (int value = 0; at != end && (value = text::hexValue(*at)) >= 0; ++at) {
             group = group << 4U | static_cast<unsigned int>(value);
         }
         if (at == begin || at - begin > 4 || filled == bytes.size()) {

@@ -50,8 +50,8 @@ std::optional<HardwareAddress> tryParseHardwareAddress(std::string_view digits) 
     std::vector<unsigned char> bytes;
     bytes.reserve((digits.size() + 1) / 3);
     for (std::size_t at = 0; at < digits.size(); at += 3) {
-        int const high = text::hexValues[static_cast<unsigned char>(digits[at])];
-        int const low = text::hexValues[static_cast<unsigned char>(digits[at + 1])];
+        int const high = text::hexValue(digits[at]);
+        int const low = text::hexValue(digits[at + 1]);
         if (high < 0 || low < 0 || (at + 2 < digits.size() && digits[at + 2] != separator)) {
             return std::nullopt;
         }

@@ -21,6 +21,10 @@ inline constexpr std::array<signed char, 256> hexValues = [] {
     return values;
 }();
 
+[[nodiscard]] constexpr int hexValue(char c) noexcept {
+    return hexValues[static_cast<unsigned char>(c)];
+}
+
 namespace detail {
 
 template <class Char>
