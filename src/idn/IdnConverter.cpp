@@ -68,7 +68,6 @@ private:
             status.set(U_ILLEGAL_ARGUMENT_ERROR); // ICU's lengths have 32 bits
         }
         failOn(status);
-        // NOLINTNEXTLINE(bugprone-suspicious-stringview-data-usage): the size follows, in ICU's type
         icu::UnicodeString const input(false, name.data(), static_cast<std::int32_t>(name.size())); // no copy
         icu::UnicodeString result;
         icu::IDNAInfo info; // faults of the name that UTS #46 finds; they are ignored
