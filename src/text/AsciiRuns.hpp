@@ -77,12 +77,12 @@ __m128i within(__m128i bytes) {
 template <AsciiTable const& set>
 unsigned membersIn(char32_t const* block) {
     __m128i const bytes = bytesOf(block);
-    return [bytes]<std::size_t... i>(std::index_sequence<i...>) {
+    auto const bits = [bytes]<std::size_t... i>(std::index_sequence<i...>) {
         constexpr auto const& ranges = rangesIn<set>.list;
         return static_cast<unsigned>(
             _mm_movemask_epi8((within<ranges[i].first, ranges[i].last>(bytes) | ...)));
-    }
-    (std::make_index_sequence<rangesIn<set>.count>());
+    };
+    return bits(std::make_index_sequence<rangesIn<set>.count>());
 }
 
 } // namespace detail
