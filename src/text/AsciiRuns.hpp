@@ -20,6 +20,8 @@ namespace foundation::network::text {
 /// For each ASCII character, 1 where it is in the set and 0 where not. U+0000 is in none.
 using AsciiTable = std::array<std::uint8_t, 128>;
 
+enum class AndBeyond : bool { no, yes };
+
 #if defined(__SSE2__)
 
 namespace detail {
@@ -55,13 +57,6 @@ constexpr AsciiRanges rangesOf(AsciiTable const& set) {
 template <AsciiTable const& set>
 inline constexpr AsciiRanges rangesIn = rangesOf(set);
 
-/// Sixteen code points as bytes: what is not ASCII becomes a byte that is not, or zero.
-inline __m128i bytesOf(char32_t const* block) {
-    auto const* const four = reinterpret_cast<__m128i const*>(block);
-    return _mm_packus_epi16(_mm_packs_epi32(_mm_loadu_si128(four), _mm_loadu_si128(four + 1)),
-                            _mm_packs_epi32(_mm_loadu_si128(four + 2), _mm_loadu_si128(four + 3)));
-}
-
 /// All bits of each byte that is from `first` to `last`.
 template <unsigned char first, unsigned char last>
 __m128i within(__m128i bytes) {
@@ -73,16 +68,62 @@ __m128i within(__m128i bytes) {
     }
 }
 
-/// A bit for each of sixteen code points, from the lowest on; it is set only where it is in the set.
 template <AsciiTable const& set>
-unsigned membersIn(char32_t const* block) {
-    __m128i const bytes = bytesOf(block);
-    auto const bits = [bytes]<std::size_t... i>(std::index_sequence<i...>) {
+__m128i areMembers(__m128i bytes) {
+    return [bytes]<std::size_t... i>(std::index_sequence<i...>) {
         constexpr auto const& ranges = rangesIn<set>.list;
-        return static_cast<unsigned>(
-            _mm_movemask_epi8((within<ranges[i].first, ranges[i].last>(bytes) | ...)));
-    };
-    return bits(std::make_index_sequence<rangesIn<set>.count>());
+        return (within<ranges[i].first, ranges[i].last>(bytes) | ...);
+    }
+    (std::make_index_sequence<rangesIn<set>.count>());
+}
+
+/// A bit for each of sixteen code points, from the lowest on; it is set only where it is in the set.
+/// Narrowing saturates, so what is not ASCII becomes a byte that is not, or zero.
+template <AsciiTable const& set, AndBeyond beyond>
+unsigned membersIn(char32_t const* block) {
+    auto const four = [block](int i) { return _mm_loadu_si128(reinterpret_cast<__m128i const*>(block) + i); };
+    __m128i members;
+    if constexpr (beyond == AndBeyond::no) {
+        members = areMembers<set>(
+            _mm_packus_epi16(_mm_packs_epi32(four(0), four(1)), _mm_packs_epi32(four(2), four(3))));
+    } else { // sixteen bits hold a code point less 0x8000 with its sign
+        __m128i const half = _mm_set1_epi32(0x8000);
+        __m128i const low = _mm_packs_epi32(_mm_sub_epi32(four(0), half), _mm_sub_epi32(four(1), half));
+        __m128i const high = _mm_packs_epi32(_mm_sub_epi32(four(2), half), _mm_sub_epi32(four(3), half));
+        auto const isBeyond = [](__m128i lessHalf) {
+            return _mm_and_si128(_mm_cmpgt_epi16(lessHalf, _mm_set1_epi16(0x9F - 0x8000)),
+                                 _mm_cmplt_epi16(lessHalf, _mm_set1_epi16(0xD800 - 0x8000)));
+        };
+        __m128i const flip = _mm_set1_epi16(-0x8000);
+        members = _mm_or_si128(
+            areMembers<set>(_mm_packus_epi16(_mm_xor_si128(low, flip), _mm_xor_si128(high, flip))),
+            _mm_packs_epi16(isBeyond(low), isBeyond(high)));
+    }
+    return static_cast<unsigned>(_mm_movemask_epi8(members));
+}
+
+/// Where the members of a set that begin at `at` end. If less than a block is behind `at`, the members reach
+/// as far back as a block does.
+template <AsciiTable const& set, AndBeyond beyond>
+char32_t const* endOfBlocks(char32_t const* at, char32_t const* const last) {
+    constexpr std::ptrdiff_t block = 16;
+    constexpr unsigned all = 0xFFFF;
+    for (; last - at >= block; at += block) {
+        unsigned const members = membersIn<set, beyond>(at);
+        if (members != all) {
+            return at + std::countr_one(members);
+        }
+    }
+    if (at != last) { // the rest, with some that is known
+        at = last - block + std::countr_one(membersIn<set, beyond>(last - block));
+    }
+    return at;
+}
+
+/// Not inlined, so that the code for most texts stays short.
+template <AsciiTable const& set>
+[[gnu::noinline]] char32_t const* endOfMixedBlocks(char32_t const* at, char32_t const* last) {
+    return endOfBlocks<set, AndBeyond::yes>(at, last);
 }
 
 } // namespace detail
@@ -91,21 +132,18 @@ unsigned membersIn(char32_t const* block) {
 
 /// A place from `at` to `last` in front of which all is in the set. The character at that place may be in it
 /// as well: the caller looks.
-template <AsciiTable const& set>
-[[nodiscard]] inline char32_t const* skipAscii(char32_t const* at, char32_t const* const last) {
+template <AsciiTable const& set, AndBeyond beyond>
+[[nodiscard]] inline char32_t const* skipMembers(char32_t const* at, char32_t const* const last) {
 #if defined(__SSE2__)
-    constexpr std::ptrdiff_t block = 16;
-    constexpr unsigned all = 0xFFFF;
-    bool const isLong = last - at >= block;
-    while (last - at >= block) {
-        unsigned const members = detail::membersIn<set>(at);
-        if (members != all) {
-            return at + std::countr_one(members);
+    if (last - at >= 16) {
+        at =
+            detail::endOfBlocks<set, AndBeyond::no>(at, last); // most texts, for which less is to be compared
+        if constexpr (beyond == AndBeyond::yes) {
+            if (at != last && *at >= set.size()) {
+                return detail::endOfMixedBlocks<set>(at, last);
+            }
         }
-        at += block;
-    }
-    if (isLong) { // what is left is looked at with some of what is known to be in the set
-        return at == last ? at : last - block + std::countr_one(detail::membersIn<set>(last - block));
+        return at;
     }
 #endif
     constexpr std::ptrdiff_t few = 4;

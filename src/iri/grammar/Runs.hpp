@@ -24,8 +24,9 @@ template <ClassMask mask, Escapes escapes = Escapes::none>
         }
         return false;
     };
+    constexpr auto beyond = (mask & UCSCHAR) != 0 ? text::AndBeyond::yes : text::AndBeyond::no;
     for (;;) {
-        at = text::skipAscii<detail::asciiTable<mask>>(at, last);
+        at = text::skipMembers<detail::asciiTable<mask>, beyond>(at, last);
         do { // what is not ASCII mostly comes in rows
             if (at == last || !step()) {
                 return at;
