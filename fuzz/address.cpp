@@ -21,7 +21,7 @@ int fuzz::holds(std::string_view input) {
         require(!onLink || onLink->toString() == address.toString() + '/' + std::to_string(prefix), "text",
                 text);
         if (onLink) {
-            support::PlainNetwork const network{address.bytes(), prefix};
+            support::ReferenceNetwork const network{address.bytes(), prefix};
             auto other = network;
             support::setBit(other.bytes, input.size() % (other.bytes.size() * 8), input.size() % 2 != 0);
             support::networksHold(network, other);

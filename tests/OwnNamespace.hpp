@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Threads.hpp"
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -8,13 +10,12 @@
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
-#include <thread>
 
 /// Runs `body` on a thread with a network, a host name and mounts of its own, so that it may set up adapters
 /// and names without touching the machine's. Where that isn't permitted, the test is skipped with the reason.
 inline void inOwnNamespace(std::function<void()> const& body) {
     std::string reason;
-    std::thread([&] {
+    support::onThreads(1, [&](std::size_t) {
         if (unshare(CLONE_NEWNET | CLONE_NEWUTS | CLONE_NEWNS) != 0 ||
             mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
             reason = std::string("no namespaces of our own: ") + std::strerror(errno);
@@ -23,7 +24,7 @@ inline void inOwnNamespace(std::function<void()> const& body) {
         } else {
             body();
         }
-    }).join();
+    });
     if (!reason.empty()) {
         GTEST_SKIP() << reason;
     }

@@ -9,7 +9,7 @@ namespace {
 
 using namespace foundation::network;
 using support::Bytes;
-using support::PlainNetwork;
+using support::ReferenceNetwork;
 using enum AddressClass;
 
 // The registries as they are published, in their order, and the two multicast blocks. Where a registry says
@@ -44,7 +44,7 @@ Row const registry[] = {
 };
 // clang-format on
 
-PlainNetwork blockOf(std::string const& text) {
+ReferenceNetwork blockOf(std::string const& text) {
     std::size_t const slash = text.find('/');
     return {InetAddress(text.substr(0, slash)).bytes(), std::stoul(text.substr(slash + 1))};
 }

@@ -47,11 +47,11 @@ std::string const linksDone = message(NLMSG_DONE, raw(0), 1);
 std::string const addressesDone = message(NLMSG_DONE, raw(0), 2);
 
 // A kernel that answers with the datagrams of a test. One of its calls may fail at the first two times.
-class PlayedKernel : public LinuxCalls {
+class FakeKernel : public LinuxCalls {
 public:
-    explicit PlayedKernel(std::deque<std::string> answers, std::string failingCall = "", int errorNumber = 0)
+    explicit FakeKernel(std::deque<std::string> answers, std::string failingCall = "", int errorNumber = 0)
         : datagrams(std::move(answers)), call(std::move(failingCall)), error(errorNumber) {}
-    ~PlayedKernel() override { EXPECT_EQ(open, 0); }
+    ~FakeKernel() override { EXPECT_EQ(open, 0); }
 
     int openRouteSocket() const override { return fails("socket") ? -1 : 76 + ++open; }
     void close(int socket) const override { open -= socket == 77 ? 1 : 0; }
@@ -93,20 +93,20 @@ TEST(LinuxSystem, TellsWhichCallFailed) {
     };
     // clang-format on
     for (auto const& [call, error, expected] : rows) {
-        PlayedKernel const kernel({link(2, 0, "") + linksDone, addressesDone}, call, error);
+        FakeKernel const kernel({link(2, 0, "") + linksDone, addressesDone}, call, error);
         auto const reading = LinuxSystem(kernel).readAdapters();
         EXPECT_EQ(std::pair(reading.error, reading.changed), std::pair(expected, false)) << call;
         EXPECT_EQ(reading.adapters.size(), expected == 0 ? 1u : 0u) << call;
     }
     std::u16string name;
-    EXPECT_EQ(LinuxSystem(PlayedKernel({}, "hostName", EPERM)).readComputerName(32, name), EPERM);
-    EXPECT_EQ(LinuxSystem(PlayedKernel({})).readComputerName(32, name), ENAMETOOLONG);
+    EXPECT_EQ(LinuxSystem(FakeKernel({}, "hostName", EPERM)).readComputerName(32, name), EPERM);
+    EXPECT_EQ(LinuxSystem(FakeKernel({})).readComputerName(32, name), ENAMETOOLONG);
 }
 
 TEST(LinuxSystem, ReadsWhatTheKernelAnswers) {
     using namespace std::string_literals;
     auto const name = [](std::string const& text) { return attribute(IFLA_IFNAME, text + '\0'); };
-    PlayedKernel const kernel({
+    FakeKernel const kernel({
         link(9, 0, name("told before")) + link(9, IFF_UP, name("late") + attribute(IFLA_TXQLEN, raw(1000u))) +
             link(2, ~static_cast<unsigned int>(IFF_LOOPBACK | IFF_POINTOPOINT),
                  name("x\xC3\xBC\xFF") + attribute(IFLA_MTU, raw(~0u)) + attribute(IFLA_IFALIAS, "alias\0"s) +
@@ -170,7 +170,7 @@ TEST(LinuxSystem, NoticesChangesAndBadAnswers) {
     };
     // clang-format on
     for (auto const& [answers, error, changed] : rows) {
-        auto const reading = LinuxSystem(PlayedKernel(answers)).readAdapters();
+        auto const reading = LinuxSystem(FakeKernel(answers)).readAdapters();
         EXPECT_EQ(std::pair(reading.error, reading.changed), std::pair(error, changed));
     }
 }

@@ -12,20 +12,20 @@ namespace {
 
 using namespace foundation::network;
 using namespace std::string_literals;
-using support::PlainNetwork;
+using support::ReferenceNetwork;
 using support::thrown;
 
 // Networks side by side: the second is made of the first by turning single bits, so that they often share a
 // prefix, or is of the other version, or is next to it.
-TEST(InetNetwork, AgreesWithABitByBitTwin) {
+TEST(InetNetwork, AgreesWithTheReference) {
     support::Generator random(7);
     std::size_t nested = 0, apart = 0;
     for (int round = 0; round < 30'000; ++round) {
-        PlainNetwork a{support::Bytes(random.chance(50) ? 4 : 16), 0};
+        ReferenceNetwork a{support::Bytes(random.chance(50) ? 4 : 16), 0};
         for (auto& byte : a.bytes) {
             byte = static_cast<unsigned char>(random.chance(60) ? random.below(256) : random.below(2) * 255);
         }
-        PlainNetwork b = a;
+        ReferenceNetwork b = a;
         if (random.chance(5)) {
             b.bytes.resize(20 - b.bytes.size());
         }
@@ -123,7 +123,7 @@ TEST(InetNetworkText, AgreesWithAPlainReadingOfGeneratedRows) {
     support::Generator random(8);
     std::size_t taken = 0, refused = 0;
     for (int row = 0; row < 60'000; ++row) {
-        PlainNetwork plain{support::Bytes(random.chance(50) ? 4 : 16), 0};
+        ReferenceNetwork plain{support::Bytes(random.chance(50) ? 4 : 16), 0};
         for (auto& byte : plain.bytes) {
             byte = static_cast<unsigned char>(random.chance(33) ? random.below(256) : 0);
         }

@@ -26,9 +26,9 @@ inline bool isIri(std::u32string const& text) {
 }
 
 /// The fault of a text of whole characters that is no IRI. Offsets count code points.
-class FaultTwin {
+class ReferenceFault {
 public:
-    explicit FaultTwin(std::u32string of) : text(std::move(of)) {}
+    explicit ReferenceFault(std::u32string of) : text(std::move(of)) {}
 
     ParseFault find() {
         std::size_t at = 0;
@@ -121,7 +121,7 @@ inline bool faultHolds(std::u32string const& text) {
                 "another value", text);
         return true;
     }
-    ParseFault expected = FaultTwin(text).find();
+    ParseFault expected = ReferenceFault(text).find();
     std::u16string const before = *toUtf16(text.substr(0, expected.offset));
     expected.offset = before.size();
     require(result.error() == expected, "another fault", text, result.error().describe());

@@ -84,12 +84,20 @@ void valuesTravel(T const& one, T const& two, Say say) {
     T b(std::move(a));
     require(tell(b) == first, "a move", first);
     a = two;
-    require(tell(a) == second, "an assignment", second);
-    swap(a, b);
-    require(tell(a) == first && tell(b) == second, "a swap", first, second);
-    T const copy(a);
-    b = std::move(a);
-    require(tell(b) == first && tell(copy) == first, "a move assignment", first);
+    require(tell(a) == second, "an assignment to what was moved from", second);
+    // What is replaced may keep something of its own, and what replaces it may bring something along.
+    constexpr void (*ways[])(T&, T&) = {[](T& to, T& from) { to = std::as_const(from); },
+                                        [](T& to, T& from) { to = std::move(from); },
+                                        [](T& to, T& from) { swap(to, from); }};
+    for (auto const way : ways) {
+        for (bool const targetIsAsked : {false, true}) {
+            T target(one), source(two);
+            (void)say(targetIsAsked ? target : source);
+            way(target, source);
+            require(say(target) == second, "an assignment or a swap", first, second);
+            require(way != ways[2] || say(source) == first, "the other one of a swap", first, second);
+        }
+    }
     T const gone(std::move(b));
     require(say(gone) == first, "a move to the end", first);
     require(tell(one) == first && tell(two) == second, "an operand has changed", first, second);

@@ -23,7 +23,7 @@ inline void setBit(Bytes& bytes, std::size_t at, bool value) {
     bytes[at / 8] = static_cast<unsigned char>(value ? bytes[at / 8] | bit : bytes[at / 8] & ~bit);
 }
 
-struct PlainNetwork {
+struct ReferenceNetwork {
     Bytes bytes; // with host bits
     std::size_t prefix;
 
@@ -56,8 +56,8 @@ struct PlainNetwork {
         return same;
     }
     bool contains(Bytes const& address) const { return sharesBits(address, prefix); }
-    bool contains(PlainNetwork const& other) const { return prefix <= other.prefix && contains(other.bytes); }
-    bool overlaps(PlainNetwork const& other) const {
+    bool contains(ReferenceNetwork const& other) const { return prefix <= other.prefix && contains(other.bytes); }
+    bool overlaps(ReferenceNetwork const& other) const {
         return sharesBits(other.bytes, std::min(prefix, other.prefix));
     }
     bool hasHostBits() const { return bytes != filled(false); }
@@ -66,7 +66,7 @@ struct PlainNetwork {
 };
 
 // All that is told of two networks and of the addresses that they were made of.
-inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
+inline void networksHold(ReferenceNetwork const& a, ReferenceNetwork const& b) {
     using namespace foundation::network;
     InetAddress const address(a.bytes), other(b.bytes);
     Bytes const ones(a.bytes.size(), 0xFF);
@@ -79,7 +79,7 @@ inline void networksHold(PlainNetwork const& a, PlainNetwork const& b) {
             "another network by its text", about);
     require(left.getFirst().bytes() == a.filled(false) && left.getLast().bytes() == a.filled(true),
             "the first or the last address", about);
-    require(left.getNetmask().bytes() == PlainNetwork{ones, a.prefix}.filled(false) &&
+    require(left.getNetmask().bytes() == ReferenceNetwork{ones, a.prefix}.filled(false) &&
                 left.getPrefixLength() == prefix,
             "the mask", about);
     bool const broadcasts = a.bytes.size() == 4 && prefix < 31;
@@ -123,7 +123,7 @@ inline bool networkHolds(std::string const& text) {
             std::size_t const prefix = digits.size() > 3 ? 1000 : std::stoul(digits);
             if (prefix > bytes->size() * 8) {
                 expected = "! prefix length too large";
-            } else if (PlainNetwork const plain{*bytes, prefix}; !plain.hasHostBits()) {
+            } else if (ReferenceNetwork const plain{*bytes, prefix}; !plain.hasHostBits()) {
                 expected = plain.toString();
             }
         }

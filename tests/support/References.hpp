@@ -83,12 +83,12 @@ inline bool hasDots(Text const& path) {
 }
 
 // What the texts of paths do not tell once they are decoded: what was a "/" or a dot when they were written.
+// The dots of a path that a resolution made (`isResolved`) stay.
 struct AsWritten {
     bool absolute, dots;
 
-    static AsWritten of(IRI const& iri) {
-        Text const path = Components::of(iri).path;
-        return {path.starts_with(u"/"), hasDots(path)};
+    static AsWritten of(IRI const& iri, bool isResolved) {
+        return {iri.hasAbsolutePath(), !isResolved && hasDots(Components::of(iri).path)};
     }
 };
 
@@ -132,11 +132,30 @@ inline bool differsByDesign(Components const& r, AsWritten const& rWritten, Comp
            (!target.authority && target.path.starts_with(u"//"));
 }
 
-// Whether what a reference gives back can differ from the target: by dot segments of the target or the base;
-// by escapes, which are decoded and encoded again, or those of the base.
-inline bool losesOnTheWay(Components const& iri, Components const& base) {
-    Text const all = iri.path + base.path + iri.authority.value_or(u"") + base.authority.value_or(u"");
-    return hasDots(iri.path) || hasDots(base.path) || all.find(u'%') != Text::npos;
+// Whether a path is cut and climbs the same once it is decoded: then only the spelling of its escapes is lost.
+inline bool keepsItsShape(IRI const& iri) {
+    auto const shape = [](Text const& path) {
+        Text segments = u"/" + path + u"/", marks;
+        for (std::size_t at = 0; at + 1 != segments.size(); at = segments.find(u'/', at + 1)) {
+            Text const segment = segments.substr(at + 1, segments.find(u'/', at + 1) - at - 1);
+            marks += segment == u"." || segment == u".." ? segment + u"/" : u"/";
+        }
+        return marks;
+    };
+    try {
+        return iri.isEmpty() || shape(iri.getPath(Encoding::Raw)) == shape(iri.getPath(Iri));
+    } catch (std::out_of_range const&) {
+        return false;
+    }
+}
+
+// Whether a reference can lead elsewhere: by dot segments of the target; by those of the base, where a path
+// has empty segments, or where the base is the target but for them; by a slash or dots that are escaped.
+inline bool losesOnTheWay(IRI const& iri, IRI const& base) {
+    Text const own = Components::of(iri).path, others = Components::of(base).path;
+    bool const hasEmpty = (own + u"|" + others).find(u"//") != Text::npos;
+    return hasDots(own) || !keepsItsShape(iri) || !keepsItsShape(base) ||
+           (hasDots(others) && (hasEmpty || removeDotSegments(others) == own));
 }
 
 // Every result has a text that reads as the same parts again.
@@ -149,13 +168,14 @@ inline void readsAgain(IRI const& result) {
 
 // A resolution is that of the RFC, on decoded paths, and can be read again. Returns whether the RFC was to be
 // followed.
-inline bool resolutionHolds(IRI const& reference, IRI const& base) {
+inline bool resolutionHolds(IRI const& reference, IRI const& base, bool referenceIsResolved = false,
+                            bool baseIsResolved = false) {
     IRI const result = reference.resolveAgainst(base);
     readsAgain(result);
     auto const r = Components::of(reference, Encoding::Raw);
     auto const b = Components::of(base, Encoding::Raw);
-    auto const rWritten = AsWritten::of(reference);
-    auto const bWritten = AsWritten::of(base);
+    auto const rWritten = AsWritten::of(reference, referenceIsResolved);
+    auto const bWritten = AsWritten::of(base, baseIsResolved);
     bool const merged = !r.scheme && !r.authority && !rWritten.absolute;
     Components const target = byRfc(r, b, rWritten, rWritten.dots || (merged && bWritten.dots));
     bool const byDesign = differsByDesign(r, rWritten, b, bWritten, target);
@@ -164,13 +184,42 @@ inline bool resolutionHolds(IRI const& reference, IRI const& base) {
     return !byDesign;
 }
 
-// A relative reference can be read again, and gives its target back. Returns whether it had to.
+// Whether a component of two values is absent, reads the same, or is no UTF-8 and written the same.
+using Getter = Text (IRI::*)(Encoding const&) const;
+inline bool readsAlike(IRI const& one, IRI const& other, Getter get) {
+    auto const reading = [get](IRI const& iri) {
+        try {
+            return (iri.*get)(Encoding::Raw);
+        } catch (std::out_of_range const&) {
+            return u"! " + (iri.*get)(Iri);
+        } catch (std::runtime_error const&) {
+            return Text(u"! absent");
+        }
+    };
+    return reading(one) == reading(other);
+}
+
+// A relative reference can be read again, and leads back to its target: with other escapes in the path, and in
+// the base's spelling where an authority or, beside the same path, a query reads like the base's. Returns
+// whether it had to.
 inline bool relativisationHolds(IRI const& reference, IRI const& iri, IRI const& base) {
     readsAgain(reference);
-    bool const loses = losesOnTheWay(Components::of(iri), Components::of(base));
-    require(loses || reference.resolveAgainst(base) == iri, "not the target", iri.toString(false),
-            base.toString(false));
-    return !loses;
+    if (losesOnTheWay(iri, base)) {
+        return false;
+    }
+    IRI const back = reference.resolveAgainst(base);
+    auto const is = Components::of(back), was = Components::of(iri), given = Components::of(base);
+    auto const alike = [&](Getter get) { return readsAlike(iri, base, get); };
+    auto const port = [](IRI const& of) { return of.hasPort() ? of.getPort() : u""; };
+    bool const authority = alike(&IRI::getUserInfo) && alike(&IRI::getHost) && port(iri) == port(base);
+    bool const query = alike(&IRI::getPath) && alike(&IRI::getQuery);
+    bool const samePath = was.path.find(u'%') == Text::npos ? is.path == was.path
+                                                            : readsAlike(back, iri, &IRI::getPath);
+    require(is.scheme == was.scheme && is.fragment == was.fragment && samePath &&
+                (is.authority == was.authority || (authority && is.authority == given.authority)) &&
+                (is.query == was.query || (query && is.query == given.query)),
+            "not the target", was.text(), given.text(), is.text());
+    return true;
 }
 
 // The target of a reference by the RFC alone, as a text: with the guards of sections 3.3 and 4.2.
