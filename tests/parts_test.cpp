@@ -74,7 +74,7 @@ TEST(Conversions, LookAtCharactersAndEscapesAlone) {
 }
 
 TEST(Conversions, GiveWhatIsDocumented) {
-    Text const noUtf8 = U"! Invalid UTF-8 sequence encountered while trying to encode UTF-32 character";
+    Text const noUtf8 = refusal("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
     // clang-format off
     struct Row { StoredPart part; Encoding from, to; Text text; Text result; };
     Row const rows[] = {
@@ -87,7 +87,7 @@ TEST(Conversions, GiveWhatIsDocumented) {
         {formEncoded, Raw, Iri, U"a b&c=d%20e", U"a+b&c=d%20e"}, {formEncoded, Iri, Raw, U"a+b%20c", U"a+b%20c"},
         {formEncoded, Uri, Iri, U"%41", U"%41"}, {formEncoded, Iri, Raw, U"\u00E9", U"%C3%A9"},
         {query, Raw, Uri, Text(1, 0x110000),
-         U"! Invalid UTF-32 code point U+0x110000 encountered while trying to encode UTF-16 sequence"},
+         refusal("Invalid UTF-32 code point U+0x110000 encountered while trying to encode UTF-16 sequence")},
     };
     std::pair<Text, Text> const decoded[] = { // paths, from Iri to Raw
         {U"%FF", U"\u00FF"}, {U"%25%34%31%FF", U"A\u00FF"}, {U"%25%34%31", U"%41"}, // decoded again
@@ -119,7 +119,7 @@ TEST(StringParts, EmptyMeansNothingButAnEmptyPath) {
     for (auto const stored :
          {&StringParts::storedUserInfo, &StringParts::storedHost, &StringParts::storedPath,
           &StringParts::storedQuery, &StringParts::storedFragment}) {
-        EXPECT_EQ(outcome([&] { return (parts.*stored)().first; }), U"! Item not set");
+        EXPECT_EQ(outcome([&] { return (parts.*stored)().first; }), refusal("Item not set"));
     }
     parts.setPath(U"/", Raw);
     EXPECT_FALSE(parts.isEmpty());

@@ -88,7 +88,8 @@ TEST(References, KeepTheirLaws) {
             reference = iri.makeRelativeTo(base);
         } catch (std::logic_error const&) {
         }
-        relativised += reference && relativisationHolds(*reference, iri, base);
+        bool const dotsStay = howBase == 1 && hasDots(Components::of(base).path); // in a resolution alone
+        relativised += reference && !dotsStay && relativisationHolds(*reference, iri, base);
     }
     EXPECT_GT(resolved, 100000) << "too few for which the RFC is to be followed";
     EXPECT_GT(relativised, 10000);
