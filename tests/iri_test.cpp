@@ -92,6 +92,7 @@ TEST(IriText, WholeAndAuthorityInEveryForm) {
     EXPECT_EQ(IRI(u"http://[::1]/%").toString(true), u"http://[::1]/%25");
     EXPECT_EQ(IRI(IRIArgs().setHost(u"h").setUserInfo(u"%")).getUserInfo(Encoding::IriStrict), u"%");
     EXPECT_EQ(IRI(u"//[::1]").getHost(Encoding::IriStrict), u"[::1]");
+    EXPECT_EQ(IRI(IRIArgs().setQuery(u"]").setFragment(u"[")).toString(true), u"?%5D#%5B");
     EXPECT_EQ(IRI().toAsciiString(true), u"");
     EXPECT_EQ(IRI(u"").toString(true), u"");
 }

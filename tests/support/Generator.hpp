@@ -93,8 +93,8 @@ private:
     static constexpr std::array<Text, 16> plain{
         U"a", U"b", U"Z", U"0", U"9", U"-", U"_~", U"\u00E9", U"\u4E2D", U"\U0001F600", U"%41", U"%C3%A9",
         U"=", U"&", U"+;", U"abc"};
-    static constexpr std::array<Text, 44> fragments{
-        U"/", U"//", U"?", U"#", U"[", U"]", U"@", U":", U"%", U"%4", U"%zz", U"%FF", U"%2F", U"%2f", U"%25",
+    static constexpr std::array<Text, 45> fragments{
+        U"/", U"//", U"?", U"#", U"[", U"]", U"@", U":", U"%", U"%4", U"%zz", U"%00", U"%FF", U"%2F", U"%2f", U"%25",
         U"%E4%B8", U"%ED%A0%80", U"%C0%AF", U"%F8%88%80%80%80", U"%\uFF14\uFF11", U" ", U"\"", U"<", U">",
         U"\\", U"^", U"`", U"{|}", U"!$'()*,", Text(U"\0", 1), U"\x7F", U"\u0080", U"\u00A0", U"\uE000",
         U"\U000E0000", U"\U000E1000", U"\U0010FFFD", U"\U0010FFFF", U"\uFDD0", U"\uFFFD", U"\u202E",
