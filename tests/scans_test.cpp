@@ -1,6 +1,7 @@
-#include "text/Scans.hpp"
-
 #include "iri/grammar/Runs.hpp"
+#include "support/Iris.hpp"
+#include "text/Scans.hpp"
+#include "text/Transcoding.hpp"
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
@@ -119,6 +120,18 @@ TEST(Runs, EndAtTheFirstCharacterOfNoClassOfTheirs) {
                              checkRuns<IQUERY>(end);
     EXPECT_EQ(runs, (2u + 5 * 2) * 146 * 52 * 53 / 2); // two hold digits alone
     munmap(pages, 2 * page);
+}
+
+TEST(Transcoding, RefusesWhatIsNoCharacter) {
+    constexpr std::pair<char32_t, char const*> rows[] = {
+        {0xD800, "0xd800"}, {0xDFFF, "0xdfff"}, {0x110000, "0x110000"}, {0xFFFFFFFF, "0xffffffff"}};
+    for (auto const& [c, named] : rows) {
+        std::u32string const text = U"a\U0001F600" + std::u32string(1, c);
+        std::string const words = std::string("Invalid UTF-32 code point U+") + named +
+                                  " encountered while trying to encode UTF-16 sequence";
+        EXPECT_EQ(support::thrown<std::out_of_range>([&] { (void)toUtf16(text); }), words);
+        EXPECT_EQ(support::thrown<std::out_of_range>([&] { (void)toUtf8(text); }), words);
+    }
 }
 
 } // namespace
