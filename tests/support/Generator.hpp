@@ -104,6 +104,22 @@ private:
     std::uint64_t state;
 };
 
+/// Gives each text of up to `longest` characters of an alphabet to `body`. Returns how many those are.
+template <class Body>
+std::size_t eachText(std::u32string_view alphabet, std::size_t longest, Body body) {
+    std::size_t texts = 0;
+    for (std::size_t length = 0, count = 1; length <= longest; ++length, count *= alphabet.size()) {
+        for (std::size_t number = 0; number != count; ++number, ++texts) {
+            std::u32string text;
+            for (std::size_t rest = number; text.size() != length; rest /= alphabet.size()) {
+                text += alphabet[rest % alphabet.size()];
+            }
+            body(text);
+        }
+    }
+    return texts;
+}
+
 /// How many code points a test takes, and in how many runs.
 template <class Test>
 std::pair<int, int> countRuns(Test test) {

@@ -112,6 +112,11 @@ inline bool parsingHolds(std::u16string const& text, std::u32string const& nativ
         is(match->fragment, iri->hasFragment(), [&] { return iri->getFragment(Encoding::Iri); });
         require(!iri->hasPort() || iri->getPortNumber() == port, "another number of the port", text);
         require(iri->toString(false) == text, "another text", text);
+        bool const rooted = match->path->starts_with(U'/');
+        require(iri->isEmpty() == text.empty() && iri->isAbsolute() == iri->hasScheme() &&
+                    iri->hasAuthority() == iri->hasHost() && iri->hasAbsolutePath() == rooted &&
+                    iri->isOpaque() == (iri->hasScheme() && !iri->hasHost() && !rooted),
+                "another shape", text);
         formsHold(*iri);
     }
     return iri.has_value();
