@@ -75,31 +75,17 @@ TEST(AddressClass, IsThatOfTheSmallestBlock) {
              {block.filled(false), block.filled(true), block.below(), block.above(), inside}) {
             InetAddress const address(bytes);
             auto const [_, kind, global] = plainly(bytes);
-            EXPECT_EQ(classify(address), kind) << address;
-            EXPECT_EQ(isGlobal(address), global) << address;
+            // A scope plays no part.
+            for (auto const& each : {address, InetAddress(address.toString() + (bytes.size() == 4 ? "" : "%7"))}) {
+                EXPECT_EQ(classify(each), kind) << each;
+                EXPECT_EQ(isGlobal(each), global) << each;
+            }
             EXPECT_EQ(isPrivate(address), kind == PrivateUse || kind == UniqueLocal) << address;
             EXPECT_EQ(isLinkLocal(address), kind == LinkLocal) << address;
             ++addresses;
         }
     }
     EXPECT_EQ(addresses, 53u * 5);
-}
-
-TEST(AddressClass, AnswersByHand) {
-    // clang-format off
-    struct Answer { char const* address; AddressClass kind; bool global; };
-    Answer const rows[] = {
-        {"8.8.4.4", Global, true}, {"2600::1", Global, true}, {"4000::", Global, true}, {"fec0::1", Global, true},
-        {"172.32.0.0", Global, true}, {"::10.0.0.1", Global, true}, {"192.168.7.1", PrivateUse, false},
-        {"fe80::1%7", LinkLocal, false}, {"ff02::1%7", Multicast, false}, {"::1%3", Loopback, false},
-        {"192.0.0.9", ProtocolAssignment, true}, {"64:ff9b::8.8.8.8", Translated, true},
-    };
-    // clang-format on
-    for (auto const& [address, kind, global] : rows) {
-        EXPECT_EQ(classify(InetAddress(address)), kind) << address;
-        EXPECT_EQ(isGlobal(InetAddress(address)), global) << address;
-    }
-    EXPECT_EQ(std::size(rows), 12u);
 }
 
 TEST(Unmapped, IsTheAddressInAMappedOne) {

@@ -20,7 +20,7 @@ using Pairs = std::vector<std::pair<Text, Text>>;
 
 constexpr auto both = QuerySeparator::AmpersandOrSemicolon;
 
-// A plain reader of application/x-www-form-urlencoded: cut, "+" to spaces, escapes to text.
+// The reference implementation of application/x-www-form-urlencoded: cut, "+" to spaces, escapes to text.
 Text plainDecoded(Text text) {
     std::replace(text.begin(), text.end(), u'+', u' ');
     return percentDecode(text);

@@ -1,6 +1,6 @@
 #pragma once
 
-// What a refusal must tell: a plain twin that cuts a text as a reader does and asks the parser itself, one
+// What a refusal must tell: a reference implementation, which cuts a text at its delimiters and asks the parser, one
 // character at a time, what a component can hold; and the laws of `tryParse`.
 
 #include "support/Laws.hpp"
@@ -107,7 +107,7 @@ private:
 };
 
 /// `tryParse` and the constructors take the same and refuse the same, in both encoding forms; the fault is
-/// that of the twin. Returns whether the text is an IRI.
+/// that of the reference implementation. Returns whether the text is an IRI.
 inline bool faultHolds(std::u32string const& text) {
     std::u16string const wide = *toUtf16(text);
     std::string const narrow = foundation::network::toUtf8(wide);

@@ -103,7 +103,7 @@ inline void networksHold(ReferenceNetwork const& a, ReferenceNetwork const& b) {
     require((std::hash<InetNetwork>()(left) == std::hash<InetNetwork>()(right)) == same, "hash", about);
 }
 
-// A text is a network exactly where a plain reading takes it, with the system's functions for the address.
+// A text is a network exactly where a reference implementation takes it, with the system's functions for the address.
 // Returns whether it was one.
 inline bool networkHolds(std::string const& text) {
     using namespace foundation::network;
@@ -130,7 +130,7 @@ inline bool networkHolds(std::string const& text) {
     } else {
         made = made == "! prefix length too large" ? expected : made; // of an address with a scope
     }
-    require(made == expected, "taken or refused unlike the plain reading", text, made, expected);
+    require(made == expected, "taken or refused unlike the reference", text, made, expected);
     require(tryParseNetwork(text).has_value() == (made[0] != '!'), "tryParseNetwork is of another mind",
             text);
     return made[0] != '!';

@@ -1,6 +1,6 @@
 #pragma once
 
-// A slow, plain matcher of IRI references: the grammar as one regular expression over classes of code points.
+// The reference implementation of the grammar: one regular expression over classes of code points.
 
 #include "support/Laws.hpp"
 
@@ -97,7 +97,7 @@ inline bool parsingHolds(std::u16string const& text, std::u32string const& nativ
         match.reset();
     }
     auto const iri = parsed(text);
-    require(iri.has_value() == match.has_value(), "taken or refused unlike the plain matcher", text);
+    require(iri.has_value() == match.has_value(), "taken or refused unlike the regular expression", text);
     if (iri) {
         auto const is = [&](ReferenceParts::Field const& expected, bool present, auto getter) {
             require(expected.has_value() == present && (!present || toUtf16(*expected) == getter()), "apart",
