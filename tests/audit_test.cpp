@@ -47,6 +47,10 @@ TEST(Audit, EveryClassSurvivesItselfAndBeingMovedFrom) {
     valuesTravel(IRIArgs(iri), IRIArgs(), [](IRIArgs const& args) { return support::answers(IRI(args)); });
     valuesTravel(InetAddress::getByName("127.0.0.1"), InetAddress::getByName("::1"),
                  [](InetAddress const& address) { return address.toString() + address.getHostName(); });
+    InetAddress renamed = InetAddress::getByName("127.1"), copied = renamed;
+    copied = InetAddress("127.0.0.1"); // which has no name of its own
+    renamed = std::move(copied);
+    EXPECT_NE(renamed.getHostName(), "127.1") << "a name has stayed";
     valuesTravel(InterfaceAddress(InetAddress("::1"), 128), InterfaceAddress(), text);
     valuesTravel(InetNetwork("10.0.0.0/8"), InetNetwork("2001:db8::/32"), text);
     valuesTravel(HardwareAddress({0, 1, 255}), HardwareAddress(), text);
