@@ -22,8 +22,14 @@ void require(bool holds, char const* law, Texts const&... about) {
     }
 }
 
-// Whether a parsed value has no ASCII form that can be read: the grammar takes, by Unicode's classes, full-width
-// digits in the escapes of an authority, and more than ASCII between the brackets of a host.
+// Whether a "%" and two hexadecimal digits of ASCII stand at a place.
+inline bool isEscape(std::u16string const& text, std::size_t at) {
+    constexpr char16_t digits[] = u"0123456789ABCDEFabcdef";
+    return text[at] == u'%' && at + 2 < text.size() && text.find_first_not_of(digits, at + 1) > at + 2;
+}
+
+// Whether a parsed value has no ASCII form that can be read: the grammar takes, by Unicode's classes,
+// full-width digits in the escapes of an authority, and more than ASCII between the brackets of a host.
 inline bool hasAuthorityBeyondAscii(IRI const& iri) {
     std::u16string const authority = iri.hasHost() ? iri.getAuthority(Encoding::Iri) : u"";
     bool inBrackets = false;
@@ -37,8 +43,8 @@ inline bool hasAuthorityBeyondAscii(IRI const& iri) {
     return false;
 }
 
-// Each form of the whole can be read again and is a fixed point, but for ASCII forms that no text has; the ASCII
-// forms are ASCII behind the scheme; no answer depends on what was asked before.
+// Each form of the whole can be read again and is a fixed point, but for ASCII forms that no text has; the
+// ASCII forms are ASCII behind the scheme; no answer depends on what was asked before.
 inline void formsHold(IRI const& iri) {
     std::u16string const text = iri.toString(false);
     for (bool const strict : {false, true}) {
@@ -53,9 +59,7 @@ inline void formsHold(IRI const& iri) {
     }
     std::u16string strictly = text; // with each "%" that begins no escape written as one
     for (std::size_t at = text.size(); at-- != 0;) {
-        auto const digits = text.substr(at + 1, 2);
-        bool const escape = digits.size() == 2 && digits.find_first_not_of(u"0123456789ABCDEFabcdef") == digits.npos;
-        strictly.insert(at + 1, text[at] == u'%' && !escape ? u"25" : u"");
+        strictly.insert(at + 1, text[at] == u'%' && !isEscape(text, at) ? u"25" : u"");
     }
     require(iri.toString(true) == strictly, "another strict form", text, iri.toString(true));
     require(IRI(strictly).toString(true) == strictly, "the strict form is no fixed point", text);

@@ -35,11 +35,10 @@ inline Text inLowerCase(Text text) {
 inline std::string bytesOf(Text const& uri) {
     std::string bytes;
     auto const digit = [&uri](std::size_t at) {
-        Text const digits = u"0123456789abcdef";
-        return at < uri.size() ? digits.find(inLowerCase(uri.substr(at, 1))) : Text::npos;
+        return Text(u"0123456789abcdef").find(inLowerCase(uri.substr(at, 1)));
     };
     for (std::size_t at = 0; at < uri.size(); ++at) {
-        bool const escape = uri[at] == u'%' && digit(at + 1) != Text::npos && digit(at + 2) != Text::npos;
+        bool const escape = isEscape(uri, at);
         bytes += static_cast<char>(escape ? digit(at + 1) * 16 + digit(at + 2) : uri[at]);
         at += escape ? 2 : 0;
     }
@@ -98,6 +97,11 @@ inline bool normalizationHolds(IRI const& iri, Normalization steps, bool thoroug
     require(getEffectivePort(iri) == getEffectivePort(result) &&
                 (has(steps, Normalization::Scheme) || iri.hasPort() == result.hasPort()),
             "another port", before, after);
+    for (std::size_t at = after.find(u'%'); folds && at != Text::npos; at = after.find(u'%', at + 1)) {
+        Text const digits = after.substr(at, 3);
+        require(!isEscape(after, at) || digits.find_first_of(u"abcdef") == Text::npos,
+                "an escape in lower case", before, after);
+    }
     require(!iri.hasScheme() || folded(iri.getScheme()) == folded(result.getScheme()), "another scheme",
             before, after);
     // which say what they said,
