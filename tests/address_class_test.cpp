@@ -76,7 +76,8 @@ TEST(AddressClass, IsThatOfTheSmallestBlock) {
             InetAddress const address(bytes);
             auto const [_, kind, global] = plainly(bytes);
             // A scope plays no part.
-            for (auto const& each : {address, InetAddress(address.toString() + (bytes.size() == 4 ? "" : "%7"))}) {
+            for (auto const& each :
+                 {address, InetAddress(address.toString() + (bytes.size() == 4 ? "" : "%7"))}) {
                 EXPECT_EQ(classify(each), kind) << each;
                 EXPECT_EQ(isGlobal(each), global) << each;
             }

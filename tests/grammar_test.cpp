@@ -51,9 +51,10 @@ TEST(IriGrammar, AgreesWithThePlainMatcher) {
 
 TEST(IriGrammar, TakesShortTextsAsThePlainMatcherDoes) {
     int taken = 0;
-    auto const texts = support::eachText(U"a1:/?#[]@%.\\ \u00E9\uE000", 4, [&taken](std::u32string const& text) {
-        taken += support::parsingHolds({text.begin(), text.end()}, text);
-    });
+    auto const texts =
+        support::eachText(U"a1:/?#[]@%.\\ \u00E9\uE000", 4, [&taken](std::u32string const& text) {
+            taken += support::parsingHolds({text.begin(), text.end()}, text);
+        });
     EXPECT_EQ(texts, 1u + 15 + 15 * 15 + 15 * 15 * 15 + 15 * 15 * 15 * 15);
     EXPECT_GT(taken, 9000);
 }

@@ -73,7 +73,10 @@ Text randomReference(Generator& generator) {
         text += i != 0 || generator.chance(70) ? u"/" : u"";
         text += segments[generator.below(plain ? 10 : std::size(segments))];
     }
-    text += generator.chance(30) ? generator.chance(50) ? u"?q" : generator.chance(70) ? u"?p" : u"?%71" : u"";
+    text += generator.chance(30) ? generator.chance(50)   ? u"?q"
+                                   : generator.chance(70) ? u"?p"
+                                                          : u"?%71"
+                                 : u"";
     return text + (generator.chance(20) ? u"#f" : u"");
 }
 
@@ -248,8 +251,10 @@ TEST(Relativise, GivesWhatIsDocumented) {
     // clang-format on
     for (auto const& [iri, base, reference] : rows) {
         for (std::size_t const how : {0u, 2u}) { // built, where that is the same, and parsed
-            bool const same = inAnotherWay(IRI(iri), how) == IRI(iri) && inAnotherWay(IRI(base), how) == IRI(base);
-            IRI const own = inAnotherWay(IRI(iri), same ? how : 2), from = inAnotherWay(IRI(base), same ? how : 2);
+            bool const same =
+                inAnotherWay(IRI(iri), how) == IRI(iri) && inAnotherWay(IRI(base), how) == IRI(base);
+            IRI const own = inAnotherWay(IRI(iri), same ? how : 2),
+                      from = inAnotherWay(IRI(base), same ? how : 2);
             Text const made = said([&] { return own.makeRelativeTo(from); });
             EXPECT_EQ(made, reference) << show(iri) << " from " << show(base);
             if (made[0] != u'!') {

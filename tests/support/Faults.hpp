@@ -1,7 +1,7 @@
 #pragma once
 
-// What a refusal must tell: a reference implementation, which cuts a text at its delimiters and asks the parser, one
-// character at a time, what a component can hold; and the laws of `tryParse`.
+// What a refusal must tell: a reference implementation, which cuts a text at its delimiters and asks the
+// parser, one character at a time, what a component can hold; and the laws of `tryParse`.
 
 #include "support/Laws.hpp"
 

@@ -56,7 +56,9 @@ struct ReferenceNetwork {
         return same;
     }
     bool contains(Bytes const& address) const { return sharesBits(address, prefix); }
-    bool contains(ReferenceNetwork const& other) const { return prefix <= other.prefix && contains(other.bytes); }
+    bool contains(ReferenceNetwork const& other) const {
+        return prefix <= other.prefix && contains(other.bytes);
+    }
     bool overlaps(ReferenceNetwork const& other) const {
         return sharesBits(other.bytes, std::min(prefix, other.prefix));
     }
@@ -103,8 +105,8 @@ inline void networksHold(ReferenceNetwork const& a, ReferenceNetwork const& b) {
     require((std::hash<InetNetwork>()(left) == std::hash<InetNetwork>()(right)) == same, "hash", about);
 }
 
-// A text is a network exactly where a reference implementation takes it, with the system's functions for the address.
-// Returns whether it was one.
+// A text is a network exactly where a reference implementation takes it, with the system's functions for the
+// address. Returns whether it was one.
 inline bool networkHolds(std::string const& text) {
     using namespace foundation::network;
     std::string made, expected = std::string("! Invalid network: ") + text.c_str(); // what() ends at a zero

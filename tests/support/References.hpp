@@ -132,7 +132,8 @@ inline bool differsByDesign(Components const& r, AsWritten const& rWritten, Comp
            (!target.authority && target.path.starts_with(u"//"));
 }
 
-// Whether a path is cut and climbs the same once it is decoded: then only the spelling of its escapes is lost.
+// Whether a path is cut and climbs the same once it is decoded: then only the spelling of its escapes is
+// lost.
 inline bool keepsItsShape(IRI const& iri) {
     auto const shape = [](Text const& path) {
         Text segments = u"/" + path + u"/", marks;
@@ -187,8 +188,8 @@ inline bool resolutionHolds(IRI const& reference, IRI const& base, bool referenc
     return !byDesign;
 }
 
-// A relative reference can be read again, and leads back to its target: with other escapes in the path, and in
-// the base's spelling where an authority or, beside the same path, a query reads like the base's. Returns
+// A relative reference can be read again, and leads back to its target: with other escapes in the path, and
+// in the base's spelling where an authority or, beside the same path, a query reads like the base's. Returns
 // whether it had to.
 inline bool relativisationHolds(IRI const& reference, IRI const& iri, IRI const& base) {
     readsAgain(reference);
@@ -202,10 +203,9 @@ inline bool relativisationHolds(IRI const& reference, IRI const& iri, IRI const&
     bool const authority = alike(&IRI::getUserInfo) && alike(&IRI::getHost) && port(iri) == port(base);
     bool const query = alike(&IRI::getPath) && alike(&IRI::getQuery);
     auto const withoutDots = [](Text const& path) { return hasDots(path) ? removeDotSegments(path) : path; };
-    bool const samePath =
-        was.path.find(u'%') == Text::npos
-            ? is.path == withoutDots(was.path)
-            : back.getPath(Encoding::Raw) == withoutDots(iri.getPath(Encoding::Raw));
+    bool const samePath = was.path.find(u'%') == Text::npos
+                              ? is.path == withoutDots(was.path)
+                              : back.getPath(Encoding::Raw) == withoutDots(iri.getPath(Encoding::Raw));
     require(is.scheme == was.scheme && is.fragment == was.fragment && samePath &&
                 (is.authority == was.authority || (authority && is.authority == given.authority)) &&
                 (is.query == was.query || (query && is.query == given.query)),
