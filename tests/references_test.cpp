@@ -80,57 +80,53 @@ Text randomReference(Generator& generator) {
     return text + (generator.chance(20) ? u"#f" : u"");
 }
 
+// Parsed, built, or out of a resolution, and can be read again.
+struct Operand {
+    IRI iri;
+    bool isResolved;
+};
+Operand anyOperand(Generator& generator) {
+    for (;;) {
+        auto const read = parsed(randomReference(generator));
+        std::size_t const how = generator.below(4);
+        IRI const iri = read ? inAnotherWay(*read, how) : IRI();
+        if (read && canBeReadAgain(iri)) {
+            return {iri, how == 1};
+        }
+    }
+}
+
 TEST(References, KeepTheirLaws) {
     Generator generator(21);
     int resolved = 0;
     int relativised = 0;
-    for (int round = 0; round < 200000; ++round) {
-        auto const read = parsed(randomReference(generator)), readBase = parsed(randomReference(generator));
-        if (!read || !readBase) {
-            continue;
-        }
-        // Built, out of a resolution, and, mostly, parsed.
-        std::size_t const how = generator.below(4), howBase = generator.below(4);
-        IRI const iri = inAnotherWay(*read, how), base = inAnotherWay(*readBase, howBase);
-        if (!canBeReadAgain(iri) || !canBeReadAgain(base)) {
-            continue;
-        }
+    for (int round = 0; round < 150000; ++round) {
+        auto const [iri, isResolved] = anyOperand(generator);
+        auto const [base, baseIsResolved] = anyOperand(generator);
         std::optional<IRI> reference;
         try {
-            resolved += resolutionHolds(iri, base, how == 1, howBase == 1);
+            resolved += resolutionHolds(iri, base, isResolved, baseIsResolved);
             reference = iri.makeRelativeTo(base);
         } catch (std::logic_error const&) {
         }
         // Dots out of a resolution stay in the next one alone.
-        bool const dotsStay = (how == 1 && hasDots(Components::of(iri).path)) ||
-                              (howBase == 1 && hasDots(Components::of(base).path));
+        bool const dotsStay = (isResolved && hasDots(Components::of(iri).path)) ||
+                              (baseIsResolved && hasDots(Components::of(base).path));
         relativised += reference && !dotsStay && relativisationHolds(*reference, iri, base);
     }
-    EXPECT_GT(resolved, 100000) << "too few for which the RFC is to be followed";
-    EXPECT_GT(relativised, 10000);
+    EXPECT_GT(resolved, 75000) << "too few for which the RFC is to be followed";
+    EXPECT_GT(relativised, 30000);
     // A "/." in front is a dot segment, and goes with the next resolution.
     IRI const target(u"x://h//b");
     IRI const base(u"x://h/c");
     EXPECT_EQ(target.makeRelativeTo(base).resolveAgainst(base), target);
 }
 
-// The same laws for values that were built, or came out of a resolution, and can be read again.
-IRI anyValue(Generator& generator) {
-    for (;;) {
-        auto const iri = parsed(randomReference(generator));
-        IRI const value = iri ? inAnotherWay(*iri, generator.below(4)) : IRI();
-        if (iri && canBeReadAgain(value)) {
-            return value;
-        }
-    }
-}
-
 TEST(ExactReferences, KeepTheirLaws) {
     Generator generator(22);
     int relativised = 0;
     for (int round = 0; round != 200000; ++round) {
-        IRI const iri = anyValue(generator);
-        IRI const base = anyValue(generator);
+        IRI const iri = anyOperand(generator).iri, base = anyOperand(generator).iri;
         IRI const target = exactResolutionHolds(iri, base);
         relativised += exactRelativisationHolds(iri, base, round % 40 == 0);
         if (round % 40 == 0) {
@@ -146,6 +142,8 @@ TEST(ExactReferences, KeepEveryEscape) {
     struct Row { Text reference, base, target, back; };
     Row const rows[] = {
         {u"a%2Fb/../c", u"x:/d/e", u"x:/d/c", u"c"}, {u"%C0%80", u"x:/%C0%80/b", u"x:/%C0%80/%C0%80", u"%C0%80"},
+        {u"%2e%2e/01_%c9p%40a%2Bb%25c%2541", u"x:/d/", u"x:/d/%2e%2e/01_%c9p%40a%2Bb%25c%2541",
+         u"%2e%2e/01_%c9p%40a%2Bb%25c%2541"},
         // The base's own dots, and none of it.
         {u"g", u"http://h/a/b/..", u"http://h/a/b/g", u"g"}, {u"y/../z", u"http://a", u"http://a/z", u"z"},
         {u"", u"http://h/a/../b#f", u"http://h/a/../b", u"b"}, {u"?", u"x:", u"x:?", u"?"},
@@ -168,13 +166,7 @@ TEST(ExactReferences, KeepEveryEscape) {
         EXPECT_EQ(result.toString(false), target) << show(reference) << " against " << show(base);
         EXPECT_EQ(makeRelativeExactly(result, IRI(base)).toString(false), back) << show(target);
     }
-    EXPECT_EQ(std::size(rows), 24u);
-    for (Text const escaped : {u"a%2Bb", u"%40types/m", u"01_%c9p.pdf", u"%2e%2e/q", u"a%25b", u"%c9%2541"}) {
-        IRI const base(u"http://h/x/");
-        IRI const result = exactResolutionHolds(IRI(escaped), base);
-        EXPECT_EQ(result.toString(false), u"http://h/x/" + escaped);
-        EXPECT_EQ(makeRelativeExactly(result, base).toString(false), escaped);
-    }
+    EXPECT_EQ(std::size(rows), 25u);
     EXPECT_EQ(resolveExactly(IRI(), IRI()), IRI(u""));
     EXPECT_EQ(resolveExactly(IRI(), IRI(u"x:/a?q#f")).toString(false), u"x:/a?q");
     EXPECT_EQ(resolveExactly(IRI(u"a"), IRI()).getPath(Iri), u"a");

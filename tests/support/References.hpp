@@ -155,9 +155,10 @@ inline bool keepsItsShape(IRI const& iri) {
 inline bool losesOnTheWay(IRI const& iri, IRI const& base) {
     Text const own = Components::of(iri).path, others = Components::of(base).path;
     bool const hasEmpty = (own + u"|" + others).find(u"//") != Text::npos;
+    Text const onlyItsDots = removeDotSegments(others); // a rootless path stays so
     bool const ownDotsGo = own.starts_with(u'/') && !hasEmpty && !hasDots(others) && !others.empty();
     return (hasDots(own) && !ownDotsGo) || !keepsItsShape(iri) || !keepsItsShape(base) ||
-           (hasDots(others) && (hasEmpty || removeDotSegments(others) == own));
+           (hasDots(others) && (hasEmpty || onlyItsDots == own || onlyItsDots == u"/" + own));
 }
 
 // Every result has a text that reads as the same parts again.
