@@ -37,6 +37,16 @@ std::string thrown(Operation operation) {
     return "nothing thrown";
 }
 
+/// The text that an operation gives, or "! " and the words of what it throws.
+template <class Operation>
+std::string said(Operation operation) {
+    try {
+        return show(operation());
+    } catch (std::exception const& e) {
+        return std::string("! ") + e.what();
+    }
+}
+
 /// A text as UTF-16, where it has such a form.
 inline std::optional<std::u16string> toUtf16(std::u32string const& text) {
     std::u16string utf16;
@@ -134,11 +144,7 @@ inline std::string answers(IRI const& iri) {
     static std::vector<Question> const all = questions();
     std::string text;
     for (auto const& question : all) {
-        try {
-            text += show(question(iri, iri)) + '|';
-        } catch (std::exception const& e) {
-            text += std::string("! ") + e.what() + '|';
-        }
+        text += said([&] { return question(iri, iri); }) + '|';
     }
     return text;
 }

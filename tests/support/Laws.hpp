@@ -124,8 +124,11 @@ inline bool canBeReadAgain(IRI const& built) {
     bool const asHost = !built.hasHost() && built.getPath(Iri).rfind(u"//", 0) == 0;
     bool const inQuery = built.hasQuery() && holds(built.getQuery(Iri), u"[]");
     bool const inFragment = built.hasFragment() && holds(built.getFragment(Iri), u"#[]");
-    bool const inUserInfo =
-        built.hasUserInfo() && built.getAuthority(Encoding::IriStrict) != built.getAuthority(Iri);
+    std::u16string const userInfo = built.hasUserInfo() ? built.getUserInfo(Iri) : u"";
+    bool inUserInfo = false;
+    for (std::size_t at = 0; at != userInfo.size(); ++at) {
+        inUserInfo |= userInfo[at] == u'%' && !isEscape(userInfo, at);
+    }
     return !asHost && !inQuery && !inFragment && !inUserInfo;
 }
 
