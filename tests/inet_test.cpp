@@ -47,6 +47,7 @@ TEST(InetAddressText, IsTheStrictFormOfEitherVersion) {
     // clang-format on
     for (auto const& [text, expected] : rows) {
         EXPECT_EQ(answer(text), expected) << testing::PrintToString(text);
+        EXPECT_EQ(support::addressHolds(text), expected[0] != '!');
     }
     for (char const* text : {"127.1", "0x7f.0.0.1", "0177.0.0.1", "1.2.3.256", "1.2.3.4%1", "",
                              "host.example", "1::2::3", "[::1]", " ::1", "::1 ", "::1/128"}) {
