@@ -13,7 +13,7 @@ namespace foundation::network::iri::detail {
 using Value = TemplateIRI<std::u32string>;
 
 static_assert(std::is_trivially_copyable_v<Components>);
-static_assert(sizeof(Value) <= 160);
+static_assert(sizeof(Value) <= 152);
 
 std::u32string_view StoredText::converted(Part part, Form form, std::u32string& own) const {
     View const asGiven = given(part);

@@ -51,7 +51,7 @@ bool Value::operator==(TemplateIRI const& other) const {
         components.port != other.stored.components.port) {
         return false;
     }
-    if (hash.isReady() && other.hash.isReady() && hash.get() != other.hash.get()) {
+    if (hash.get() != 0 && other.hash.get() != 0 && hash.get() != other.hash.get()) {
         return false;
     }
     return text::isSame(kept(Form::iri), other.kept(Form::iri));
@@ -69,10 +69,12 @@ bool Value::isTextLess(TemplateIRI const& other) const {
 }
 
 std::uint64_t Value::hashValue() const {
-    if (!hash.isReady()) {
-        hash.publish(isEmpty() ? 0 : fnv1a(kept(Form::iri)));
+    std::uint64_t value = hash.get();
+    if (value == 0 && !isEmpty()) {
+        value = fnv1a(kept(Form::iri));
+        hash.store(value);
     }
-    return hash.get();
+    return value;
 }
 
 } // namespace foundation::network::iri::detail

@@ -15,31 +15,23 @@ template <class String>
 class ArgsBase;
 struct ValueAccess;
 
-/// A hash that is worked out on demand. Threads that do so at once find the same number, so the second
-/// store changes nothing. The number is stored before `ready`, so whoever finds `ready` set reads the
-/// number.
+/// A hash that is worked out on demand. Threads that do so at once store the same number.
 class CachedHash {
 public:
     CachedHash() noexcept = default;
-    CachedHash(CachedHash const& other) noexcept { *this = other; }
+    CachedHash(CachedHash const& other) noexcept : number(other.get()) {}
     CachedHash& operator=(CachedHash const& other) noexcept {
-        bool const known = other.isReady(); // first: then the number is there, or is not looked at
-        number.store(other.get(), std::memory_order_relaxed);
-        ready.store(known, std::memory_order_relaxed);
+        store(other.get());
         return *this;
     }
     ~CachedHash() = default;
 
-    [[nodiscard]] bool isReady() const noexcept { return ready.load(std::memory_order_acquire); }
+    /// 0 as long as the hash is not known; one that is 0 is worked out each time.
     [[nodiscard]] std::uint64_t get() const noexcept { return number.load(std::memory_order_relaxed); }
-    void publish(std::uint64_t value) const noexcept {
-        number.store(value, std::memory_order_relaxed);
-        ready.store(true, std::memory_order_release);
-    }
+    void store(std::uint64_t value) const noexcept { number.store(value, std::memory_order_relaxed); }
 
 private:
     mutable std::atomic<std::uint64_t> number{0};
-    mutable std::atomic<bool> ready{false};
 };
 
 template <class String>
