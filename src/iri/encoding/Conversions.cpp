@@ -123,12 +123,12 @@ bool isInIriForm(Part part, std::u32string_view text, AsciiSet const& escaped, P
            text.substr(0, schemeLikeLength(part, text, context)).find(U':') == std::u32string_view::npos;
 }
 
-// Reads the code point at `at`, escaped or not, and moves `at` behind it. Returns nothing for escapes that
-// are no UTF-8 and for values that are no Unicode scalar values.
+// Reads the code point whose escapes stand at `at`, or the "%" there, and moves `at` behind it. Returns
+// nothing for escapes that are no UTF-8.
 std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
     int const lead = escapedByte(text, at);
     if (lead < 0) {
-        return text::isScalar(text[at]) ? std::optional(text[at++]) : std::nullopt;
+        return text[at++];
     }
     auto const byteAt = [text, at](unsigned i) {
         std::size_t const place = at + 3 * std::size_t{i};
@@ -140,31 +140,26 @@ std::optional<char32_t> decodedAt(std::u32string_view text, std::size_t& at) {
 }
 
 // The text with its escapes decoded; nothing if not all of them are UTF-8. The result takes at most `room`
-// units.
+// units. `oneUnitEach`: all of the text takes as many units in the result as it has characters.
 template <class String>
-std::optional<String> decodedText(std::u32string_view text, std::size_t room) {
-    using Char = typename String::value_type;
-    constexpr std::size_t blockLength = 16;                             // copied where nothing is to be done
-    constexpr char32_t oneUnitBits = sizeof(Char) == 1 ? 0x7F : 0x7FFF; // of elements that take one unit
+std::optional<String> decodedText(std::u32string_view text, std::size_t room, bool oneUnitEach) {
     String result(room, 0);
     auto* out = result.data();
     for (std::size_t at = 0; at != text.size();) {
-        std::u32string_view const block = text.substr(at, blockLength);
-        if (block.size() == blockLength && !text::contains(block, U'%') &&
-            text::bitsOfAll(block) <= oneUnitBits) {
-            for (std::size_t i = 0; i != blockLength; ++i) {
-                out[i] = static_cast<Char>(block[i]);
-            }
-            at += blockLength;
-            out += blockLength;
-            continue;
+        std::size_t const escape = text::find(text, U'%', at);
+        if (oneUnitEach) {
+            out = std::transform(text.data() + at, text.data() + escape, out,
+                                 [](char32_t c) { return static_cast<typename String::value_type>(c); });
+            at = escape;
         }
-        for (std::size_t const stop = at + block.size(); at < stop;) {
-            if (text[at] != U'%' && text[at] < 0xD800) {
-                out = text::put(text[at++], out);
-                continue;
+        while (at < escape) {
+            if (!text::isScalar(text[at])) {
+                return std::nullopt;
             }
-            if (int const byte = escapedByte(text, at); byte >= 0 && byte < 0x80) { // most escapes
+            out = text::put(text[at++], out);
+        }
+        while (at != text.size() && text[at] == U'%') { // escapes mostly come in rows
+            if (int const byte = escapedByte(text, at); byte >= 0 && byte < 0x80) {
                 out = text::put(static_cast<char32_t>(byte), out);
                 at += 3;
                 continue;
@@ -201,7 +196,7 @@ Converted rawFromIri(Part part, std::u32string_view text, PartContext const& con
     if (scalars && !text::contains(text, U'%')) {
         return std::nullopt;
     }
-    if (auto result = decodedText<std::u32string>(text, text.size())) {
+    if (auto result = decodedText<std::u32string>(text, text.size(), scalars)) {
         return result;
     }
     // Makes the bytes that the Uri form stands for, without writing that form.
@@ -266,7 +261,7 @@ std::optional<String> rawTextFromIri(std::u32string_view text) {
     // An escape never takes fewer units than what it stands for, but a code point may take several.
     constexpr std::size_t most = sizeof(Char) == 1 ? 4 : 2;
     bool const oneUnitEach = text::bitsOfAll(text) <= lastOfOneUnit;
-    return decodedText<String>(text, oneUnitEach ? text.size() : most * text.size());
+    return decodedText<String>(text, oneUnitEach ? text.size() : most * text.size(), oneUnitEach);
 }
 template std::optional<std::u16string> rawTextFromIri(std::u32string_view text);
 template std::optional<std::string> rawTextFromIri(std::u32string_view text);
