@@ -255,12 +255,12 @@ std::optional<String> rawTextFromIri(std::u32string_view text) {
     if (!text::containsOrAbove(text, U'%', lastOfOneUnit)) {
         return String(text.begin(), text.end()); // most components; parsed text has no surrogates
     }
-    if (!text::contains(text, U'%')) {
+    bool const oneUnitEach = text::bitsOfAll(text) <= lastOfOneUnit;
+    if (!oneUnitEach && !text::contains(text, U'%')) {
         return text::to<String>(text);
     }
     // An escape never takes fewer units than what it stands for, but a code point may take several.
     constexpr std::size_t most = sizeof(Char) == 1 ? 4 : 2;
-    bool const oneUnitEach = text::bitsOfAll(text) <= lastOfOneUnit;
     return decodedText<String>(text, oneUnitEach ? text.size() : most * text.size(), oneUnitEach);
 }
 template std::optional<std::u16string> rawTextFromIri(std::u32string_view text);
