@@ -1,20 +1,25 @@
 #pragma once
 
-// What the two tools share: text as a terminal shows it, columns, colours, JSON, the command line.
+// What the two tools share: text as a terminal shows it, columns, colours, JSON, the command line, lines of
+// files.
 
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace console {
@@ -71,26 +76,34 @@ inline std::size_t columns(std::string_view utf8) {
     return width;
 }
 
+/// How many columns of a text a message shows.
+constexpr std::size_t columnsShown = 76;
+
+/// What of a text, from `begin`, takes up to so many columns, as it may go to a terminal, with an ellipsis
+/// where more follows.
+inline std::string abridged(std::string_view utf8, std::size_t begin = 0, std::size_t room = columnsShown) {
+    std::size_t end = begin;
+    for (std::size_t taken = 0; end < utf8.size() && taken < room;) {
+        taken += std::max<std::size_t>(columns(next(utf8, end)), 1); // a heap of marks has an end, too
+    }
+    return shown(utf8.substr(begin, end - begin)) + (end < utf8.size() ? "\u2026" : "");
+}
+
 /// A text as it may go to a terminal, and on the next line a caret under the character that begins at
 /// `place`, up to which the text is UTF-8. Of a text that is too long for a line, what stands about the
 /// place.
 inline std::string pointedAt(std::string_view utf8, std::size_t place) {
     constexpr std::size_t inFront = 48;
-    constexpr std::size_t atAll = 76;
     std::size_t begin = place;
     for (std::size_t taken = 0; begin > 0 && taken < inFront;) {
         do {
             --begin;
         } while (begin > 0 && U8_IS_TRAIL(utf8[begin]));
         std::size_t at = begin;
-        taken += std::max<std::size_t>(columns(next(utf8, at)), 1); // a heap of marks has an end, too
+        taken += std::max<std::size_t>(columns(next(utf8, at)), 1);
     }
     std::string const front = (begin > 0 ? "\u2026" : "") + shown(utf8.substr(begin, place - begin));
-    std::size_t end = place;
-    for (std::size_t taken = columns(front); end < utf8.size() && taken < atAll;) {
-        taken += std::max<std::size_t>(columns(next(utf8, end)), 1);
-    }
-    std::string const rest = shown(utf8.substr(place, end - place)) + (end < utf8.size() ? "\u2026" : "");
+    std::string const rest = abridged(utf8, place, columnsShown - columns(front));
 
     std::size_t column = 0;
     std::size_t last = 0; // where the last character that takes a column begins: marks stand on it
@@ -228,12 +241,87 @@ inline void start() {
     std::signal(SIGPIPE, SIG_DFL);
 }
 
-/// Colours where standard output is a terminal and NO_COLOR (no-color.org) is not set.
+/// To be called last. Gives the exit status: 2, with a message, where standard output could not be written.
+inline int finish(char const* program, int status) {
+    if (std::cout.flush()) {
+        return status;
+    }
+    std::cerr << program << ": cannot write standard output\n";
+    return 2;
+}
+
+/// The lines of a file, or of standard input ("-"), without the byte order mark that UTF-8 may begin with.
+class Lines {
+public:
+    explicit Lines(std::string const& name)
+        : opened(name != "-"),
+          input(opened ? ::open(name.c_str(), O_RDONLY | O_CLOEXEC) : STDIN_FILENO), // NOLINT(*-vararg)
+          error(input < 0 ? errno : 0) {}
+    Lines(Lines const&) = delete;
+    Lines& operator=(Lines const&) = delete;
+    ~Lines() {
+        if (opened && input >= 0) {
+            ::close(input);
+        }
+    }
+
+    /// The next line; false at the end, or where reading failed.
+    bool next(std::string& line) {
+        line.clear();
+        bool whole = false;
+        while (!whole && (at != end || fill())) {
+            char const* const begin = buffer.data() + at;
+            void const* const sign = std::memchr(begin, '\n', end - at);
+            whole = sign != nullptr;
+            std::size_t const length =
+                whole ? static_cast<std::size_t>(static_cast<char const*>(sign) - begin) : end - at;
+            line.append(begin, length);
+            at += length + (whole ? 1 : 0);
+        }
+        if (first && line.compare(0, 3, "\xEF\xBB\xBF") == 0) {
+            line.erase(0, 3);
+        }
+        first = false;
+        return error == 0 && (whole || !line.empty());
+    }
+    /// Why it could not be read, as `errno` has it; 0 if it could.
+    [[nodiscard]] int fault() const { return error; }
+
+private:
+    // A reader at a terminal sees what became of the last line before the next one is waited for.
+    bool fill() {
+        std::cout.flush();
+        ssize_t count = 0;
+        do {
+            count = error == 0 ? ::read(input, buffer.data(), buffer.size()) : 0;
+        } while (count < 0 && errno == EINTR);
+        error = count < 0 ? errno : error;
+        at = 0;
+        end = count > 0 ? static_cast<std::size_t>(count) : 0;
+        return end != 0;
+    }
+
+    bool opened;
+    int input;
+    int error;
+    std::array<char, 65536> buffer{};
+    std::size_t at = 0;
+    std::size_t end = 0;
+    bool first = true;
+};
+
+/// Whether this is a terminal that can be steered.
+inline bool isTerminal(int descriptor) {
+    char const* const kind = std::getenv("TERM");
+    return isatty(descriptor) != 0 && kind != nullptr && std::string_view(kind) != "dumb";
+}
+
+/// Colours where standard output is such a terminal and NO_COLOR (no-color.org) is not set.
 class Style {
 public:
     Style() {
         char const* const off = std::getenv("NO_COLOR");
-        enabled = isatty(STDOUT_FILENO) != 0 && (off == nullptr || *off == '\0');
+        enabled = isTerminal(STDOUT_FILENO) && (off == nullptr || *off == '\0');
     }
     [[nodiscard]] std::string label(std::string_view text) const { return in("36", text); }
     [[nodiscard]] std::string title(std::string_view text) const { return in("1", text); }

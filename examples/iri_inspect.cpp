@@ -14,8 +14,8 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstring>
 #include <exception>
-#include <fstream>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
@@ -50,7 +50,7 @@ Take IRIs (RFC 3987) apart and show their components.
 
   -f, --file FILE   read IRIs from FILE, a line each, UTF-8; - is standard input;
                     may be given several times
-      --forms       show each part in all of its forms, side by side
+      --forms       show each component in all of its forms, side by side
       --base IRI    resolve each line against IRI, and show the way back
       --exact       with --base: keep every escape as it is written
       --query       show the parameters of the query, decoded, a line each
@@ -66,11 +66,13 @@ Take IRIs (RFC 3987) apart and show their components.
   -q, --quiet       print counts and refusals only
   -h, --help        show this help
 
-Without an IRI and a file, standard input is read. What is no IRI goes to
-standard error with its line's number, the reason, and a caret under the place;
-with --json it is an object with an "error". The exit status is 0 if every IRI
-was taken, 1 if one was refused, 2 if the command line or a file was at fault.
-NO_COLOR switches colours off.
+Without an IRI and a file, standard input is read. A line ends with LF or CRLF
+(with --path, where CR may belong to a name, with LF). What is no IRI, and what
+cannot be resolved, goes to standard error with its line's number and the reason;
+with --json it is an object with an "error". Without --json, --forms and --query
+show nothing else. The exit status is 0 if every IRI was taken, 1 if one was
+refused, 2 if the command line, a file or standard output was at fault. NO_COLOR
+and TERM=dumb switch colours off.
 
 Examples:
   iri_inspect 'http://jo@example.org:8080/a%20b?q=1#top'
@@ -85,9 +87,28 @@ Examples:
   iri_inspect --quiet --file links.txt
 )";
 
+// Where an IRI stands: in which file, - for standard input, or on the command line, where this is empty; and
+// which line or argument it is.
+struct Place {
+    std::string file;
+    std::size_t number;
+
+    void addTo(console::Json& object) const {
+        file.empty() ? object.add("argument", number) : object.add("source", file).add("line", number);
+    }
+};
+
+std::string inWords(std::string const& file) {
+    return file == "-" ? "standard input" : console::abridged(file);
+}
+
+std::string inWords(Place const& place) {
+    return (place.file.empty() ? "argument " : inWords(place.file) + ":") + std::to_string(place.number);
+}
+
 struct Argument {
     std::string text;
-    std::size_t place; // on the command line
+    Place place;
 };
 
 struct Options {
@@ -104,8 +125,6 @@ struct Options {
     std::vector<std::string> files;
     std::vector<Argument> iris;
 
-    // Whether a refusal is an object of JSON, and nothing on standard error.
-    [[nodiscard]] bool objects() const { return json && !quiet; }
     [[nodiscard]] bool changes() const { return fragmentGoes || !parameters.empty(); }
     // Whether something that is made of an IRI is shown.
     [[nodiscard]] bool shows() const { return changes() || base || normal; }
@@ -144,16 +163,16 @@ struct FormText {
     bool missing = false;
 };
 
-std::vector<FormText> encodedParts(IRI const& iri, Encoding encoding) {
-    std::vector<FormText> parts;
+std::vector<FormText> encodedComponents(IRI const& iri, Encoding encoding) {
+    std::vector<FormText> forms;
     auto const add = [&](bool present, char const* name, auto getter) {
         if (!present) {
             return;
         }
         try {
-            parts.push_back({name, (utf8(iri).*getter)(encoding)});
+            forms.push_back({name, (utf8(iri).*getter)(encoding)});
         } catch (std::exception const& e) {
-            parts.push_back({name, std::string("(") + e.what() + ")", true});
+            forms.push_back({name, std::string("(") + e.what() + ")", true});
         }
     };
     add(iri.hasUserInfo(), "userInfo", &Utf8View::getUserInfo);
@@ -161,16 +180,30 @@ std::vector<FormText> encodedParts(IRI const& iri, Encoding encoding) {
     add(true, "path", &Utf8View::getPath);
     add(iri.hasQuery(), "query", &Utf8View::getQuery);
     add(iri.hasFragment(), "fragment", &Utf8View::getFragment);
-    return parts;
+    return forms;
 }
 
-// What a reference leads to from the base, and the reference that leads there; a refusal says why.
+// The reference that leads from the base to a target. None that is relative leads to mailto:a@b, but it leads
+// to itself.
+IRI relative(IRI const& target, IRI const& base) {
+    try {
+        return target.makeRelativeTo(base);
+    } catch (std::logic_error const&) {
+        if (target.hasScheme()) {
+            return target;
+        }
+        throw;
+    }
+}
+
+// What a reference leads to from the base, and the reference that leads there; an error says why there is
+// none.
 std::vector<Component> resolved(IRI const& iri, IRI const& base, bool exact) {
     std::vector<Component> result;
     try {
         IRI const target = exact ? resolveExactly(iri, base) : iri.resolveAgainst(base);
         result.push_back({"target", utf8(target).toString(false)});
-        IRI const back = exact ? makeRelativeExactly(target, base) : target.makeRelativeTo(base);
+        IRI const back = exact ? makeRelativeExactly(target, base) : relative(target, base);
         result.push_back({"back", utf8(back).toString(false)});
     } catch (std::exception const& e) {
         result.push_back({"error", e.what()});
@@ -209,17 +242,17 @@ std::vector<Component> results(IRI const& iri, Options const& options) {
 
 // All components that are there, in the order of the text.
 std::vector<Component> components(IRI const& iri) {
-    std::vector<Component> parts;
+    std::vector<Component> rows;
     if (iri.hasScheme()) {
-        parts.push_back({"scheme", utf8(iri).getScheme()});
+        rows.push_back({"scheme", utf8(iri).getScheme()});
     }
-    for (auto const& part : encodedParts(iri, Encoding::Iri)) {
+    for (auto const& part : encodedComponents(iri, Encoding::Iri)) {
         if (part.name == "path" && iri.hasPort()) {
-            parts.push_back({"port", utf8(iri).getPort()});
+            rows.push_back({"port", utf8(iri).getPort()});
         }
-        parts.push_back({part.name, part.text});
+        rows.push_back({part.name, part.text});
     }
-    return parts;
+    return rows;
 }
 
 void printTable(std::vector<Component> const& rows, std::string const& line, console::Style const& style) {
@@ -232,13 +265,13 @@ void printTable(std::vector<Component> const& rows, std::string const& line, con
 // A row a component, a column a form.
 void printForms(IRI const& iri, std::string const& line, console::Style const& style) {
     std::vector<console::Row> rows{{""}};
-    for (auto const& part : encodedParts(iri, Encoding::Iri)) {
+    for (auto const& part : encodedComponents(iri, Encoding::Iri)) {
         rows.push_back({part.name});
     }
     for (auto const& [name, encoding] : encodings) {
         rows.front().emplace_back(name);
         auto row = rows.begin();
-        for (auto const& part : encodedParts(iri, encoding)) {
+        for (auto const& part : encodedComponents(iri, encoding)) {
             (++row)->push_back(console::shown(part.text));
         }
     }
@@ -273,12 +306,15 @@ void printParameters(IRI const& iri, std::string const& line, console::Style con
     }
 }
 
-void printJson(IRI const& iri, std::string const& line, Options const& options) {
+void printJson(IRI const& iri, std::vector<Component> const& made, Argument const& line,
+               Options const& options) {
     console::Json object;
-    object.add("iri", line);
-    for (auto const& rows : {components(iri), results(iri, options)}) {
+    object.add("iri", line.text);
+    bool refused = false;
+    for (auto const& rows : {components(iri), made}) {
         for (auto const& member : rows) {
             object.add(member.name, member.text);
+            refused = refused || member.name == "error";
         }
     }
     if (options.query && iri.hasQuery()) {
@@ -293,30 +329,37 @@ void printJson(IRI const& iri, std::string const& line, Options const& options) 
     if (options.forms) {
         console::Json forms;
         for (auto const& [name, encoding] : encodings) {
-            console::Json parts;
-            for (auto const& part : encodedParts(iri, encoding)) {
-                part.missing ? parts.addNull(part.name) : parts.add(part.name, part.text);
+            console::Json texts;
+            for (auto const& part : encodedComponents(iri, encoding)) {
+                part.missing ? texts.addNull(part.name) : texts.add(part.name, part.text);
             }
-            forms.add(name, parts);
+            forms.add(name, texts);
         }
         object.add("forms", forms);
+    }
+    if (refused) {
+        line.place.addTo(object);
     }
     std::cout << object.text() << '\n';
 }
 
-void printRefusal(ParseFault const& fault, std::string const& line) {
+void printRefusal(ParseFault const& fault, Argument const& line) {
     console::Json object;
-    object.add("iri", line)
+    object.add("iri", line.text)
         .add("error", fault.describe())
         .add("offset", fault.offset)
         .add("component", componentWords.at(static_cast<std::size_t>(fault.component)))
         .add("reason", reasonWords.at(static_cast<std::size_t>(fault.reason)));
+    line.place.addTo(object);
     std::cout << object.text() << '\n';
 }
 
 // A refusal as standard error has it, behind the place where it was met.
 std::string told(ParseFault const& fault, std::string const& line) {
     return fault.describe() + '\n' + console::pointedAt(line, fault.offset);
+}
+std::string told(std::string const& error, std::string const& line) {
+    return error + "\n  " + console::abridged(line) + '\n';
 }
 
 // On standard error, in one write.
@@ -325,59 +368,78 @@ void tellRefusal(std::string const& where, std::string const& refusal) {
 }
 
 // Shows the IRI of a path, or says why there is none.
-std::optional<std::string> inspectPath(std::string const& line, Options const& options,
+std::optional<std::string> inspectPath(Argument const& line, Options const& options,
                                        console::Style const& style) {
     std::vector<Component> members;
     std::optional<std::string> refusal;
     try {
-        IRI const iri = iriFromFile(line);
+        IRI const iri = iriFromFile(line.text);
         members.push_back({"iri", utf8(iri).toString(false)});
         members.push_back({"back", fileFromIri(iri).string()});
     } catch (std::exception const& e) {
         members = {{"error", e.what()}};
-        refusal = std::string(e.what()) + "\n  " + console::shown(line) + '\n';
+        refusal = told(e.what(), line.text);
     }
-    if (options.objects()) {
+    if (options.json && (refusal || !options.quiet)) {
         console::Json object;
-        object.add("file", line);
+        object.add("file", line.text);
         for (auto const& member : members) {
             object.add(member.name, member.text);
         }
+        if (refusal) {
+            line.place.addTo(object);
+        }
         std::cout << object.text() << '\n';
     } else if (!options.quiet && !refusal) {
-        printTable(members, line, style);
+        printTable(members, line.text, style);
     }
     return refusal;
 }
 
-// Shows an IRI, or says why it is none.
-std::optional<std::string> inspect(std::string const& line, Options const& options,
+// Shows an IRI, or says why it is none or what could not be done with it.
+std::optional<std::string> inspect(Argument const& line, Options const& options,
                                    console::Style const& style) {
     if (options.paths) {
         return inspectPath(line, options, style);
     }
-    auto const iri = tryParse(line);
+    auto const iri = tryParse(line.text);
     if (!iri) {
-        if (options.objects()) {
+        if (options.json) {
             printRefusal(iri.error(), line);
         }
-        return told(iri.error(), line);
+        return told(iri.error(), line.text);
     }
-    if (options.quiet) {
-        return std::nullopt;
+    auto made = results(*iri, options);
+    std::optional<std::string> refusal;
+    auto const error =
+        std::find_if(made.begin(), made.end(), [](Component const& row) { return row.name == "error"; });
+    if (error != made.end()) {
+        refusal = told(error->text, line.text);
     }
     if (options.json) {
-        printJson(*iri, line, options);
-    } else if (options.shows()) {
-        printTable(results(*iri, options), line, style);
-    } else if (options.query) {
-        printParameters(*iri, line, style);
-    } else if (options.forms) {
-        printForms(*iri, line, style);
-    } else {
-        printTable(components(*iri), line, style);
+        if (refusal || !options.quiet) {
+            printJson(*iri, made, line, options);
+        }
+        return refusal;
     }
-    return std::nullopt;
+    if (refusal) {
+        made.erase(error); // standard error has it
+    }
+    if (options.quiet) {
+        return refusal;
+    }
+    if (options.shows()) {
+        if (!made.empty()) {
+            printTable(made, line.text, style);
+        }
+    } else if (options.query) {
+        printParameters(*iri, line.text, style);
+    } else if (options.forms) {
+        printForms(*iri, line.text, style);
+    } else {
+        printTable(components(*iri), line.text, style);
+    }
+    return refusal;
 }
 
 // A line on a terminal that tells how far a long file is, where it does not get between the lines of a table.
@@ -385,7 +447,7 @@ class Progress {
 public:
     Progress(std::string file, bool quiet)
         : name(std::move(file)),
-          enabled(isatty(STDERR_FILENO) != 0 && (quiet || isatty(STDOUT_FILENO) == 0)) {}
+          enabled(console::isTerminal(STDERR_FILENO) && (quiet || isatty(STDOUT_FILENO) == 0)) {}
 
     void tell(std::size_t lines) {
         if (enabled && Clock::now() >= next) {
@@ -413,42 +475,45 @@ private:
 
 bool inspectFile(std::string const& name, Options const& options, console::Style const& style,
                  Counts& counts) {
-    std::ifstream file;
-    bool const standardInput = name == "-";
-    std::string const shown = standardInput ? "standard input" : console::shown(name);
-    if (!standardInput) {
-        file.open(name);
-    }
-    std::istream& input = standardInput ? std::cin : file;
-    Progress progress(shown, options.quiet);
+    console::Lines lines(name);
+    Progress progress(inWords(name), options.quiet);
     Counts here;
     auto const begin = std::chrono::steady_clock::now();
-    std::string line;
-    for (std::size_t number = 1; std::getline(input, line); ++number) {
+    for (Argument line{"", {name, 1}}; std::cout && lines.next(line.text); ++line.place.number) {
+        if (!options.paths && !line.text.empty() && line.text.back() == '\r') {
+            line.text.pop_back(); // of CRLF: no IRI has one
+        }
         if (auto const refusal = inspect(line, options, style)) {
             ++here.refused;
-            if (!options.objects()) {
+            if (!options.json) {
                 progress.clear();
-                tellRefusal(shown + ":" + std::to_string(number), *refusal);
+                tellRefusal(inWords(line.place), *refusal);
             }
         } else {
             ++here.taken;
         }
-        progress.tell(number);
+        progress.tell(line.place.number);
     }
     std::chrono::duration<double> const seconds = std::chrono::steady_clock::now() - begin;
     progress.clear();
     counts.taken += here.taken;
     counts.refused += here.refused;
-    if (input.bad() || !(standardInput || file.is_open())) { // a folder can be opened, and not read
-        std::cerr << "iri_inspect: cannot read " << shown << '\n';
+    if (lines.fault() != 0) {
+        std::cerr << "iri_inspect: cannot read " << inWords(name) << ": " << std::strerror(lines.fault())
+                  << '\n';
         return false;
     }
     if (options.quiet) {
         auto const all = static_cast<double>(here.taken + here.refused);
-        std::cout << shown << ": " << here.taken << " taken, " << here.refused << " refused, "
-                  << static_cast<long>(all / std::max(seconds.count(), 1e-9)) << " a second\n"
-                  << std::flush;
+        auto const speed = static_cast<std::size_t>(all / std::max(seconds.count(), 1e-9));
+        if (options.json) {
+            console::Json object;
+            object.add("source", name).add("taken", here.taken).add("refused", here.refused);
+            std::cout << object.add("perSecond", speed).text() << std::endl;
+        } else {
+            std::cout << inWords(name) << ": " << here.taken << " taken, " << here.refused << " refused, "
+                      << speed << " a second" << std::endl;
+        }
     }
     return true;
 }
@@ -465,6 +530,24 @@ bool readParameter(std::string const& word, Options& options) {
     } catch (std::out_of_range const&) {
         return false;
     }
+}
+
+// Why not all of the options can be honoured; null if they can.
+char const* clash(Options const& options) {
+    bool const ownView = options.forms || options.query;
+    if (options.exact && !options.base) {
+        return "--exact needs --base";
+    }
+    if (options.paths && (ownView || options.shows())) {
+        return "--path goes with --file, --json and --quiet alone";
+    }
+    if (options.quiet && (ownView || options.changes() || options.normal)) {
+        return "--quiet goes with --file, --json, --path and --base alone";
+    }
+    if (!options.json && ownView && (options.forms == options.query || options.shows())) {
+        return "without --json, --forms and --query show nothing else";
+    }
+    return nullptr;
 }
 
 // Returns -1 to go on, or the exit status.
@@ -493,7 +576,7 @@ int readOptions(console::Words words, Options& options) {
             options.fragmentGoes = true;
         } else if (words.is("--with-query", value)) {
             if (!readParameter(value, options)) {
-                std::cerr << "iri_inspect: --with-query: no NAME=VALUE in UTF-8: " << console::shown(value)
+                std::cerr << "iri_inspect: --with-query: no NAME=VALUE in UTF-8: " << console::abridged(value)
                           << '\n';
                 return 2;
             }
@@ -507,12 +590,16 @@ int readOptions(console::Words words, Options& options) {
         } else if (words.is("-f", value) || words.is("--file", value)) {
             options.files.push_back(value);
         } else if (words.isOption()) {
-            std::cerr << "iri_inspect: unknown or incomplete option " << console::shown(words.word())
+            std::cerr << "iri_inspect: unknown or incomplete option " << console::abridged(words.word())
                       << "\nTry iri_inspect --help\n";
             return 2;
         } else {
-            options.iris.push_back({words.word(), words.place()});
+            options.iris.push_back({words.word(), {"", words.place()}});
         }
+    }
+    if (char const* const reason = clash(options)) {
+        std::cerr << "iri_inspect: " << reason << "\nTry iri_inspect --help\n";
+        return 2;
     }
     if (options.iris.empty() && options.files.empty()) {
         options.files.emplace_back("-");
@@ -526,16 +613,16 @@ int main(int argc, char** argv) {
     console::start();
     Options options;
     if (int const status = readOptions({argc, argv}, options); status >= 0) {
-        return status;
+        return console::finish("iri_inspect", status);
     }
     console::Style const style;
     Counts counts;
     bool readable = true;
     for (auto const& iri : options.iris) {
-        if (auto const refusal = inspect(iri.text, options, style)) {
+        if (auto const refusal = inspect(iri, options, style)) {
             ++counts.refused;
-            if (!options.objects()) {
-                tellRefusal("argument " + std::to_string(iri.place), *refusal);
+            if (!options.json) {
+                tellRefusal(inWords(iri.place), *refusal);
             }
         } else {
             ++counts.taken;
@@ -544,6 +631,5 @@ int main(int argc, char** argv) {
     for (auto const& file : options.files) {
         readable = inspectFile(file, options, style, counts) && readable;
     }
-    std::cout.flush();
-    return !readable || !std::cout ? 2 : counts.refused == 0 ? 0 : 1;
+    return console::finish("iri_inspect", !readable ? 2 : counts.refused == 0 ? 0 : 1);
 }

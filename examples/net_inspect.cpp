@@ -32,8 +32,8 @@ each address what it is for.
   -h, --help         show this help
 
 The exit status is 0 if all went well, 1 if something could not be listed, looked
-up or converted, 2 if the command line was at fault. NO_COLOR switches colours
-off.
+up or converted, 2 if the command line or standard output was at fault. NO_COLOR
+and TERM=dumb switch colours off.
 
 Examples:
   net_inspect
@@ -169,7 +169,7 @@ public:
             std::cout << object.text() << '\n';
             return;
         }
-        std::cout << '\n' << style.title(console::shown(title)) << '\n';
+        std::cout << '\n' << style.title(console::abridged(title)) << '\n';
         for (auto const& field : fields) {
             std::cout << "  " << style.label(console::padded(field.name, 9));
             for (auto const& value : field.values) {
@@ -267,7 +267,7 @@ int readOptions(console::Words words, Arguments& arguments) {
         } else if (words.is("-d", value) || words.is("--domain", value)) {
             arguments.domains.push_back(value);
         } else if (words.isOption()) {
-            std::cerr << "net_inspect: unknown or incomplete option " << console::shown(words.word())
+            std::cerr << "net_inspect: unknown or incomplete option " << console::abridged(words.word())
                       << "\nTry net_inspect --help\n";
             return 2;
         } else {
@@ -283,7 +283,7 @@ int main(int argc, char** argv) {
     console::start();
     Arguments arguments;
     if (int const status = readOptions({argc, argv}, arguments); status >= 0) {
-        return status;
+        return console::finish("net_inspect", status);
     }
     Report report(arguments.json);
     report.adapters();
@@ -294,6 +294,5 @@ int main(int argc, char** argv) {
     for (auto const& domain : arguments.domains) {
         report.section("domain", domain, [&domain] { return convert(domain); });
     }
-    std::cout.flush();
-    return report.failed() || !std::cout ? 1 : 0;
+    return console::finish("net_inspect", report.failed() ? 1 : 0);
 }
