@@ -222,6 +222,17 @@ public:
         value = attached ? *attached : words[at++];
         return true;
     }
+    /// Whether the word asks for the help or the version, which is printed then.
+    [[nodiscard]] bool answered(char const* program, char const* help) const {
+        if (is("-h") || is("--help")) {
+            std::cout << help;
+        } else if (is("--version")) {
+            std::cout << program << " (libzvflnetwork) " ZVFLNETWORK_TOOL_VERSION "\n";
+        } else {
+            return false;
+        }
+        return true;
+    }
     [[nodiscard]] std::string const& word() const { return current; }
     /// Which word of the command line it is, the name of the program not counted.
     [[nodiscard]] std::size_t place() const { return at; }

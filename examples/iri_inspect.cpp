@@ -45,47 +45,9 @@ using foundation::network::Utf8View;
 using foundation::network::withoutFragment;
 using foundation::network::withQuery;
 
-constexpr char const* help = R"(Usage: iri_inspect [OPTION]... [IRI]...
-Take IRIs (RFC 3987) apart and show their components.
-
-  -f, --file FILE   read IRIs from FILE, a line each, UTF-8; - is standard input;
-                    may be given several times
-      --forms       show each component in all of its forms, side by side
-      --base IRI    resolve each line against IRI, and show the way back
-      --exact       with --base: keep every escape as it is written
-      --query       show the parameters of the query, decoded, a line each
-      --with-query NAME=VALUE
-                    give the query's parameter NAME this VALUE, both without
-                    escapes, and show the changed IRI; may be given several times
-      --without-fragment
-                    show the IRI without its fragment
-      --normalize   show the normal form: escapes, case, dot segments
-      --path        take each line as an absolute path of this machine; show its
-                    file: IRI, and the path that it leads back to
-      --json        print one JSON object a line (docs/json-output.md)
-  -q, --quiet       print counts and refusals only
-  -h, --help        show this help
-
-Without an IRI and a file, standard input is read. A line ends with LF or CRLF
-(with --path, where CR may belong to a name, with LF). What is no IRI, and what
-cannot be resolved, goes to standard error with its line's number and the reason;
-with --json it is an object with an "error". Without --json, --forms and --query
-show nothing else. The exit status is 0 if every IRI was taken, 1 if one was
-refused, 2 if the command line, a file or standard output was at fault. NO_COLOR
-and TERM=dumb switch colours off.
-
-Examples:
-  iri_inspect 'http://jo@example.org:8080/a%20b?q=1#top'
-  iri_inspect --forms 'http://bücher.example/straße?q=50%'
-  iri_inspect --base http://example.org/docs/ ../img/logo.png '?page=2'
-  iri_inspect --base http://example.org/docs/ --exact a%2Fb
-  iri_inspect --query 'http://example.org/?name=J+%26+J&page=2'
-  iri_inspect --with-query 'name=J & J' --without-fragment http://example.org/#top
-  iri_inspect --normalize HTTP://EXAMPLE.org/%7ejo/./a
-  iri_inspect --path "$PWD/50% of é.txt"
-  iri_inspect --json --file links.txt | jq -r .host | sort | uniq -c
-  iri_inspect --quiet --file links.txt
-)";
+constexpr char const* help =
+#include "iri_inspect.help" // of which the man page and the completions are made, too
+    ;
 
 // Where an IRI stands: in which file, - for standard input, or on the command line, where this is empty; and
 // which line or argument it is.
@@ -554,8 +516,7 @@ char const* clash(Options const& options) {
 int readOptions(console::Words words, Options& options) {
     std::string value;
     while (words.next()) {
-        if (words.is("-h") || words.is("--help")) {
-            std::cout << help;
+        if (words.answered("iri_inspect", help)) {
             return 0;
         }
         if (words.is("--forms")) {

@@ -21,26 +21,9 @@ namespace {
 
 using namespace foundation::network;
 
-constexpr char const* help = R"(Usage: net_inspect [OPTION]... [HOST]...
-Show the adapters of this machine with their networks, and this host. Look each
-HOST up forward, then its first address in reverse and in canonical form. Tell of
-each address what it is for.
-
-  -d, --domain NAME  show a domain name in its ASCII and its Unicode form, without
-                     a lookup; may be given several times
-      --json         print one JSON object a line (docs/json-output.md)
-  -h, --help         show this help
-
-The exit status is 0 if all went well, 1 if something could not be listed, looked
-up or converted, 2 if the command line or standard output was at fault. NO_COLOR
-and TERM=dumb switch colours off.
-
-Examples:
-  net_inspect
-  net_inspect localhost ::1
-  net_inspect --domain bücher.example --domain xn--r8jz45g.example
-  net_inspect --json | jq -r 'select(.type == "adapter") | .networks[]'
-)";
+constexpr char const* help =
+#include "net_inspect.help" // of which the man page and the completions are made, too
+    ;
 
 struct Arguments {
     bool json = false;
@@ -258,8 +241,7 @@ private:
 int readOptions(console::Words words, Arguments& arguments) {
     std::string value;
     while (words.next()) {
-        if (words.is("-h") || words.is("--help")) {
-            std::cout << help;
+        if (words.answered("net_inspect", help)) {
             return 0;
         }
         if (words.is("--json")) {
