@@ -1,5 +1,6 @@
-# What is installed, in three components: runtime (the shared library), development (headers, package files, the
-# debuggers' helpers; the static library) and documentation (the site, once the target docs has made it).
+# What is installed, in four components: runtime (the shared library), development (headers, package files, the
+# debuggers' helpers; the static library), tools (with man pages and completions) and documentation (the site, once the
+# target docs has made it).
 
 include(CMakePackageConfigHelpers)
 
@@ -60,6 +61,27 @@ if(NOT ZVFLNETWORK_STATIC)
 endif()
 install(FILES debug/zvflnetwork.natvis DESTINATION ${CMAKE_INSTALL_DATADIR}/zvflnetwork COMPONENT development)
 
+# Under /usr the system's loader finds the library; elsewhere a tool knows where it is from where it stands itself.
+# Debian's zsh looks for the completions of packages in a folder of its own.
+if(ZVFLNETWORK_TOOLS)
+  if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set(zsh_folder vendor-completions)
+  else()
+    set(zsh_folder site-functions)
+    file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(iri_inspect net_inspect PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
+  endif()
+  install(TARGETS iri_inspect net_inspect RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+  foreach(tool IN ITEMS iri_inspect net_inspect)
+    set(made ${CMAKE_CURRENT_BINARY_DIR}/examples)
+    install(FILES ${made}/${tool}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+    install(FILES ${made}/${tool}.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME ${tool}
+            COMPONENT tools)
+    install(FILES ${made}/_${tool} DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/${zsh_folder} COMPONENT tools)
+    install(FILES ${made}/${tool}.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tools)
+  endforeach()
+endif()
+
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
 install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/docs/html DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation
         OPTIONAL)
@@ -69,6 +91,9 @@ set(CPACK_PACKAGE_CONTACT "libzvflnetwork developers")
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/packages)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_COMPONENTS_ALL runtime development documentation)
+if(ZVFLNETWORK_TOOLS)
+  list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libzvflnetwork${PROJECT_VERSION_MAJOR})
@@ -85,10 +110,18 @@ else()
   string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
          ", ${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION})")
 endif()
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME libzvflnetwork-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION net)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+if(NOT ZVFLNETWORK_STATIC) # the library is not installed yet where packages are made
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR}/src)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION})")
+endif()
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME libzvflnetwork-doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "The shared library.")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Headers, package files and the debuggers' helpers.")
+set(CPACK_COMPONENT_TOOLS_DESCRIPTION "The programs iri_inspect and net_inspect.")
 set(CPACK_COMPONENT_DOCUMENTATION_DESCRIPTION "The documentation.")
 include(CPack)
