@@ -266,7 +266,7 @@ class Lines {
 public:
     explicit Lines(std::string const& name)
         : opened(name != "-"),
-          input(opened ? ::open(name.c_str(), O_RDONLY | O_CLOEXEC) : STDIN_FILENO), // NOLINT(*-vararg)
+          input(opened ? ::open(name.c_str(), O_RDONLY | O_CLOEXEC) : STDIN_FILENO),
           error(input < 0 ? errno : 0) {}
     Lines(Lines const&) = delete;
     Lines& operator=(Lines const&) = delete;

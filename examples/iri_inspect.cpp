@@ -471,10 +471,11 @@ bool inspectFile(std::string const& name, Options const& options, console::Style
         if (options.json) {
             console::Json object;
             object.add("source", name).add("taken", here.taken).add("refused", here.refused);
-            std::cout << object.add("perSecond", speed).text() << std::endl;
+            std::cout << object.add("perSecond", speed).text() << '\n' << std::flush;
         } else {
             std::cout << inWords(name) << ": " << here.taken << " taken, " << here.refused << " refused, "
-                      << speed << " a second" << std::endl;
+                      << speed << " a second\n"
+                      << std::flush;
         }
     }
     return true;
