@@ -5,8 +5,11 @@
 #include "iri/grammar/IriGrammar.hpp"
 #include "iri/grammar/Runs.hpp"
 #include "text/Escapes.hpp"
+#include "text/Scans.hpp"
 #include "text/Transcoding.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 
 namespace foundation::network::operations {
@@ -97,16 +100,22 @@ std::u32string escaped(Part part, std::u32string text, PartContext const& contex
     return result;
 }
 
-std::u32string componentText(Part part, std::u16string_view text, iri::Encoding encoding,
-                             PartContext const& context) {
-    std::u32string result = text::toUtf32(text);
+void appendComponent(std::u32string& out, Part part, std::u16string_view text, iri::Encoding encoding,
+                     PartContext const& context) {
     if (encoding == iri::Encoding::Raw) {
-        return escaped(part, std::move(result), context);
+        out.append(escaped(part, text::toUtf32(text), context));
+        return;
     }
-    if (!isComponent(part, result)) {
+    std::size_t const begin = out.size();
+    if (text::hasSurrogate(text)) {
+        out.append(text::toUtf32(text));
+    } else {
+        out.resize(begin + text.size());
+        std::copy(text.begin(), text.end(), out.data() + begin);
+    }
+    if (!isComponent(part, std::u32string_view(out).substr(begin))) {
         iri::throwParsingFailed();
     }
-    return result;
 }
 
 } // namespace foundation::network::operations
