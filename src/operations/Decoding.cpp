@@ -32,9 +32,9 @@ char32_t decodeNext(std::u16string_view text, std::size_t& at, Plus plus) {
 
 std::u16string decoded(std::u16string_view text, Plus plus) {
     std::u16string result(text);
-    char16_t const alsoDecoded = plus == Plus::isSpace ? u'+' : u'%';
-    if (!text::isAnySigned(text.size(), [text, alsoDecoded](std::size_t i) {
-            return text::allOnesIfSame(text[i], U'%') | text::allOnesIfSame(text[i], alsoDecoded);
+    char16_t const space = plus == Plus::isSpace ? u'+' : u'%'; // what stands for one; no lone "%" does
+    if (!text::isAnySigned(text.size(), [text, space](std::size_t i) {
+            return text::allOnesIfSame(text[i], U'%') | text::allOnesIfSame(text[i], space);
         })) {
         return result;
     }
@@ -42,7 +42,7 @@ std::u16string decoded(std::u16string_view text, Plus plus) {
     char16_t* out = result.data();
     for (std::size_t at = 0; at != text.size();) {
         if (char16_t const unit = text[at]; unit != u'%') {
-            *out++ = unit == u'+' && plus == Plus::isSpace ? u' ' : unit;
+            *out++ = unit == space ? u' ' : unit;
             ++at;
         } else if (int const byte = text::escapedByte(text, at); byte >= 0 && byte < 0x80) {
             *out++ = static_cast<char16_t>(byte);

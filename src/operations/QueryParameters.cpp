@@ -8,6 +8,7 @@
 #include "operations/IriFormText.hpp"
 #include "text/CodePoints.hpp"
 #include "text/Escapes.hpp"
+#include "text/Scans.hpp"
 #include "text/Transcoding.hpp"
 
 #include <algorithm>
@@ -36,17 +37,27 @@ constexpr std::array<char16_t, 128> formEncoded = [] {
     return written;
 }();
 
-// Appends a name or a value, form-encoded.
+void appendEncoded(std::u16string& out, char32_t c) {
+    if (c < formEncoded.size() && formEncoded[c] != 0) {
+        out.push_back(formEncoded[c]);
+    } else if (c < formEncoded.size() || iri::encoding::isIriForbidden(c) ||
+               !iri::grammar::is<iri::grammar::IQUERY>(c)) {
+        text::encodeUtf8(c, [&out](unsigned char byte) { text::percentByte(out, byte); });
+    } else {
+        char16_t units[2];
+        out.append(units, static_cast<std::size_t>(text::put(c, units) - units));
+    }
+}
+
+// Appends a name or a value, form-encoded. What is ASCII in front, mostly all, needs no conversion.
 void appendEncoded(std::u16string& out, std::u16string_view text) {
-    for (char32_t const c : text::toUtf32(text)) {
-        if (c < formEncoded.size() && formEncoded[c] != 0) {
-            out.push_back(formEncoded[c]);
-        } else if (c < formEncoded.size() || iri::encoding::isIriForbidden(c) ||
-                   !iri::grammar::is<iri::grammar::IQUERY>(c)) {
-            text::encodeUtf8(c, [&out](unsigned char byte) { text::percentByte(out, byte); });
-        } else {
-            char16_t units[2];
-            out.append(units, static_cast<std::size_t>(text::put(c, units) - units));
+    std::size_t at = 0;
+    for (; at != text.size() && text[at] < formEncoded.size(); ++at) {
+        appendEncoded(out, char32_t{text[at]});
+    }
+    if (at != text.size()) {
+        for (char32_t const c : text::toUtf32(text.substr(at))) {
+            appendEncoded(out, c);
         }
     }
 }
@@ -75,27 +86,22 @@ QueryParameters::QueryParameters(std::u16string_view query, QuerySeparator separ
     split();
 }
 
-bool QueryParameters::isSeparator(char16_t unit) const noexcept {
-    return unit == u'&' || (unit == u';' && separators == QuerySeparator::AmpersandOrSemicolon);
-}
-
-QueryParameters::Piece QueryParameters::pieceAt(std::size_t begin, std::size_t end) const {
-    std::u16string_view const piece = std::u16string_view(text).substr(begin, end - begin);
-    return {begin, piece.size(), std::min(piece.find(u'='), piece.size())};
-}
-
 void QueryParameters::split() {
     constexpr std::size_t usual = 8; // nearly all queries have no more
     pieces.clear();
     pieces.reserve(text.empty() ? 0 : usual);
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        std::size_t const begin = at;
-        while (at != text.size() && !isSeparator(text[at])) {
-            ++at;
+    std::u16string_view const all = text;
+    char16_t const also = separators == QuerySeparator::AmpersandOrSemicolon ? u';' : u'&';
+    auto const isSeparator = [all, also](std::size_t i) {
+        return text::allOnesIfSame(all[i], U'&') | text::allOnesIfSame(all[i], also);
+    };
+    for (std::size_t begin = 0; begin < all.size();) {
+        std::size_t const end = text::firstPlace(begin, all.size(), isSeparator);
+        if (end != begin) {
+            std::u16string_view const piece = all.substr(begin, end - begin);
+            pieces.push_back({begin, piece.size(), std::min(piece.find(u'='), piece.size())});
         }
-        if (at != begin) {
-            pieces.push_back(pieceAt(begin, at));
-        }
+        begin = end + 1;
     }
 }
 
@@ -140,20 +146,19 @@ bool QueryParameters::contains(std::u16string_view name) const {
 }
 
 void QueryParameters::append(std::u16string_view name, std::u16string_view value) {
-    std::u16string addition;
-    if (!text.empty()) {
-        addition.push_back(u'&');
-    }
-    std::size_t const begin = text.size() + addition.size();
-    appendEncoded(addition, name);
-    std::size_t const nameLength = text.size() + addition.size() - begin;
-    addition.push_back(u'=');
-    appendEncoded(addition, value);
-    pieces.push_back({begin, text.size() + addition.size() - begin, nameLength});
+    std::size_t const before = text.size();
     try {
-        text.append(addition);
+        if (before != 0) {
+            text.push_back(u'&');
+        }
+        std::size_t const begin = text.size();
+        appendEncoded(text, name);
+        std::size_t const nameLength = text.size() - begin;
+        text.push_back(u'=');
+        appendEncoded(text, value);
+        pieces.push_back({begin, text.size() - begin, nameLength});
     } catch (...) {
-        pieces.pop_back();
+        text.resize(before);
         throw;
     }
     present = true;

@@ -172,9 +172,7 @@ private:
 
     void split();
     std::size_t removeNamed(std::u16string_view name, std::size_t from);
-    [[nodiscard]] bool isSeparator(char16_t unit) const noexcept;
     [[nodiscard]] bool isNamed(Piece const& piece, std::u16string_view name) const;
-    [[nodiscard]] Piece pieceAt(std::size_t begin, std::size_t end) const;
 
     std::u16string text;
     std::vector<Piece> pieces; // of the text, without the empty ones
