@@ -2,7 +2,8 @@
 
 #include "text/CodePoints.hpp"
 #include "text/Escapes.hpp"
-#include "text/Scans.hpp"
+
+#include <cstdint>
 
 namespace foundation::network::operations {
 
@@ -32,10 +33,13 @@ char32_t decodeNext(std::u16string_view text, std::size_t& at, Plus plus) {
 
 std::u16string decoded(std::u16string_view text, Plus plus) {
     std::u16string result(text);
-    char16_t const space = plus == Plus::isSpace ? u'+' : u'%'; // what stands for one; no lone "%" does
-    if (!text::isAnySigned(text.size(), [text, space](std::size_t i) {
-            return text::allOnesIfSame(text[i], U'%') | text::allOnesIfSame(text[i], space);
-        })) {
+    // What is read as a space: a "%", which is looked at before, where nothing is.
+    char16_t const space = plus == Plus::isSpace ? u'+' : u'%';
+    std::uint16_t found = 0; // as wide as a unit, so that a register tests as many of them as it holds
+    for (char16_t const unit : text) {
+        found |= static_cast<std::uint16_t>(unit == u'%' || unit == space ? 0xFFFF : 0);
+    }
+    if (found == 0) {
         return result;
     }
     // The result is written into a copy of the text: no escape is shorter than what it stands for.
