@@ -10,8 +10,8 @@ namespace foundation::network::iri::detail {
 
 /// What a value is made of: one text, and the record of where its components stand in it. Of a parsed value
 /// that is the text that was parsed; of a built one it holds each component in the form in which it was
-/// given. All operations on IRIs read it. `Draft` writes that of a new value; normalisation rewrites that of
-/// a copy.
+/// given. All operations on IRIs read it. `Draft` writes that of a new value;
+/// normalisation and the replacement of a query or fragment write that of a copy.
 ///
 /// Thread safety: only its owner changes it, so any number of threads may read it.
 struct StoredText {
