@@ -6,18 +6,29 @@
 #include <foundation/network/IdnConverter.hpp>
 #include <foundation/network/InetAddress.hpp>
 #include <foundation/network/NetworkInterface.hpp>
+#include <foundation/network/Version.hpp>
 
 #include <iostream>
 #include <sstream>
 #include <unordered_set>
 
-int main() {
+#if ZVFLNETWORK_VERSION < 1000
+#error "There is no version before 0.1.0"
+#endif
+
+// Takes the version of the library, as its build has it.
+int main(int argc, char** argv) {
     using namespace foundation::network;
     int failures = 0;
     auto const check = [&failures](bool holds, char const* what) {
         failures += holds ? 0 : 1;
         std::cout << (holds ? "ok      " : "FAILED  ") << what << '\n';
     };
+
+    std::ostringstream version;
+    version << ZVFLNETWORK_VERSION_MAJOR << '.' << ZVFLNETWORK_VERSION_MINOR << '.'
+            << ZVFLNETWORK_VERSION_PATCH;
+    check(argc == 2 && version.str() == argv[1], "the version of the headers");
 
     IRI const base(u"http://example.org/a/b");
     std::ostringstream text;
