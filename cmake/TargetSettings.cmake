@@ -11,6 +11,12 @@ function(zvflnetwork_settings target)
       target_compile_options(${target} PRIVATE -Wno-restrict)
     endif()
   endif()
+  if(ZVFLNETWORK_INSTALL AND NOT ZVFLNETWORK_DEVELOPER)
+    # What is installed is the same from whatever folder it was built in. Contributors' builds keep the names of
+    # folders, by which debuggers find the sources. GCC takes the last map that fits, so the longer one stands last.
+    target_compile_options(${target} PRIVATE -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+                                             -ffile-prefix-map=${PROJECT_BINARY_DIR}=./build)
+  endif()
   if(ZVFLNETWORK_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ZVFLNETWORK_SANITIZE} -fno-sanitize-recover=all
                                              -fno-omit-frame-pointer)
