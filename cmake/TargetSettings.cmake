@@ -2,7 +2,7 @@
 # built with. Settings go to targets, never into global flags, so that the project can live inside another one.
 
 function(zvflnetwork_settings target)
-  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF BUILD_RPATH_USE_ORIGIN ON)
   if(ZVFLNETWORK_DEVELOPER)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wsign-conversion -Wshadow -Wpedantic
                                              -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
