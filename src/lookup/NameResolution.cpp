@@ -17,7 +17,8 @@ namespace foundation::network {
 
 namespace {
 
-// The room for the computer's name and its terminating zero, in UTF-16 units. A longer name is refused.
+// The room for the computer's name and its terminating zero, in the units of the system: bytes on Linux. A
+// longer name is refused.
 constexpr std::size_t computerNameCapacity = 32;
 
 std::string getComputerHostName() {

@@ -11,8 +11,9 @@
 /// Questions about whole texts, each answered in one look.
 ///
 /// How they are quick: a test of one place gives a number whose sign bit says yes, and a loop gathers these
-/// numbers. It has no way out before its end, so the compiler makes vector code of it. Nearly all texts are
-/// short, and hold nothing that is looked for; a loop that could stop early would be several times slower.
+/// numbers. It has no way out before its end, or before that of a block, so the compiler makes vector code of
+/// it. Nearly all texts are short, and hold nothing that is looked for; a loop that could stop at each place
+/// would be several times slower.
 namespace foundation::network::text {
 
 /// All bits where the two are the same, none where not.
