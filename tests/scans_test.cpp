@@ -68,6 +68,14 @@ TEST(Scans, AnswerAsPlainLoops) {
         std::size_t const from = random() % (text.size() + 1);
         ASSERT_EQ(find(text, U'%', from), std::min(text.find(U'%', from), text.size()));
         ASSERT_EQ(findPair(text, U'/', U'.', from), std::min(text.find(U"/.", from), text.size()));
+        std::u16string const units(text.begin(), text.end());
+        std::vector<std::size_t> places;
+        forEachOf<u'%', u'/', 0xFFFF>(units, [&places](std::size_t at) { places.push_back(at); });
+        for (std::size_t at = 0, i = 0; at != units.size(); ++at) {
+            bool const wanted = units[at] == u'%' || units[at] == u'/' || units[at] == 0xFFFF;
+            ASSERT_EQ(i != places.size() && places[i] == at, wanted);
+            i += wanted ? 1 : 0;
+        }
         ASSERT_EQ(isSame(text, other), text == other);
         ASSERT_TRUE(isSame(text, std::u32string(text)));
     }

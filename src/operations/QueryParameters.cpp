@@ -65,11 +65,13 @@ void appendEncoded(std::u16string& out, std::u16string_view text) {
 } // namespace
 
 std::u16string QueryParameter::getName() const {
-    return decoded(text.substr(0, nameLength), Plus::isSpace);
+    std::u16string_view const name = text.substr(0, nameLength);
+    return isEncoded ? decoded(name, Plus::isSpace) : std::u16string(name);
 }
 
 std::u16string QueryParameter::getValue() const {
-    return decoded(text.substr(std::min(nameLength + 1, text.size())), Plus::isSpace);
+    std::u16string_view const value = text.substr(std::min(nameLength + 1, text.size()));
+    return isEncoded ? decoded(value, Plus::isSpace) : std::u16string(value);
 }
 
 QueryParameters::QueryParameters(IRI const& iri, QuerySeparator separator) : separators(separator) {
@@ -90,19 +92,27 @@ void QueryParameters::split() {
     constexpr std::size_t usual = 8; // nearly all queries have no more
     pieces.clear();
     pieces.reserve(text.empty() ? 0 : usual);
-    std::u16string_view const all = text;
-    char16_t const also = separators == QuerySeparator::AmpersandOrSemicolon ? u';' : u'&';
-    auto const isSeparator = [all, also](std::size_t i) {
-        return text::allOnesIfSame(all[i], U'&') | text::allOnesIfSame(all[i], also);
-    };
-    for (std::size_t begin = 0; begin < all.size();) {
-        std::size_t const end = text::firstPlace(begin, all.size(), isSeparator);
-        if (end != begin) {
-            std::u16string_view const piece = all.substr(begin, end - begin);
-            pieces.push_back({begin, piece.size(), std::min(piece.find(u'='), piece.size())});
+    bool const semicolonSeparates = separators == QuerySeparator::AmpersandOrSemicolon;
+    Piece piece{0, 0, std::u16string::npos, false};
+    auto const endPiece = [this, &piece](std::size_t end) {
+        piece.length = end - piece.begin;
+        piece.nameLength = std::min(piece.nameLength, piece.length);
+        if (piece.length != 0) {
+            pieces.push_back(piece);
         }
-        begin = end + 1;
-    }
+        piece = {end + 1, 0, std::u16string::npos, false};
+    };
+    text::forEachOf<u'&', u';', u'=', u'+', u'%'>(text, [&](std::size_t at) {
+        char16_t const unit = text[at];
+        if (unit == u'&' || (unit == u';' && semicolonSeparates)) {
+            endPiece(at);
+        } else if (unit == u'=') {
+            piece.nameLength = std::min(piece.nameLength, at - piece.begin);
+        } else if (unit != u';') {
+            piece.isEncoded = true;
+        }
+    });
+    endPiece(text.size());
 }
 
 // Compares while decoding, so that nothing is allocated.
@@ -156,7 +166,7 @@ void QueryParameters::append(std::u16string_view name, std::u16string_view value
         std::size_t const nameLength = text.size() - begin;
         text.push_back(u'=');
         appendEncoded(text, value);
-        pieces.push_back({begin, text.size() - begin, nameLength});
+        pieces.push_back({begin, text.size() - begin, nameLength, true});
     } catch (...) {
         text.resize(before);
         throw;

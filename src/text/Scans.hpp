@@ -8,6 +8,10 @@
 #include <cstring>
 #include <string_view>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 /// Questions about whole texts, each answered in one look.
 ///
 /// How they are quick: a test of one place gives a number whose sign bit says yes, and a loop gathers these
@@ -116,6 +120,49 @@ template <class Test>
         return allOnesIfSame(text[i], first, text[i + 1], second);
     });
     return at < pairs ? at : text.size();
+}
+
+namespace detail {
+
+constexpr std::size_t unitsPerMask = 16;
+
+/// A bit for each of sixteen units, from the lowest on, that is one of `wanted`.
+template <char16_t... wanted>
+unsigned maskOf(char16_t const* block) {
+#if defined(__SSE2__)
+    auto const* const eight = reinterpret_cast<__m128i const*>(block);
+    __m128i const low = _mm_loadu_si128(eight);
+    __m128i const high = _mm_loadu_si128(eight + 1);
+    auto const same = [](__m128i units, char16_t unit) {
+        return _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(unit)));
+    };
+    return static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_packs_epi16((same(low, wanted) | ...), (same(high, wanted) | ...))));
+#else
+    unsigned mask = 0;
+    for (std::size_t i = 0; i != unitsPerMask; ++i) {
+        mask |= unsigned{((block[i] == wanted) || ...)} << i;
+    }
+    return mask;
+#endif
+}
+
+} // namespace detail
+
+/// Calls `each` with the place of each unit of a text that is one of `wanted`, in order.
+template <char16_t... wanted, class Each>
+void forEachOf(std::u16string_view text, Each each) {
+    std::size_t at = 0;
+    for (; text.size() - at >= detail::unitsPerMask; at += detail::unitsPerMask) {
+        for (unsigned mask = detail::maskOf<wanted...>(&text[at]); mask != 0; mask &= mask - 1) {
+            each(at + static_cast<std::size_t>(std::countr_zero(mask)));
+        }
+    }
+    for (; at != text.size(); ++at) {
+        if (((text[at] == wanted) || ...)) {
+            each(at);
+        }
+    }
 }
 
 /// Whether all of `text` lies from `first` to `last`, which are below U+80000000.

@@ -52,10 +52,12 @@ public:
 
 private:
     friend class QueryParameters;
-    QueryParameter(std::u16string_view of, std::size_t length) noexcept : text(of), nameLength(length) {}
+    QueryParameter(std::u16string_view of, std::size_t length, bool encoded) noexcept
+        : text(of), nameLength(length), isEncoded(encoded) {}
 
     std::u16string_view text;
     std::size_t nameLength;
+    bool isEncoded; // holds a "+" or a "%"
 };
 
 /// The parameters of a query, in their order: a random-access range of `QueryParameter`.
@@ -148,7 +150,8 @@ public:
     /// Complexity: constant.
     [[nodiscard]] QueryParameter operator[](std::size_t index) const noexcept ZVFLNETWORK_LIFETIMEBOUND {
         Piece const& piece = pieces[index];
-        return {std::u16string_view(text).substr(piece.begin, piece.length), piece.nameLength};
+        return {std::u16string_view(text).substr(piece.begin, piece.length), piece.nameLength,
+                piece.isEncoded};
     }
 
     /// Whether both have the same text and take it apart alike. An empty query differs from none.
@@ -168,6 +171,7 @@ private:
         std::size_t begin;
         std::size_t length;
         std::size_t nameLength;
+        bool isEncoded;
     };
 
     void split();
